@@ -1,0 +1,90 @@
+#include "categories/categories.h"
+#include "device/api_error.h"
+#include "main/output.h"
+
+#include <cstdint>
+
+static void printTemperatureHelp()
+{
+    printLine("Category - Temperature\n"
+              "This category is used to get current temperature from the temperature sensors on \n"
+              "the board. It is possible to read temperature from four sensors: System \n"
+              "supervisor, PCB, Board and CPU.\n"
+              "\n"
+              "Usage\n"
+              "It is not possible to combine several arguments to get more information with one \n"
+              "call. If no argument is passed to category, temperature from all four sensors \n"
+              "will be printed. See the table below for available arguments.\n"
+              "\n"
+              "CATEGORY\tARG\t\tNOTE\n"
+              "--temperature\t\t\tDisplay all temperatures.\n"
+              "--temperature=\tSS\t\tSystem Supervisor temperature.\n"
+              "--temperature=\tPCB\t\tPCB temperature.\n"
+              "--temperature=\tBoard\t\tBoard temperature.\n"
+              "--temperature=\tCPU\t\tCPU temperature.");
+}
+
+static ApiError getSsTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
+{
+    return Diagnostic_getSSTemp(diagnostic, temperature);
+}
+
+static ApiError getPcbTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
+{
+    return Diagnostic_getPCBTemp(diagnostic, temperature);
+}
+
+static ApiError getCpuTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
+{
+    std::int32_t status = 0;
+    return Diagnostic_getPMTemp(diagnostic, 0, temperature, &status);
+}
+
+static ApiError getBoardTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
+{
+    std::int32_t status = 0;
+    return Diagnostic_getPMTemp(diagnostic, 1, temperature, &status);
+}
+
+struct TemperatureSensor
+{
+    const char* argument;
+    const char* label;
+    const char* operation;
+    ApiError (*get)(DiagnosticHandle diagnostic, std::int16_t* temperature);
+};
+
+static const TemperatureSensor sensors[] = {
+    {"SS", "SS temp=", "getSSTemp", getSsTemperature},
+    {"PCB", "PCB temp=", "getPCBTemp", getPcbTemperature},
+    {"CPU", "CPU temp=", "getPMTemp", getCpuTemperature},
+    {"BOARD", "CPU BOARD temp=", "getPMTemp", getBoardTemperature},
+};
+
+int handleTemperature(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
+{
+    const DiagnosticHandle diagnostic = GetDiagnostic();
+    // The refusal names the version category. It is meant to.
+    const Scan scan = scanOptions(argc, argv, longIndex, {}, BareOption::clearsValue,
+                                  "Error: Version should not take any more options");
+    if (scan.help)
+    {
+        printTemperatureHelp();
+        return 0;
+    }
+
+    bool printed = false;
+    for (const TemperatureSensor& sensor : sensors)
+    {
+        if (!isWord(argument, noArgument()) && !isWord(argument, sensor.argument))
+            continue;
+        std::int16_t temperature = 0;
+        if (succeeded(sensor.operation, sensor.get(diagnostic, &temperature)))
+            printLine(sensor.label, temperature);
+        printed = true;
+    }
+
+    if (!printed)
+        printLine("Invalid argument: Could not find the specified argument.");
+    return static_cast<int>(Diagnostic_release(diagnostic));
+}

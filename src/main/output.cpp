@@ -1,0 +1,54 @@
+#include "main/output.h"
+
+#include <charconv>
+#include <cstdio>
+
+static bool silenced = false;
+
+static void writeBytes(const char* begin, const char* end)
+{
+    if (!silenced)
+        fwrite_unlocked(begin, 1, static_cast<std::size_t>(end - begin), stdout);
+}
+
+template <typename Integer>
+static void writeInteger(Integer number)
+{
+    char digits[24];
+    writeBytes(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+}
+
+void printPart(const char* text)
+{
+    if (!text)
+    {
+        std::fflush(stdout);
+        silenced = true;
+    }
+    if (!silenced)
+        fputs_unlocked(text, stdout);
+}
+
+void printPart(double number)
+{
+    char digits[32];
+    writeBytes(digits, digits + std::snprintf(digits, sizeof digits, "%g", number));
+}
+
+void printSigned(long long number)
+{
+    writeInteger(number);
+}
+
+void printUnsigned(unsigned long long number)
+{
+    writeInteger(number);
+}
+
+void endLine()
+{
+    const char newline = '\n';
+    writeBytes(&newline, &newline + 1);
+    if (!silenced)
+        fflush_unlocked(stdout);
+}

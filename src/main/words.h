@@ -1,0 +1,22 @@
+// Tables of words for the device's values, one for both directions.
+
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+struct Word
+{
+    std::int32_t value;
+    const char* text;
+};
+
+// The text of `value`, or `otherwise` when the table has none.
+const char* textOf(std::span<const Word> words, std::int32_t value, const char* otherwise);
+
+// The value of `text` in any case, or `otherwise` when the table has none. The first match counts.
+std::int32_t valueOf(std::span<const Word> words, const char* text, std::int32_t otherwise);
+
+constexpr std::int32_t noSuchState = -1;
+constexpr Word enableDisable[] = {{1, "Enable"}, {0, "Disable"}};
+constexpr Word enabledDisabled[] = {{1, "Enabled"}, {0, "Disabled"}};
