@@ -1,0 +1,12 @@
+// From one boot of the unit to the next.
+
+#pragma once
+
+#include "unit.h"
+
+// A unit that was shut down starts with the next call of the device API.
+bool isStartUpDue(const Unit& unit);
+void startUpIfDue(Unit& unit);
+
+// The System Supervisor's settings, back at their defaults.
+void resetConfig(Unit& unit);

@@ -1,0 +1,175 @@
+#include "call.h"
+
+#include "boot.h"
+#include "faults.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <vector>
+
+namespace
+{
+
+// The modules of the handles given out, by number. Empty once released.
+std::vector<std::string> handles;
+
+// Far apart, like addresses.
+constexpr std::uintptr_t handleStep = 16;
+
+std::string moduleOf(const char* operation)
+{
+    const std::string_view name = operation;
+    return std::string(name.substr(0, name.find('_')));
+}
+
+std::string* moduleOfHandle(const void* handle)
+{
+    const auto number = reinterpret_cast<std::uintptr_t>(handle);
+    if (number % handleStep != 0 || number / handleStep - 1 >= handles.size())
+        return nullptr;
+    return &handles[number / handleStep - 1];
+}
+
+bool isHandleFor(const char* operation, const void* handle)
+{
+    const std::string* module = moduleOfHandle(handle);
+    return module && *module == moduleOf(operation);
+}
+
+// Says once what is wrong with the unit's file: every further call would say the same.
+void complain(const StoreError& error)
+{
+    static std::string said;
+    if (said == error.what())
+        return;
+    said = error.what();
+    std::fprintf(stderr, "libqv-aux2: %s\n", error.what());
+}
+
+Outcome failed(ApiError code)
+{
+    return {code, false};
+}
+
+// The unit's answer to a call that reached it.
+template <typename AnyUnit, typename Work>
+Outcome answer(const char* operation, const void* handle, const std::optional<Fault>& fault, AnyUnit& unit,
+               const Work& work)
+{
+    if (fault)
+        return failed(fault->code);
+    if (!isHandleFor(operation, handle))
+        return failed(invalidHandle);
+    const ApiError code = work(unit);
+    return {code, code == success};
+}
+
+Outcome changeNow(const char* operation, const void* handle, const Change& work)
+{
+    Outcome outcome{};
+    changeUnit(
+        [&](Unit& unit)
+        {
+            startUpIfDue(unit);
+            outcome = answer(operation, handle, countFault(unit, operation), unit, work);
+            return outcome.code;
+        });
+    return outcome;
+}
+
+// What the unit's faults make of `operation`, for the calls that do not reach the unit itself.
+std::optional<Fault> faultOf(const char* operation)
+{
+    std::optional<Fault> fault;
+    try
+    {
+        if (faultCounts(currentUnit(), operation))
+            changeUnit(
+                [&](Unit& unit)
+                {
+                    fault = countFault(unit, operation);
+                    return success;
+                });
+        else
+            fault = standingFault(currentUnit(), operation);
+    }
+    catch (const StoreError& error)
+    {
+        complain(error);
+    }
+    return fault;
+}
+
+} // namespace
+
+Outcome performReading(const char* operation, const void* handle, const Reading& work)
+{
+    try
+    {
+        const Unit& unit = currentUnit();
+        if (isStartUpDue(unit) || faultCounts(unit, operation))
+            return changeNow(operation, handle, work);
+        return answer(operation, handle, standingFault(unit, operation), unit, work);
+    }
+    catch (const StoreError& error)
+    {
+        complain(error);
+        return failed(error.code);
+    }
+    catch (const std::exception&)
+    {
+        return failed(failure);
+    }
+}
+
+Outcome performChange(const char* operation, const void* handle, const Change& work)
+{
+    try
+    {
+        return changeNow(operation, handle, work);
+    }
+    catch (const StoreError& error)
+    {
+        complain(error);
+        return failed(error.code);
+    }
+    catch (const std::exception&)
+    {
+        return failed(failure);
+    }
+}
+
+const void* obtainHandle(const char* operation)
+{
+    const std::optional<Fault> fault = faultOf(operation);
+    const void* handle = nullptr;
+    if (!fault || !fault->null)
+    {
+        handles.emplace_back(std::string_view(operation).substr(std::strlen("Get")));
+        handle = reinterpret_cast<const void*>(handles.size() * handleStep);
+    }
+    trace(operation, handle ? "handle" : "null", false);
+    return handle;
+}
+
+ApiError releaseHandle(const char* operation, const void* handle)
+{
+    const std::optional<Fault> fault = faultOf(operation);
+    ApiError code = success;
+    if (!isHandleFor(operation, handle))
+        code = invalidHandle;
+    else if (fault)
+        code = fault->code;
+    else
+        moduleOfHandle(handle)->clear();
+    return finish(operation, {code, false});
+}
+
+const char* answerText(const char* operation, std::uint32_t code, const char* text)
+{
+    const std::optional<Fault> fault = faultOf(operation);
+    if (fault && fault->null)
+        text = nullptr;
+    trace(operation, traced(text), false, code);
+    return text;
+}

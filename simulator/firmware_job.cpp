@@ -1,0 +1,277 @@
+#include "firmware_job.h"
+
+#include "file.h"
+#include "intel_hex.h"
+#include "store.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <chrono>
+#include <fcntl.h>
+#include <optional>
+#include <sha2.h>
+#include <sys/file.h>
+#include <thread>
+
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+enum State : std::int32_t
+{
+    initiating = 0,
+    preparing = 1,
+    readingFile = 2,
+    convertingFile = 3,
+    flashing = 4,
+    verifying = 5,
+    done = 6,
+};
+
+struct Job
+{
+    FirmwareTarget target;
+    FirmwareTask task;
+    std::string path;
+    File lock; // held while the job runs
+    std::chrono::milliseconds pace;
+    Clock::time_point due;
+    bool told = false; // whether the present state has been reported
+    State state = initiating;
+    HexFault fault{};
+    std::vector<HexRecord> records{};
+    std::vector<HexBlock> blocks{};
+    std::size_t scripted = 0; // scripted statuses reported
+};
+
+std::optional<Job> job;
+
+constexpr std::size_t capacity = std::size_t{32} << 20; // bytes of every target
+
+bool isOver(const Job& checked)
+{
+    return checked.state == done || checked.fault.code != success;
+}
+
+Firmware& firmwareIn(Unit& unit, FirmwareTarget target)
+{
+    switch (target)
+    {
+    case FirmwareTarget::ss:
+        return unit.firmware.ss;
+    case FirmwareTarget::fpga:
+        return unit.firmware.fpga;
+    case FirmwareTarget::front:
+        break;
+    }
+    return unit.firmware.front;
+}
+
+// False when the file can not be read.
+bool readFile(const std::string& path, std::string& text)
+{
+    const File file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file.isOpen())
+        return false;
+    char block[65536];
+    for (;;)
+    {
+        const ssize_t count = ::read(file.get(), block, sizeof block);
+        if (count == 0)
+            return true;
+        if (count > 0)
+            text.append(block, static_cast<std::size_t>(count));
+        else if (errno != EINTR)
+            return false;
+    }
+}
+
+HexFault readFirmware()
+{
+    std::string text;
+    if (!readFile(job->path, text))
+        return {firmwareUnreadable, 0};
+    return readHex(text, job->records);
+}
+
+std::size_t sizeOf(const std::vector<HexBlock>& blocks)
+{
+    std::size_t size = 0;
+    for (const HexBlock& block : blocks)
+        size += block.data.size();
+    return size;
+}
+
+HexFault convertFirmware()
+{
+    HexFault fault = convertHex(job->records, job->blocks);
+    if (fault.code == success && sizeOf(job->blocks) > capacity)
+        fault.code = firmwareTooLarge;
+    job->records.clear();
+    return fault;
+}
+
+// Over addresses and bytes, so that it does not depend on how the file cuts them into records.
+std::string digestOf(const std::vector<HexBlock>& blocks)
+{
+    SHA2_CTX context;
+    SHA256Init(&context);
+    for (const HexBlock& block : blocks)
+    {
+        std::uint8_t place[8];
+        const std::uint64_t value = std::uint64_t{block.address} << 32 | block.data.size();
+        for (int i = 0; i < 8; ++i)
+            place[i] = static_cast<std::uint8_t>(value >> (8 * i));
+        SHA256Update(&context, place, sizeof place);
+        SHA256Update(&context, block.data.data(), block.data.size());
+    }
+    char text[SHA256_DIGEST_STRING_LENGTH];
+    SHA256End(&context, text);
+    return text;
+}
+
+// The version that the firmware carries in the text "FWVERSION=1.12.0.3".
+std::optional<Version> versionIn(const HexBlock& block)
+{
+    constexpr std::string_view mark = "FWVERSION=";
+    const auto found =
+        std::ranges::search(block.data, mark, [](auto byte, char c) { return static_cast<char>(byte) == c; });
+    if (found.empty())
+        return std::nullopt;
+    const std::string text(
+        found.end(), std::min(block.data.end(),
+                              found.end() + std::min<std::ptrdiff_t>(16, block.data.end() - found.end())));
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    Version version;
+    for (std::size_t i = 0; i < version.numbers.size(); ++i)
+    {
+        if (i > 0 && (at == end || *at++ != '.'))
+            return std::nullopt;
+        const auto [next, error] = std::from_chars(at, end, version.numbers[i]);
+        if (error != std::errc())
+            return std::nullopt;
+        at = next;
+    }
+    return version;
+}
+
+std::optional<Version> versionIn(const std::vector<HexBlock>& blocks)
+{
+    for (const HexBlock& block : blocks)
+        if (const auto version = versionIn(block))
+            return version;
+    return std::nullopt;
+}
+
+HexFault beginFlashing(Unit& unit)
+{
+    Firmware& firmware = firmwareIn(unit, job->target);
+    firmware = {};
+    firmware.incomplete = true;
+    return {};
+}
+
+void endFlashing(Unit& unit)
+{
+    Firmware& firmware = firmwareIn(unit, job->target);
+    firmware.digest = digestOf(job->blocks);
+    firmware.bytes = sizeOf(job->blocks);
+    firmware.nextVersion = versionIn(job->blocks);
+    firmware.incomplete = false;
+}
+
+HexFault verifyFirmware(Unit& unit)
+{
+    const Firmware& firmware = firmwareIn(unit, job->target);
+    const bool same = !firmware.incomplete && firmware.digest == digestOf(job->blocks);
+    return {same ? success : firmwareDiffers, 0};
+}
+
+// Enters the next state and does its work.
+void advance(Unit& unit)
+{
+    if (job->state == flashing)
+        endFlashing(unit);
+    const bool flashes = job->task == FirmwareTask::upgrade;
+    job->state = job->state == convertingFile && !flashes ? verifying : static_cast<State>(job->state + 1);
+    switch (job->state)
+    {
+    case readingFile:
+        job->fault = readFirmware();
+        break;
+    case convertingFile:
+        job->fault = convertFirmware();
+        break;
+    case flashing:
+        job->fault = beginFlashing(unit);
+        break;
+    case verifying:
+        job->fault = verifyFirmware(unit);
+        break;
+    case initiating:
+    case preparing:
+    case done:
+        break;
+    }
+    job->due = Clock::now() + job->pace;
+    if (isOver(*job))
+        job->lock = File();
+}
+
+// The state, and in the second word how much of the job is done, in percent.
+UpgradeStatus statusOf(const Job& told)
+{
+    return {told.state, told.state * 100 / done, told.fault.code};
+}
+
+UpgradeStatus scriptedStatus(const std::vector<ScriptedStatus>& statuses)
+{
+    const ScriptedStatus& status = statuses[std::min(job->scripted++, statuses.size() - 1)];
+    return {status.state, status.second, status.error};
+}
+
+} // namespace
+
+ApiError startFirmwareJob(const Unit& unit, FirmwareTarget target, FirmwareTask task, const char* path)
+{
+    if (job && !isOver(*job))
+        return jobRunning;
+    const std::string beside = unitPath() + ".job";
+    File lock(::open(beside.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, 0666));
+    if (!lock.isOpen())
+        return unitFileUnwritable;
+    if (::flock(lock.get(), LOCK_EX | LOCK_NB) != 0)
+        return jobRunning;
+    const std::chrono::milliseconds pace(unit.firmware.pace);
+    job.emplace(target, task, path, std::move(lock), pace, Clock::now());
+    return success;
+}
+
+void waitForFirmwareJob()
+{
+    if (job && job->told && !isOver(*job))
+        std::this_thread::sleep_until(job->due);
+}
+
+ApiError carryOnFirmwareJob(Unit& unit, UpgradeStatus& status)
+{
+    if (!job)
+        return noJob;
+    if (!job->told)
+        job->due = Clock::now() + job->pace;
+    else if (!isOver(*job) && Clock::now() >= job->due)
+        advance(unit);
+    job->told = true;
+    status = unit.firmware.statuses.empty() ? statusOf(*job) : scriptedStatus(unit.firmware.statuses);
+    return success;
+}
+
+std::string placeOfFirmwareFailure(ApiError code)
+{
+    if (!job || job->fault.code != code || job->fault.line == 0)
+        return "";
+    return " (line " + std::to_string(job->fault.line) + ")";
+}

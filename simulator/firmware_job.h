@@ -1,0 +1,34 @@
+// The firmware job: what a start operation begins and the status call carries on, state by state.
+
+#pragma once
+
+#include "codes.h"
+#include "unit.h"
+
+#include <string>
+
+enum class FirmwareTarget
+{
+    ss,
+    fpga,
+    front,
+};
+
+enum class FirmwareTask
+{
+    upgrade,
+    verification,
+};
+
+// Begins a job; it does nothing before the first status call. One job runs on a unit at a time, whatever the
+// number of processes.
+ApiError startFirmwareJob(const Unit& unit, FirmwareTarget target, FirmwareTask task, const char* path);
+
+// Waits until the job has something new to tell. Does not wait without a job.
+void waitForFirmwareJob();
+
+// Carries the job on as far as its time allows and tells where it is.
+ApiError carryOnFirmwareJob(Unit& unit, UpgradeStatus& status);
+
+// Where in its file the last job failed: " (line 17)"; empty where no line is to blame or `code` is another.
+std::string placeOfFirmwareFailure(ApiError code);

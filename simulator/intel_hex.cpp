@@ -1,0 +1,177 @@
+#include "intel_hex.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+
+namespace
+{
+
+enum RecordType : std::uint8_t
+{
+    data = 0,
+    endOfFile = 1,
+    extendedSegment = 2,
+    startSegment = 3,
+    extendedLinear = 4,
+    startLinear = 5,
+};
+
+constexpr std::uint8_t noDigit = 0xFF;
+
+constexpr std::array<std::uint8_t, 256> digitValues = []
+{
+    std::array<std::uint8_t, 256> values{};
+    values.fill(noDigit);
+    for (unsigned i = 0; i < 10; ++i)
+        values['0' + i] = static_cast<std::uint8_t>(i);
+    for (unsigned i = 0; i < 6; ++i)
+        values['A' + i] = values['a' + i] = static_cast<std::uint8_t>(10 + i);
+    return values;
+}();
+
+std::string_view withoutLineEnd(std::string_view line)
+{
+    while (!line.empty() && (line.back() == '\r' || line.back() == ' ' || line.back() == '\t'))
+        line.remove_suffix(1);
+    return line;
+}
+
+// The bytes behind the colon; false when the line is none of hexadecimal digits in pairs.
+bool decode(std::string_view line, std::vector<std::uint8_t>& bytes)
+{
+    bytes.clear();
+    if (line.empty() || line.front() != ':' || line.size() % 2 == 0)
+        return false;
+    for (std::size_t i = 1; i < line.size(); i += 2)
+    {
+        const std::uint8_t high = digitValues[static_cast<unsigned char>(line[i])];
+        const std::uint8_t low = digitValues[static_cast<unsigned char>(line[i + 1])];
+        if (high == noDigit || low == noDigit)
+            return false;
+        bytes.push_back(static_cast<std::uint8_t>(high << 4 | low));
+    }
+    return true;
+}
+
+// How many data bytes a record of the type has; any number for those not listed.
+bool isLengthOf(std::uint8_t type, std::size_t length)
+{
+    switch (type)
+    {
+    case endOfFile:
+        return length == 0;
+    case extendedSegment:
+    case extendedLinear:
+        return length == 2;
+    case startSegment:
+    case startLinear:
+        return length == 4;
+    default:
+        return true;
+    }
+}
+
+// Around the data stand a length byte, two address bytes, a type byte and a checksum byte.
+constexpr std::size_t frame = 5;
+
+Code readRecord(const std::vector<std::uint8_t>& bytes, HexRecord& record)
+{
+    if (bytes.size() < frame || bytes.size() != frame + bytes[0])
+        return firmwareBadLength;
+    if (std::accumulate(bytes.begin(), bytes.end(), 0u) % 256 != 0)
+        return firmwareBadChecksum;
+    record.address = static_cast<std::uint16_t>(bytes[1] << 8 | bytes[2]);
+    record.type = bytes[3];
+    record.data.assign(bytes.begin() + 4, bytes.end() - 1);
+    return isLengthOf(record.type, record.data.size()) ? success : firmwareBadLength;
+}
+
+std::uint32_t bigEndian(const std::vector<std::uint8_t>& bytes)
+{
+    return static_cast<std::uint32_t>(bytes[0] << 8 | bytes[1]);
+}
+
+// The data records with their full addresses, in file order.
+HexFault placeData(const std::vector<HexRecord>& records, std::vector<HexBlock>& blocks)
+{
+    std::uint32_t base = 0;
+    for (const HexRecord& record : records)
+    {
+        switch (record.type)
+        {
+        case data:
+            if (!record.data.empty())
+                blocks.push_back({base + record.address, record.data});
+            break;
+        case extendedSegment:
+            base = bigEndian(record.data) << 4;
+            break;
+        case extendedLinear:
+            base = bigEndian(record.data) << 16;
+            break;
+        case startSegment:
+        case startLinear:
+        case endOfFile:
+            break;
+        default:
+            return {firmwareBadRecord, record.line};
+        }
+    }
+    return {};
+}
+
+std::uint64_t endOf(const HexBlock& block)
+{
+    return std::uint64_t{block.address} + block.data.size();
+}
+
+} // namespace
+
+HexFault readHex(std::string_view text, std::vector<HexRecord>& records)
+{
+    std::vector<std::uint8_t> bytes;
+    bool ended = false;
+    for (std::size_t line = 1; !text.empty(); ++line)
+    {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        const std::string_view content = withoutLineEnd(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+        if (content.empty())
+            continue;
+        if (ended)
+            return {firmwareGoesOn, line};
+        if (!decode(content, bytes))
+            return {firmwareNotHex, line};
+        HexRecord record{};
+        record.line = line;
+        if (const Code code = readRecord(bytes, record); code != success)
+            return {code, line};
+        ended = record.type == endOfFile;
+        records.push_back(std::move(record));
+    }
+    return {ended ? success : firmwareNoEnd, 0};
+}
+
+HexFault convertHex(const std::vector<HexRecord>& records, std::vector<HexBlock>& blocks)
+{
+    std::vector<HexBlock> pieces;
+    if (const HexFault fault = placeData(records, pieces); fault.code != success)
+        return fault;
+    if (pieces.empty())
+        return {firmwareEmpty, 0};
+    std::ranges::stable_sort(pieces, {}, &HexBlock::address);
+
+    for (HexBlock& piece : pieces)
+    {
+        if (endOf(piece) > std::uint64_t{1} << 32)
+            return {firmwareTooLarge, 0};
+        if (!blocks.empty() && piece.address < endOf(blocks.back()))
+            return {firmwareOverlap, 0};
+        if (!blocks.empty() && piece.address == endOf(blocks.back()))
+            blocks.back().data.insert(blocks.back().data.end(), piece.data.begin(), piece.data.end());
+        else
+            blocks.push_back(std::move(piece));
+    }
+    return {};
+}

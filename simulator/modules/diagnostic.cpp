@@ -1,0 +1,101 @@
+#include "call.h"
+
+namespace
+{
+
+enum Sensor : std::int32_t
+{
+    cpu = 0,
+    cpuBoard = 1,
+};
+
+} // namespace
+
+DiagnosticHandle GetDiagnostic()
+{
+    return obtain<DiagnosticHandle>(__func__);
+}
+
+ApiError Diagnostic_release(DiagnosticHandle diagnostic)
+{
+    return releaseHandle(__func__, diagnostic);
+}
+
+ApiError Diagnostic_getStartupReason(DiagnosticHandle diagnostic, std::uint16_t* reason)
+{
+    return getField(
+        __func__, diagnostic, [](const Unit& unit) -> auto& { return unit.diagnostic.startupReason; },
+        reason);
+}
+
+ApiError Diagnostic_getShutDownReason(DiagnosticHandle diagnostic, std::uint16_t* reason)
+{
+    return getField(
+        __func__, diagnostic, [](const Unit& unit) -> auto& { return unit.diagnostic.shutdownReason; },
+        reason);
+}
+
+ApiError Diagnostic_getHwErrorStatus(DiagnosticHandle diagnostic, std::uint16_t* status)
+{
+    return getField(
+        __func__, diagnostic, [](const Unit& unit) -> auto& { return unit.diagnostic.hwErrorStatus; },
+        status);
+}
+
+ApiError Diagnostic_getPowerCycles(DiagnosticHandle diagnostic, std::uint16_t* cycles)
+{
+    return getField(
+        __func__, diagnostic, [](const Unit& unit) -> auto& { return unit.diagnostic.powerCycles; }, cycles);
+}
+
+ApiError Diagnostic_getSSTemp(DiagnosticHandle diagnostic, std::int16_t* temperature)
+{
+    return getField(
+        __func__, diagnostic, [](const Unit& unit) -> auto& { return unit.diagnostic.ssTemperature; },
+        temperature);
+}
+
+ApiError Diagnostic_getPCBTemp(DiagnosticHandle diagnostic, std::int16_t* temperature)
+{
+    return getField(
+        __func__, diagnostic, [](const Unit& unit) -> auto& { return unit.diagnostic.pcbTemperature; },
+        temperature);
+}
+
+ApiError Diagnostic_getTimer(DiagnosticHandle diagnostic, DiagnosticTimer* timer)
+{
+    const Reading work = [&](const Unit& unit) -> ApiError
+    {
+        const Diagnostic& counted = unit.diagnostic;
+        *timer = {counted.totalRunTime,  counted.totalSuspendTime, counted.totalHeatTime,
+                  counted.runTime40To60, counted.runTime60To70,    counted.runTime70To80,
+                  counted.runTimeAbove80};
+        return success;
+    };
+    return reading(__func__, diagnostic, work, out(timer));
+}
+
+ApiError Diagnostic_getMinMaxTemp(DiagnosticHandle diagnostic, std::int16_t* minimum, std::int16_t* maximum)
+{
+    const Reading work = [&](const Unit& unit) -> ApiError
+    {
+        *minimum = unit.diagnostic.minimumTemperature;
+        *maximum = unit.diagnostic.maximumTemperature;
+        return success;
+    };
+    return reading(__func__, diagnostic, work, out(minimum), out(maximum));
+}
+
+ApiError Diagnostic_getPMTemp(DiagnosticHandle diagnostic, std::int32_t sensor, std::int16_t* temperature,
+                              std::int32_t* status)
+{
+    const Reading work = [&](const Unit& unit) -> ApiError
+    {
+        if (sensor != cpu && sensor != cpuBoard)
+            return outOfRange;
+        *status = 0;
+        return deliver(sensor == cpu ? unit.diagnostic.cpuTemperature : unit.diagnostic.boardTemperature,
+                       temperature);
+    };
+    return reading(__func__, diagnostic, work, sensor, out(temperature), out(status));
+}

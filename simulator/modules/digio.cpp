@@ -1,0 +1,17 @@
+#include "call.h"
+
+DigIOHandle GetDigIO()
+{
+    return obtain<DigIOHandle>(__func__);
+}
+
+ApiError DigIO_release(DigIOHandle digIO)
+{
+    return releaseHandle(__func__, digIO);
+}
+
+ApiError DigIO_getDigIO(DigIOHandle digIO, std::uint8_t* inputs)
+{
+    return getField(
+        __func__, digIO, [](const Unit& unit) { return unit.digitalInputs.inputs; }, inputs);
+}

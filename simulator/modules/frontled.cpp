@@ -1,0 +1,97 @@
+#include "call.h"
+
+namespace
+{
+
+constexpr auto colorOf = [](auto& unit) -> auto&
+{
+    return unit.frontLed.color;
+};
+constexpr auto pulsesOf = [](auto& unit) -> auto&
+{
+    return unit.frontLed.pulses;
+};
+constexpr auto idleTimeOf = [](auto& unit) -> auto&
+{
+    return unit.frontLed.idleTime;
+};
+constexpr auto startupOf = [](auto& unit) -> auto&
+{
+    return unit.frontLed.startup;
+};
+
+} // namespace
+
+FrontLEDHandle GetFrontLED()
+{
+    return obtain<FrontLEDHandle>(__func__);
+}
+
+ApiError FrontLED_release(FrontLEDHandle led)
+{
+    return releaseHandle(__func__, led);
+}
+
+ApiError FrontLED_getSignal(FrontLEDHandle led, double* frequency, std::uint8_t* dutyCycle)
+{
+    const Reading work = [&](const Unit& unit) -> ApiError
+    {
+        *frequency = unit.frontLed.frequency;
+        *dutyCycle = unit.frontLed.dutyCycle;
+        return success;
+    };
+    return reading(__func__, led, work, out(frequency), out(dutyCycle));
+}
+
+ApiError FrontLED_setSignal(FrontLEDHandle led, double frequency, std::uint8_t dutyCycle)
+{
+    const Change work = [&](Unit& unit) -> ApiError
+    {
+        if (!within(0.2, 50.0)(frequency) || dutyCycle > 100)
+            return outOfRange;
+        unit.frontLed.frequency = frequency;
+        unit.frontLed.dutyCycle = dutyCycle;
+        return success;
+    };
+    return changing(__func__, led, work, frequency, dutyCycle);
+}
+
+ApiError FrontLED_getStandardColor(FrontLEDHandle led, std::int32_t* color)
+{
+    return getField(__func__, led, colorOf, color);
+}
+
+ApiError FrontLED_setStandardColor(FrontLEDHandle led, std::int32_t color)
+{
+    return setField(__func__, led, colorOf, color, within(0, 5));
+}
+
+ApiError FrontLED_getNrOfPulses(FrontLEDHandle led, std::uint8_t* pulses)
+{
+    return getField(__func__, led, pulsesOf, pulses);
+}
+
+ApiError FrontLED_setNrOfPulses(FrontLEDHandle led, std::uint8_t pulses)
+{
+    return setField(__func__, led, pulsesOf, pulses, anyValue);
+}
+
+ApiError FrontLED_getIdleTime(FrontLEDHandle led, std::uint8_t* idleTime)
+{
+    return getField(__func__, led, idleTimeOf, idleTime);
+}
+
+ApiError FrontLED_setIdleTime(FrontLEDHandle led, std::uint8_t idleTime)
+{
+    return setField(__func__, led, idleTimeOf, idleTime, anyValue);
+}
+
+ApiError FrontLED_getEnabledDuringStartup(FrontLEDHandle led, std::int32_t* enabled)
+{
+    return getField(__func__, led, startupOf, enabled);
+}
+
+ApiError FrontLED_setEnabledDuringStartup(FrontLEDHandle led, std::int32_t enabled)
+{
+    return setField(__func__, led, startupOf, enabled, onOrOff);
+}

@@ -1,0 +1,34 @@
+// The unit's file: found, read, changed without loss.
+//
+// Readers never wait: the file is replaced as a whole, so whoever opens it sees the old unit or the new
+// one. Whoever changes it holds the lock beside it from reading to replacing.
+
+#pragma once
+
+#include "codes.h"
+#include "unit.h"
+
+#include <functional>
+#include <stdexcept>
+#include <string>
+
+// The unit can not be reached. The text names the file and the place in it.
+struct StoreError : std::runtime_error
+{
+    StoreError(Code reason, const std::string& text) : std::runtime_error(text), code(reason)
+    {
+    }
+
+    Code code;
+};
+
+// The unit as its file says now; made with the defaults when there is no file. The reference holds until
+// the next call of the store. Throws StoreError.
+const Unit& currentUnit();
+
+// Runs `action` on the unit and saves what it changed, all under the lock. Throws StoreError; the file is
+// then as it was.
+ApiError changeUnit(const std::function<ApiError(Unit&)>& action);
+
+// The path of the unit's file. Throws StoreError when the environment names none.
+std::string unitPath();

@@ -1,0 +1,308 @@
+#include "unit_json.h"
+
+#include "json.h"
+
+#include <algorithm>
+#include <charconv>
+#include <concepts>
+#include <limits>
+
+namespace
+{
+
+// Where in the file a value stands. Made into text only when something is wrong there.
+struct Place
+{
+    const Place* parent;
+    std::string_view key;
+
+    std::string text() const
+    {
+        return parent ? parent->text() + "/" + std::string(key) : std::string();
+    }
+
+    [[noreturn]] void refuse(const std::string& what) const
+    {
+        throw BadUnit((parent ? text() : "/") + ": " + what);
+    }
+};
+
+template <typename Record>
+concept Described = requires(Record& record, int& key)
+{
+    &Record::template describe<int, Record>;
+};
+
+void read(const Json& json, bool& target, const Place& place);
+void read(const Json& json, double& target, const Place& place);
+void read(const Json& json, std::string& target, const Place& place);
+void read(const Json& json, Version& target, const Place& place);
+template <std::integral Integer>
+void read(const Json& json, Integer& target, const Place& place);
+template <typename Integer>
+void read(const Json& json, Flag<Integer> target, const Place& place);
+template <typename Integer>
+void read(const Json& json, Named<Integer> target, const Place& place);
+template <typename Value>
+void read(const Json& json, std::optional<Value>& target, const Place& place);
+template <typename Value>
+void read(const Json& json, std::vector<Value>& target, const Place& place);
+template <typename Value, std::size_t count>
+void read(const Json& json, std::array<Value, count>& target, const Place& place);
+template <typename Value>
+void read(const Json& json, std::map<std::string, Value>& target, const Place& place);
+template <Described Record>
+void read(const Json& json, Record& target, const Place& place);
+
+void read(const Json& json, bool& target, const Place& place)
+{
+    if (!json.is_boolean())
+        place.refuse("neither true nor false");
+    target = json.get<bool>();
+}
+
+void read(const Json& json, double& target, const Place& place)
+{
+    if (!json.is_number())
+        place.refuse("not a number");
+    target = json.get<double>();
+}
+
+void read(const Json& json, std::string& target, const Place& place)
+{
+    if (!json.is_string())
+        place.refuse("not a text");
+    target = json.get_ref<const std::string&>();
+}
+
+void read(const Json& json, Version& target, const Place& place)
+{
+    std::string text;
+    read(json, text, place);
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    for (std::size_t i = 0; i < target.numbers.size(); ++i)
+    {
+        if (i > 0 && (at == end || *at++ != '.'))
+            place.refuse("not a version like 1.12.0.3");
+        const auto [next, error] = std::from_chars(at, end, target.numbers[i]);
+        if (error != std::errc())
+            place.refuse("not a version like 1.12.0.3");
+        at = next;
+    }
+    if (at != end)
+        place.refuse("not a version like 1.12.0.3");
+}
+
+template <std::integral Integer>
+void read(const Json& json, Integer& target, const Place& place)
+{
+    using Limits = std::numeric_limits<Integer>;
+    const bool fits = json.is_number_unsigned()  ? std::in_range<Integer>(json.get<std::uint64_t>())
+                      : json.is_number_integer() ? std::in_range<Integer>(json.get<std::int64_t>())
+                                                 : false;
+    if (!fits)
+        place.refuse("not a whole number from " + std::to_string(Limits::min()) + " to " +
+                     std::to_string(Limits::max()));
+    target = json.get<Integer>();
+}
+
+template <typename Integer>
+void read(const Json& json, Flag<Integer> target, const Place& place)
+{
+    if (json.is_boolean())
+        target.value = json.get<bool>();
+    else
+        read(json, target.value, place);
+}
+
+template <typename Integer>
+void read(const Json& json, Named<Integer> target, const Place& place)
+{
+    if (!json.is_string())
+        return read(json, target.value, place);
+    std::string known;
+    for (const Name& name : target.names)
+    {
+        if (json.get_ref<const std::string&>() == name.text)
+        {
+            target.value = name.value;
+            return;
+        }
+        known += known.empty() ? name.text : std::string(", ") + name.text;
+    }
+    place.refuse("none of: " + known);
+}
+
+template <typename Value>
+void read(const Json& json, std::optional<Value>& target, const Place& place)
+{
+    if (json.is_null())
+        target.reset();
+    else
+        read(json, target.emplace(), place);
+}
+
+template <typename Value>
+void read(const Json& json, std::vector<Value>& target, const Place& place)
+{
+    if (!json.is_array())
+        place.refuse("not a list");
+    target.assign(json.size(), {});
+    for (std::size_t i = 0; i < json.size(); ++i)
+        read(json[i], target[i], Place{&place, std::to_string(i)});
+}
+
+template <typename Value, std::size_t count>
+void read(const Json& json, std::array<Value, count>& target, const Place& place)
+{
+    if (!json.is_array() || json.size() != count)
+        place.refuse("not a list of " + std::to_string(count));
+    for (std::size_t i = 0; i < count; ++i)
+        read(json[i], target[i], Place{&place, std::to_string(i)});
+}
+
+template <typename Value>
+void read(const Json& json, std::map<std::string, Value>& target, const Place& place)
+{
+    if (!json.is_object())
+        place.refuse("not an object");
+    for (const auto& [key, value] : json.items())
+        read(value, target[key], Place{&place, key});
+}
+
+template <typename Record>
+std::vector<std::string_view> keysOf(const Record& record)
+{
+    std::vector<std::string_view> keys;
+    auto collect = [&](const char* key, auto&&) { keys.emplace_back(key); };
+    Record::describe(collect, record);
+    return keys;
+}
+
+template <Described Record>
+void read(const Json& json, Record& target, const Place& place)
+{
+    if (!json.is_object())
+        place.refuse("not an object");
+    std::size_t known = 0;
+    auto readKey = [&](const char* key, auto&& value)
+    {
+        const auto found = json.find(key);
+        if (found == json.end())
+            return;
+        ++known;
+        read(*found, value, Place{&place, key});
+    };
+    Record::describe(readKey, target);
+    if (known == json.size())
+        return;
+    const auto keys = keysOf(target);
+    for (const auto& [key, value] : json.items())
+        if (std::ranges::find(keys, key) == keys.end())
+            Place{&place, key}.refuse("no unit has this key");
+}
+
+template <typename Value>
+Json write(const Value& value);
+
+template <typename Integer>
+Json writeFlag(Integer value)
+{
+    return value == 0 || value == 1 ? Json(value == 1) : Json(value);
+}
+
+template <typename Integer>
+Json writeNamed(Integer value, std::span<const Name> names)
+{
+    for (const Name& name : names)
+        if (name.value == value)
+            return name.text;
+    return value;
+}
+
+template <typename Integer>
+Json write(const Flag<Integer>& flag)
+{
+    return writeFlag(flag.value);
+}
+
+template <typename Integer>
+Json write(const Named<Integer>& named)
+{
+    return writeNamed(named.value, named.names);
+}
+
+Json write(const Version& version)
+{
+    std::string text;
+    for (const std::uint8_t number : version.numbers)
+        text += (text.empty() ? "" : ".") + std::to_string(number);
+    return text;
+}
+
+template <typename Value>
+Json write(const std::optional<Value>& value)
+{
+    return value ? write(*value) : Json();
+}
+
+template <typename Value>
+Json write(const std::vector<Value>& values)
+{
+    Json list = Json::array();
+    for (const Value& value : values)
+        list.push_back(write(value));
+    return list;
+}
+
+template <typename Value>
+Json write(const std::map<std::string, Value>& values)
+{
+    Json object = Json::object();
+    for (const auto& [key, value] : values)
+        object[key] = write(value);
+    return object;
+}
+
+template <typename Value>
+Json write(const Value& value)
+{
+    if constexpr (Described<Value>)
+    {
+        Json object = Json::object();
+        auto writeKey = [&](const char* key, const auto& member) { object[key] = write(member); };
+        Value::describe(writeKey, value);
+        return object;
+    }
+    else
+        return value;
+}
+
+} // namespace
+
+Unit unitFromJson(const Json& file)
+{
+    Unit unit;
+    read(file, unit, Place{nullptr, ""});
+    return unit;
+}
+
+Json unitToJson(const Unit& unit)
+{
+    return write(unit);
+}
+
+void updateJson(Json& file, const Json& before, const Json& after)
+{
+    for (const auto& [key, value] : after.items())
+    {
+        const auto old = before.find(key);
+        if (old != before.end() && *old == value)
+            continue;
+        if (value.is_object() && old != before.end())
+            updateJson(file[key], *old, value);
+        else
+            file[key] = value;
+    }
+}
