@@ -1,0 +1,154 @@
+#include "support/unit.h"
+
+#include <cstdlib>
+#include <sstream>
+
+using nlohmann::json;
+
+namespace
+{
+
+std::string fromEnvironment(const char* name, const char* otherwise)
+{
+    const char* value = std::getenv(name);
+    return value && *value ? value : otherwise;
+}
+
+std::vector<std::string> split(const std::string& text)
+{
+    std::istringstream stream(text);
+    std::vector<std::string> words;
+    for (std::string word; stream >> word;)
+        words.push_back(word);
+    return words;
+}
+
+std::vector<std::string> splitLines(const std::string& text)
+{
+    std::istringstream stream(text);
+    std::vector<std::string> result;
+    for (std::string line; std::getline(stream, line);)
+        result.push_back(line);
+    return result;
+}
+
+} // namespace
+
+std::string lines(std::initializer_list<std::string> list)
+{
+    std::string text;
+    for (const std::string& line : list)
+        text += line + "\n";
+    return text;
+}
+
+std::string programPath()
+{
+    return fromEnvironment("FOBROB_EXECUTABLE", FOBROB_EXECUTABLE);
+}
+
+std::string simulatorFolder()
+{
+    return fromEnvironment("FOBROB_SIMULATOR", FOBROB_SIMULATOR);
+}
+
+Command programOn(const std::string& unit, const std::vector<std::string>& arguments)
+{
+    Command command{split(fromEnvironment("FOBROB_RUNNER", ""))};
+    command.words.push_back(programPath());
+    command.words.insert(command.words.end(), arguments.begin(), arguments.end());
+    command.environment = {
+        {"LD_LIBRARY_PATH", simulatorFolder()}, {"LD_PRELOAD", FOBROB_STAND_INS}, {"QVAUX_UNIT", unit}};
+    return command;
+}
+
+Command programOn(const std::string& unit, const std::string& arguments)
+{
+    return programOn(unit, split(arguments));
+}
+
+Unit::Unit(const std::string& keys)
+{
+    writeFile(file(), keys);
+}
+
+std::string Unit::file() const
+{
+    return folder / "unit.json";
+}
+
+Result Unit::finish(const Command& command)
+{
+    const std::string trace = folder / "trace";
+    writeFile(trace, "");
+    Command traced = command;
+    traced.environment["QVAUX_TRACE"] = trace;
+    traced.environment["STAND_IN_UID"] = std::to_string(userId);
+    traced.input = input;
+    const Outcome outcome = runCommand(traced);
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    return {outcome.output, outcome.errors, splitLines(readFile(trace))};
+}
+
+Result Unit::run(const std::vector<std::string>& arguments)
+{
+    Result result = finish(programOn(file(), arguments));
+    EXPECT_EQ(result.errors, "");
+    return result;
+}
+
+Result Unit::run(const std::string& arguments)
+{
+    return run(split(arguments));
+}
+
+Result Unit::runComplaining(const std::string& arguments)
+{
+    Result result = finish(programOn(file(), arguments));
+    EXPECT_NE(result.errors, "");
+    return result;
+}
+
+json Unit::content() const
+{
+    return json::parse(readFile(file()));
+}
+
+json Unit::operator[](const std::string& place) const
+{
+    const json unit = content();
+    const json::json_pointer pointer(place);
+    return unit.contains(pointer) ? unit.at(pointer) : json();
+}
+
+void Unit::set(const std::string& place, const json& value)
+{
+    json unit = content();
+    unit[json::json_pointer(place)] = value;
+    writeFile(file(), unit.dump(2));
+}
+
+void Unit::fails(const std::string& operation, unsigned code)
+{
+    set("/faults/" + operation, {{"code", code}});
+}
+
+void Unit::failsOnce(const std::string& operation, unsigned code, unsigned skip)
+{
+    set("/faults/" + operation, {{"code", code}, {"skip", skip}, {"times", 1}});
+}
+
+void Unit::ignores(const std::string& operation)
+{
+    set("/faults/" + operation, {{"ignored", true}});
+}
+
+void Unit::givesNull(const std::string& operation)
+{
+    set("/faults/" + operation, {{"null", true}});
+}
+
+void Unit::shutDown()
+{
+    run("--advanced --shutdown");
+}

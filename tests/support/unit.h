@@ -1,0 +1,69 @@
+// A simulated unit of a test's own, and the program run on it.
+
+#pragma once
+
+#include "support/process.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+// What one run of the program printed and called. The exit status is always 0 and is checked by the run.
+struct Result
+{
+    std::string output;
+    std::string errors;             // standard error
+    std::vector<std::string> calls; // of the device API, as the call trace tells them
+};
+
+using Calls = std::vector<std::string>;
+
+// The lines, each with its newline.
+std::string lines(std::initializer_list<std::string> list);
+
+// The program with the arguments that stand in `arguments` between blanks, on the unit file `unit`.
+Command programOn(const std::string& unit, const std::string& arguments);
+Command programOn(const std::string& unit, const std::vector<std::string>& arguments);
+
+// Where the program, and the libraries that stand in for the world around it, are found.
+std::string programPath();
+std::string simulatorFolder();
+
+class Unit
+{
+public:
+    // A healthy unit but for the keys in the JSON text `keys`.
+    explicit Unit(const std::string& keys = "{}");
+
+    // Runs the program on the unit. Nothing may come on standard error.
+    Result run(const std::string& arguments);
+    Result run(const std::vector<std::string>& arguments);
+
+    // The same for a run that is to complain on standard error.
+    Result runComplaining(const std::string& arguments);
+
+    // What the unit's file holds at a place like "/buzzer/volume"; null when it does not mention it.
+    nlohmann::json operator[](const std::string& place) const;
+
+    // Writes a value into the unit's file.
+    void set(const std::string& place, const nlohmann::json& value);
+
+    // Faults. An operation fails with a code, in the `times` calls behind the first `skip`; does nothing and
+    // says that it succeeded; gives no handle or text.
+    void fails(const std::string& operation, unsigned code);
+    void failsOnce(const std::string& operation, unsigned code, unsigned skip = 0);
+    void ignores(const std::string& operation);
+    void givesNull(const std::string& operation);
+
+    // Ends this boot, so that the next run is in the next one.
+    void shutDown();
+
+    std::string file() const;
+    nlohmann::json content() const;
+
+    std::string input;   // what the next runs find on standard input
+    unsigned userId = 0; // whom the next runs take the user for
+    TemporaryFolder folder;
+
+private:
+    Result finish(const Command& command);
+};
