@@ -41,6 +41,7 @@ static const Category* findCategory(int code)
 int main(int argc, char** argv)
 {
     setProgramName("fobrob");
+    prepareOutput();
 
     int longIndex = 0;
     const int code = nextOption(argc, argv, longIndex);

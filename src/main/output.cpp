@@ -5,6 +5,14 @@
 
 static bool silenced = false;
 
+// A buffer of our own saves the C library from asking for memory and for the kind of file that standard output
+// is. It holds the longest text.
+void prepareOutput()
+{
+    static char buffer[16384];
+    std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
+}
+
 static void writeBytes(const char* begin, const char* end)
 {
     if (!silenced)

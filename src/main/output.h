@@ -7,6 +7,9 @@
 
 #include <concepts>
 
+// To be called before anything is printed.
+void prepareOutput();
+
 void printPart(const char* text);
 void printPart(double number); // six significant digits
 void printSigned(long long number);
