@@ -1,0 +1,111 @@
+#include "support/unit.h"
+
+#include <regex>
+#include <set>
+#include <sstream>
+
+namespace
+{
+
+using Names = std::set<std::string>;
+
+// The operations that the header of the device API declares.
+Names declaredOperations()
+{
+    const std::string header = readFile(DEVICE_HEADER);
+    const std::regex declaration(R"(\n *(?:ApiError|\w+Handle|const char\*) (\w+)\()");
+    Names names;
+    for (std::sregex_iterator match(header.begin(), header.end(), declaration), end; match != end; ++match)
+        names.insert((*match)[1]);
+    return names;
+}
+
+// What a tool of the linker's kind says about a file.
+std::string told(const std::vector<std::string>& words)
+{
+    const Outcome outcome = runCommand({.words = words});
+    EXPECT_EQ(outcome.status, 0) << words.front() << ": " << outcome.errors;
+    return outcome.output;
+}
+
+// The last words of the lines that `nm` prints, without symbol versions.
+Names symbols(const std::string& which, const std::string& file)
+{
+    std::istringstream lines(told({"nm", "-D", "--format=posix", which, file}));
+    Names names;
+    for (std::string line; std::getline(lines, line);)
+        names.insert(line.substr(0, line.find_first_of(" @")));
+    return names;
+}
+
+Names neededLibraries(const std::string& file)
+{
+    const std::string dynamic = told({"readelf", "-d", "--wide", file});
+    const std::regex needed(R"(\(NEEDED\).*\[(.*)\])");
+    Names names;
+    for (std::sregex_iterator match(dynamic.begin(), dynamic.end(), needed), end; match != end; ++match)
+        names.insert((*match)[1]);
+    return names;
+}
+
+TEST(Program, NeedsTheDeviceLibraryAndTheSystemLibraryOnly)
+{
+    Names needed = neededLibraries(programPath());
+    EXPECT_EQ(needed.erase("libqv-aux2.so.2.11"), 1u);
+    EXPECT_EQ(needed.erase("libc.so.6"), 1u);
+    for (const std::string& rest : needed)
+        EXPECT_TRUE(rest.starts_with("ld-linux")) << rest;
+}
+
+// A search path of the old kind would go before LD_LIBRARY_PATH.
+TEST(Program, LetsTheEnvironmentChooseTheDeviceLibrary)
+{
+    EXPECT_EQ(told({"readelf", "-d", programPath()}).find("(RPATH)"), std::string::npos);
+}
+
+TEST(Program, IsInstalledWithoutSearchPath)
+{
+    const TemporaryFolder folder;
+    told({CMAKE, "--install", BUILD_FOLDER, "--prefix", folder.path});
+    const std::string dynamic = told({"readelf", "-d", folder / "bin/fobrob"});
+    EXPECT_NE(dynamic.find("(NEEDED)"), std::string::npos);
+    EXPECT_EQ(dynamic.find("PATH)"), std::string::npos) << dynamic;
+    EXPECT_FALSE(fileExists(folder / "lib"));
+}
+
+// Any other relocation would ask for the operation at the start, and a library without it would not do.
+TEST(Program, LooksUpDeviceOperationsAtTheirFirstCallOnly)
+{
+    const Names operations = declaredOperations();
+    std::istringstream lines(told({"readelf", "--relocs", "--wide", programPath()}));
+    std::size_t slots = 0;
+    for (std::string line; std::getline(lines, line);)
+    {
+        std::istringstream words(line);
+        std::string offset, info, type, value, name;
+        words >> offset >> info >> type >> value >> name;
+        if (!operations.contains(name.substr(0, name.find('@'))))
+            continue;
+        EXPECT_NE(type.find("_JUMP_SLO"), std::string::npos) << line;
+        ++slots;
+    }
+    EXPECT_EQ(slots, operations.size());
+    const std::string dynamic = told({"readelf", "-d", "--wide", programPath()});
+    EXPECT_EQ(dynamic.find("BIND_NOW"), std::string::npos);
+    EXPECT_EQ(dynamic.find("NOW"), std::string::npos);
+}
+
+TEST(Program, CallsEveryDeclaredOperation)
+{
+    const Names wanted = symbols("--undefined-only", programPath());
+    for (const std::string& operation : declaredOperations())
+        EXPECT_TRUE(wanted.contains(operation)) << operation;
+}
+
+TEST(Simulator, OffersTheDeclaredOperationsAndNothingElse)
+{
+    const std::string library = simulatorFolder() + "/libqv-aux2.so.2.11";
+    EXPECT_EQ(symbols("--defined-only", library), declaredOperations());
+}
+
+} // namespace
