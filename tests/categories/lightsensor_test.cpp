@@ -71,6 +71,14 @@ TEST(Lightsensor, LetsAnUnknownOptionThroughBesideItsOwn)
     EXPECT_EQ(unit.runComplaining("--lightsensor --bogus --illuminance").output, "Illuminance: 320\n");
 }
 
+TEST(Lightsensor, RefusesAValueForItsOption)
+{
+    Unit unit;
+    const Result result = unit.runComplaining("--lightsensor --illuminance=5");
+    EXPECT_EQ(result.output, "Invalid argument\n");
+    EXPECT_EQ(result.calls, (Calls{"GetLightsensor() = handle", "Lightsensor_release() = 0"}));
+}
+
 TEST(Lightsensor, ShowsItsHelpAndReleasesNothing)
 {
     Unit unit;
