@@ -146,7 +146,7 @@ TEST(OptionList, HeadsItsSectionsInItsOwnOrder)
                                         "-ON/OFF", "-VERSION", "-TOUCH", "-TELEMATICS (optional)"}));
 }
 
-// Nobody reads the output, so nobody is told.
+// Whether the output arrives is not looked at.
 TEST(GeneralTexts, EndWithSuccessWhereTheyCanNotBeWritten)
 {
     const Unit unit;
