@@ -42,6 +42,14 @@ std::string lines(std::initializer_list<std::string> list)
     return text;
 }
 
+Calls callsOn(const std::string& module, const Calls& calls)
+{
+    Calls all = {"Get" + module + "() = handle"};
+    all.insert(all.end(), calls.begin(), calls.end());
+    all.push_back(module + "_release() = 0");
+    return all;
+}
+
 std::string programPath()
 {
     return fromEnvironment("FOBROB_EXECUTABLE", FOBROB_EXECUTABLE);

@@ -17,6 +17,9 @@ struct Result
 
 using Calls = std::vector<std::string>;
 
+// The calls of a run that obtains the handle of `module`, makes `calls` and gives the handle back.
+Calls callsOn(const std::string& module, const Calls& calls = {});
+
 // The lines, each with its newline.
 std::string lines(std::initializer_list<std::string> list);
 
