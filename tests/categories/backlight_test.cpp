@@ -308,6 +308,13 @@ TEST(Backlight, RefusesAnUnknownOptionAfterItsDiagnostic)
     EXPECT_EQ(result.calls, backlightCalls());
 }
 
+TEST(Backlight, TakesHelpWithAValueForAnUnknownOption)
+{
+    Unit unit;
+    EXPECT_EQ(unit.runComplaining("--backlight --help=now").output, "Invalid argument\n");
+    EXPECT_EQ(unit.runComplaining("--backlight --help=now --intensity").output, "Intensity: 200\n");
+}
+
 TEST(Backlight, LetsAnUnknownOptionThroughBesideItsOwn)
 {
     Unit unit;

@@ -651,10 +651,10 @@ TEST(Led, GoesOnBehindEveryFailedReading)
     unit.failsOnce("FrontLED_getSignal", 77, 1);
     unit.fails("FrontLED_getStandardColor", 78);
     unit.fails("FrontLED_getNrOfPulses", 79);
-    unit.fails("FrontLED_getIdleTime", 80);
+    unit.fails("FrontLED_getIdleTime", 76);
     EXPECT_EQ(unit.run("--led").output,
               lines({"LED Frequency: 1", "getSignal: Error 77", "getColor: Error 78",
-                     "getNrOfPulses: Error 79", "getIdleTime: Error 80", "LED startup: Enabled."}));
+                     "getNrOfPulses: Error 79", "getIdleTime: Error 76", "LED startup: Enabled."}));
 }
 
 TEST(Led, GoesOnBehindEveryFailedChange)
@@ -663,12 +663,12 @@ TEST(Led, GoesOnBehindEveryFailedChange)
     unit.failsOnce("FrontLED_setSignal", 77);
     unit.fails("FrontLED_setStandardColor", 78);
     unit.fails("FrontLED_setNrOfPulses", 79);
-    unit.fails("FrontLED_setIdleTime", 80);
+    unit.fails("FrontLED_setIdleTime", 76);
     const Result result = unit.run(
         "--led --frequency=10 --dutycycle=80 --color=red --pulses=4 --idletime=100 --startup=Disable");
     EXPECT_EQ(result.output,
               lines({"setSignal: Error 77", "LED duty cycle set to: 80 %.", "setColor: Error 78",
-                     "setNrOfPulses: Error 79", "setIdleTime: Error 80", "LED startup set to Disable."}));
+                     "setNrOfPulses: Error 79", "setIdleTime: Error 76", "LED startup set to Disable."}));
     EXPECT_THAT(result.calls, Contains("FrontLED_setSignal(1, 80) = 0"));
 }
 

@@ -1,0 +1,447 @@
+#include "support/unit.h"
+
+namespace
+{
+
+// The help of a unit with `channels` CAN channels, counted from 1.
+std::string help(int channels)
+{
+    std::string text = "Category - CAN\n"
+                       "Get or set the CAN channels baud rate.\n"
+                       "\n"
+                       "Usage\n"
+                       "If no argument is passed to the category option, baud rate for all the channels\n"
+                       "will be printed. It is not possible to combine several options to get more \n"
+                       "information with one call.  See the table below for available arguments and \n"
+                       "examples.\n"
+                       "\n"
+                       "Two examples how CAN can be used:\n"
+                       "Ex1: ./Fobrob --can=CAN1 --baudrate=800\n"
+                       "Ex2: ./Fobrob --can=CAN2\n"
+                       "\n"
+                       "CATEGORY\tARG\tOPTION\t\tARG\t\tNOTE\n"
+                       "--can\t\t\t\t\t\t\tGet baud rate for all CAN channels.\n";
+    for (int n = 1; n <= channels; ++n)
+        text += "--can=\t\tCAN" + std::to_string(n) + "\t\t\t\t\tGet baud rate for CAN channel " +
+                std::to_string(n) + ".\n";
+    text += "\t\t\t\t\n";
+    for (int n = 1; n <= channels; ++n)
+        text += "--can=\t\tCAN" + std::to_string(n) +
+                "\t--baudrate=\t[Baud rate]\tSet baud rate for CAN channel " + std::to_string(n) + ".\n";
+    return text;
+}
+
+const std::string optionRefused = "Invalid option: Only --baudrate and --help are valid options.\n";
+const std::string noBaudrate = "Invalid argument: No baud rate value passed to the option.\n";
+const std::string noChannels = "Invalid argument: No valid arguments could be found.\n";
+
+// How every run begins: with the channels counted, as "[4]" or with a failure.
+Calls counting(const std::string& count, unsigned code = 0)
+{
+    return {"GetCanSetting() = handle", "GetAbout() = handle",
+            "About_getNrOfCANConnections(" + count + ") = " + std::to_string(code), "About_release() = 0"};
+}
+
+// A run on a unit with `channels` channels that makes `calls` once it has counted them.
+Calls canCalls(int channels, const Calls& calls = {})
+{
+    Calls all = counting("[" + std::to_string(channels) + "]");
+    all.insert(all.end(), calls.begin(), calls.end());
+    all.push_back("CanSetting_release() = 0");
+    return all;
+}
+
+Unit unitWithTwoChannels()
+{
+    return Unit(R"({"about": {"canConnections": 2}, "can": {"baudrates": [125, 1000]}})");
+}
+
+TEST(Can, ReadsAllChannelsByDefault)
+{
+    Unit unit(R"({"can": {"baudrates": [125, 250, 500, 1000]}})");
+    const Result result = unit.run("--can");
+    EXPECT_EQ(result.output, lines({"CAN device 0 baud rate: 125", "CAN device 1 baud rate: 250",
+                                    "CAN device 2 baud rate: 500", "CAN device 3 baud rate: 1000"}));
+    EXPECT_EQ(result.calls,
+              canCalls(4, {"CanSetting_getBaudrate(1, [125]) = 0", "CanSetting_getBaudrate(2, [250]) = 0",
+                           "CanSetting_getBaudrate(3, [500]) = 0", "CanSetting_getBaudrate(4, [1000]) = 0"}));
+}
+
+TEST(Can, ReadsAllChannelsForAnEmptyNameOrTheWordForNone)
+{
+    Unit unit = unitWithTwoChannels();
+    const std::string all = lines({"CAN device 0 baud rate: 125", "CAN device 1 baud rate: 1000"});
+    for (const std::string value : {"", "=", "=noArgument", "=noargument", "=NOARGUMENT", " CAN1"})
+    {
+        SCOPED_TRACE(value);
+        EXPECT_EQ(unit.run("--can" + value).output, all);
+    }
+}
+
+TEST(Can, ReadsANamedChannelAlone)
+{
+    const struct
+    {
+        std::string name;
+        std::string output;
+        std::string call;
+    } cases[] = {
+        {"CAN0", "CAN device 0 baud rate: 125\n", "CanSetting_getBaudrate(1, [125]) = 0"},
+        {"can0", "CAN device 0 baud rate: 125\n", "CanSetting_getBaudrate(1, [125]) = 0"},
+        {"CAN1", "CAN device 1 baud rate: 1000\n", "CanSetting_getBaudrate(2, [1000]) = 0"},
+        {"can1", "CAN device 1 baud rate: 1000\n", "CanSetting_getBaudrate(2, [1000]) = 0"},
+        {"cAn1", "CAN device 1 baud rate: 1000\n", "CanSetting_getBaudrate(2, [1000]) = 0"},
+    };
+    Unit unit = unitWithTwoChannels();
+    for (const auto& [name, output, call] : cases)
+    {
+        SCOPED_TRACE(name);
+        const Result result = unit.run("--can=" + name);
+        EXPECT_EQ(result.output, output);
+        EXPECT_EQ(result.calls, canCalls(2, {call}));
+    }
+}
+
+TEST(Can, PassesOverAnUnknownChannelInSilence)
+{
+    Unit unit = unitWithTwoChannels();
+    for (const std::string name :
+         {"CAN2", "CAN3", "CAN", "CAN-1", "CAN00", "CAN01", "CAN1x", "CAN256", "1", "xCAN1"})
+        for (const std::string option : {"", " --baudrate", " --baudrate=250"})
+        {
+            SCOPED_TRACE(name + option);
+            const Result result = unit.run("--can=" + name + option);
+            EXPECT_EQ(result.output, "");
+            EXPECT_EQ(result.calls, canCalls(2));
+        }
+}
+
+TEST(Can, KnowsNoChannelByTheLastNameOfItsHelp)
+{
+    Unit unit;
+    EXPECT_NE(unit.run("--can --help").output.find("CAN4"), std::string::npos);
+    EXPECT_EQ(unit.run("--can=CAN4").output, "");
+}
+
+TEST(Can, PrintsTheHighestAndTheLowestBaudrate)
+{
+    Unit unit(R"({"about": {"canConnections": 2}, "can": {"baudrates": [65535, 0]}})");
+    EXPECT_EQ(unit.run("--can").output,
+              lines({"CAN device 0 baud rate: 65535", "CAN device 1 baud rate: 0"}));
+}
+
+TEST(Can, SetsTheBaudrateOfANamedChannel)
+{
+    Unit unit = unitWithTwoChannels();
+    const Result result = unit.run("--can=CAN1 --baudrate=800");
+    EXPECT_EQ(result.output, "CAN device 1 baud rate set to: 800\n");
+    EXPECT_EQ(result.calls, canCalls(2, {"CanSetting_setBaudrate(2, 800) = 0"}));
+    EXPECT_EQ(unit["/can/baudrates"], (nlohmann::json{125, 800}));
+}
+
+TEST(Can, SetsTheChannelNamedInAnyCase)
+{
+    Unit unit = unitWithTwoChannels();
+    EXPECT_EQ(unit.run("--can=can0 --baudrate=500").output, "CAN device 0 baud rate set to: 500\n");
+    EXPECT_EQ(unit.run("--can=cAN1 --baudrate=250").output, "CAN device 1 baud rate set to: 250\n");
+    EXPECT_EQ(unit["/can/baudrates"], (nlohmann::json{500, 250}));
+}
+
+TEST(Can, SendsTheLowSixteenBitsOfABaudrate)
+{
+    const struct
+    {
+        const char* value;
+        int sent;
+    } cases[] = {{"1", 1},         {"65534", 65534}, {"65535", 65535},
+                 {"65537", 1},     {"70000", 4464},  {"2147483647", 65535},
+                 {"-1", 65535},    {"-65000", 536},  {"99999999999999999999", 65535},
+                 {"250kbit", 250}, {"12.9", 12}};
+    for (const auto& [value, sent] : cases)
+    {
+        SCOPED_TRACE(value);
+        Unit unit = unitWithTwoChannels();
+        const std::string number = std::to_string(sent);
+        const Result result = unit.run(std::string("--can=CAN0 --baudrate=") + value);
+        EXPECT_EQ(result.output, "CAN device 0 baud rate set to: " + number + "\n");
+        EXPECT_EQ(result.calls, canCalls(2, {"CanSetting_setBaudrate(1, " + number + ") = 0"}));
+        EXPECT_EQ(unit["/can/baudrates/0"], sent);
+    }
+}
+
+TEST(Can, SendsTextAndWhatTheCutLeavesEmptyAsZero)
+{
+    Unit unit = unitWithTwoChannels();
+    for (const std::string value : {"abc", "0", "65536", "-65536", "-99999999999999999999"})
+    {
+        SCOPED_TRACE(value);
+        const Result result = unit.run("--can=CAN0 --baudrate=" + value);
+        EXPECT_EQ(result.output, "setBaudrate: The value is out of range\n");
+        EXPECT_EQ(result.calls, canCalls(2, {"CanSetting_setBaudrate(1, 0) = 5",
+                                             "GetErrorStringA(5) = \"The value is out of range\""}));
+        EXPECT_EQ(unit["/can/baudrates"], (nlohmann::json{125, 1000}));
+    }
+}
+
+TEST(Can, PrintsABaudrateOfZeroThatTheUnitTook)
+{
+    Unit unit;
+    unit.ignores("CanSetting_setBaudrate");
+    EXPECT_EQ(unit.run("--can=CAN0 --baudrate=abc").output, "CAN device 0 baud rate set to: 0\n");
+}
+
+TEST(Can, WantsAValueWithTheBaudrate)
+{
+    Unit unit = unitWithTwoChannels();
+    for (const std::string value : {"", "=", "=noArgument", "=noargument", "=NOARGUMENT", " 250"})
+    {
+        SCOPED_TRACE(value);
+        const Result result = unit.run("--can=CAN1 --baudrate" + value);
+        EXPECT_EQ(result.output, noBaudrate);
+        EXPECT_EQ(result.calls, canCalls(2));
+    }
+}
+
+TEST(Can, SetsNothingWithoutAChannel)
+{
+    Unit unit = unitWithTwoChannels();
+    for (const std::string arguments : {"--can --baudrate=250", "--can= --baudrate=250", "--can --baudrate",
+                                        "--can=noargument --baudrate=250"})
+    {
+        SCOPED_TRACE(arguments);
+        const Result result = unit.run(arguments);
+        EXPECT_EQ(result.output, "");
+        EXPECT_EQ(result.calls, canCalls(2));
+    }
+}
+
+TEST(Can, TakesTheLastOfRepeatedBaudrates)
+{
+    Unit unit = unitWithTwoChannels();
+    EXPECT_EQ(unit.run("--can=CAN1 --baudrate=250 --baudrate=500").output,
+              "CAN device 1 baud rate set to: 500\n");
+    EXPECT_EQ(unit.run("--can=CAN1 --baudrate=250 --baudrate").output, noBaudrate);
+    EXPECT_EQ(unit.run("--can=CAN1 --baudrate --baudrate=800").output,
+              "CAN device 1 baud rate set to: 800\n");
+}
+
+TEST(Can, HasNothingToDoOnAUnitWithoutChannels)
+{
+    Unit unit(R"({"about": {"canConnections": 0}})");
+    for (const std::string arguments :
+         {"--can", "--can=CAN0", "--can=CAN0 --baudrate=250", "--can --baudrate"})
+    {
+        SCOPED_TRACE(arguments);
+        const Result result = unit.run(arguments);
+        EXPECT_EQ(result.output, noChannels);
+        EXPECT_EQ(result.calls, canCalls(0));
+    }
+}
+
+TEST(Can, RefusesAForeignOptionBeforeItFindsNoChannels)
+{
+    Unit unit(R"({"about": {"canConnections": 0}})");
+    EXPECT_EQ(unit.run("--can --volume").output, optionRefused + noChannels);
+}
+
+TEST(Can, ReadsAndSetsTheLastOf255Channels)
+{
+    Unit unit(R"({"about": {"canConnections": 255}, "can": {"baudrates": []}})");
+    std::string all;
+    for (int channel = 0; channel < 255; ++channel)
+        all += "CAN device " + std::to_string(channel) + " baud rate: 125\n";
+    EXPECT_EQ(unit.run("--can").output, all);
+    EXPECT_EQ(unit.run("--can=can254 --baudrate=800").calls,
+              canCalls(255, {"CanSetting_setBaudrate(255, 800) = 0"}));
+    EXPECT_EQ(unit.run("--can=CAN254").output, "CAN device 254 baud rate: 800\n");
+    EXPECT_EQ(unit.run("--can=CAN255").output, "");
+}
+
+TEST(Can, TakesAUnitThatCannotCountForOneOfFourChannels)
+{
+    Unit unit = unitWithTwoChannels();
+    unit.fails("About_getNrOfCANConnections", 77);
+    const Result result = unit.run("--can");
+    EXPECT_EQ(result.output,
+              lines({"CAN device 0 baud rate: 125", "CAN device 1 baud rate: 1000",
+                     "getBaudrate: Not supported by this unit", "getBaudrate: Not supported by this unit"}));
+    Calls calls = counting("[]", 77);
+    calls.insert(calls.end(),
+                 {"CanSetting_getBaudrate(1, [125]) = 0", "CanSetting_getBaudrate(2, [1000]) = 0",
+                  "CanSetting_getBaudrate(3, []) = 2", "GetErrorStringA(2) = \"Not supported by this unit\"",
+                  "CanSetting_getBaudrate(4, []) = 2", "GetErrorStringA(2) = \"Not supported by this unit\"",
+                  "CanSetting_release() = 0"});
+    EXPECT_EQ(result.calls, calls);
+}
+
+TEST(Can, SetsAmongFourChannelsWhereTheUnitCannotCount)
+{
+    Unit unit;
+    unit.set("/about/canConnections", 6);
+    unit.fails("About_getNrOfCANConnections", 77);
+    EXPECT_EQ(unit.run("--can=CAN3 --baudrate=800").output, "CAN device 3 baud rate set to: 800\n");
+    EXPECT_EQ(unit.run("--can=CAN4 --baudrate=800").output, "");
+    EXPECT_EQ(unit.run("--can --help").output, help(4));
+}
+
+TEST(Can, CountsNoChannelsWhereNoCountWasWritten)
+{
+    Unit unit;
+    unit.ignores("About_getNrOfCANConnections");
+    EXPECT_EQ(unit.run("--can").output, noChannels);
+}
+
+TEST(Can, RefusesEveryForeignOptionAndGoesOn)
+{
+    Unit unit = unitWithTwoChannels();
+    for (const std::string option : {"--volume", "--can=CAN0", "--frequency=5", "-h", "-v"})
+    {
+        SCOPED_TRACE(option);
+        EXPECT_EQ(unit.run("--can=CAN1 " + option).output, optionRefused + "CAN device 1 baud rate: 1000\n");
+    }
+    EXPECT_EQ(unit.run("--can=CAN1 --volume -h").output,
+              optionRefused + optionRefused + "CAN device 1 baud rate: 1000\n");
+}
+
+TEST(Can, RefusesAForeignOptionBesideItsOwnToo)
+{
+    Unit unit = unitWithTwoChannels();
+    const std::string output = optionRefused + "CAN device 1 baud rate set to: 250\n";
+    EXPECT_EQ(unit.run("--can=CAN1 --volume --baudrate=250").output, output);
+    EXPECT_EQ(unit.run("--can=CAN1 --baudrate=250 --volume").output, output);
+}
+
+TEST(Can, RefusesAnUnknownOptionAfterItsDiagnostic)
+{
+    Unit unit = unitWithTwoChannels();
+    const Result result = unit.runComplaining("--can=CAN0 --bogus");
+    EXPECT_EQ(result.output, optionRefused + "CAN device 0 baud rate: 125\n");
+    EXPECT_NE(result.errors.find("unrecognized option '--bogus'"), std::string::npos);
+    EXPECT_EQ(unit.runComplaining("--can=CAN0 --bogus --baudrate=250").output,
+              optionRefused + "CAN device 0 baud rate set to: 250\n");
+}
+
+TEST(Can, ShowsItsHelpAndReleasesNoCanSetting)
+{
+    Unit unit;
+    const Result result = unit.run("--can --help");
+    EXPECT_EQ(result.output, help(4));
+    EXPECT_EQ(result.calls, counting("[4]"));
+}
+
+TEST(Can, ListsAsManyChannelsInItsHelpAsTheUnitHas)
+{
+    for (const int channels : {0, 1, 2, 10, 255})
+    {
+        Unit unit;
+        unit.set("/about/canConnections", channels);
+        EXPECT_EQ(unit.run("--can --help").output, help(channels));
+    }
+}
+
+TEST(Can, ShowsItsHelpAmongOtherOptionsAndChangesNothing)
+{
+    Unit unit = unitWithTwoChannels();
+    for (const std::string arguments : {"--can=CAN1 --baudrate=250 --help",
+                                        "--can=CAN1 --help --baudrate=250", "--can=CAN9 --help --volume"})
+    {
+        SCOPED_TRACE(arguments);
+        const Result result = unit.run(arguments);
+        EXPECT_EQ(result.output, help(2));
+        EXPECT_EQ(result.calls, counting("[2]"));
+    }
+    EXPECT_EQ(unit.run("--can --volume --help").output, optionRefused + help(2));
+}
+
+TEST(Can, ReportsAFailedReadingAndGoesOnWithTheNextChannel)
+{
+    Unit unit = unitWithTwoChannels();
+    unit.failsOnce("CanSetting_getBaudrate", 77);
+    const Result result = unit.run("--can");
+    EXPECT_EQ(result.output, lines({"getBaudrate: Error 77", "CAN device 1 baud rate: 1000"}));
+    EXPECT_EQ(result.calls,
+              canCalls(2, {"CanSetting_getBaudrate(1, []) = 77", "GetErrorStringA(77) = \"Error 77\"",
+                           "CanSetting_getBaudrate(2, [1000]) = 0"}));
+}
+
+TEST(Can, ReportsTheFailedReadingOfANamedChannel)
+{
+    Unit unit = unitWithTwoChannels();
+    unit.fails("CanSetting_getBaudrate", 77);
+    const Result result = unit.run("--can=CAN1");
+    EXPECT_EQ(result.output, "getBaudrate: Error 77\n");
+    EXPECT_EQ(result.calls,
+              canCalls(2, {"CanSetting_getBaudrate(2, []) = 77", "GetErrorStringA(77) = \"Error 77\""}));
+}
+
+TEST(Can, ReportsAFailedChangeAndReleases)
+{
+    Unit unit = unitWithTwoChannels();
+    unit.fails("CanSetting_setBaudrate", 77);
+    const Result result = unit.run("--can=CAN1 --baudrate=250");
+    EXPECT_EQ(result.output, "setBaudrate: Error 77\n");
+    EXPECT_EQ(result.calls,
+              canCalls(2, {"CanSetting_setBaudrate(2, 250) = 77", "GetErrorStringA(77) = \"Error 77\""}));
+    EXPECT_EQ(unit["/can/baudrates"], (nlohmann::json{125, 1000}));
+}
+
+TEST(Can, ReadsOnInSilenceWhereTheErrorHasNoText)
+{
+    Unit unit = unitWithTwoChannels();
+    unit.set("/errorTexts", {{"77", nullptr}});
+    unit.failsOnce("CanSetting_getBaudrate", 77);
+    const Result result = unit.run("--can");
+    EXPECT_EQ(result.output, "getBaudrate: ");
+    EXPECT_EQ(result.calls, canCalls(2, {"CanSetting_getBaudrate(1, []) = 77", "GetErrorStringA(77) = null",
+                                         "CanSetting_getBaudrate(2, [1000]) = 0"}));
+}
+
+TEST(Can, FallsSilentWhereTheErrorOfAChangeHasNoText)
+{
+    Unit unit = unitWithTwoChannels();
+    unit.set("/errorTexts", {{"77", nullptr}});
+    unit.fails("CanSetting_setBaudrate", 77);
+    const Result result = unit.run("--can=CAN0 --baudrate=250");
+    EXPECT_EQ(result.output, "setBaudrate: ");
+    EXPECT_EQ(result.calls.back(), "CanSetting_release() = 0");
+}
+
+TEST(Can, PrintsZeroWhereNothingWasWritten)
+{
+    Unit unit = unitWithTwoChannels();
+    unit.ignores("CanSetting_getBaudrate");
+    EXPECT_EQ(unit.run("--can=CAN1").output, "CAN device 1 baud rate: 0\n");
+}
+
+TEST(Can, UsesHandlesThatAreNull)
+{
+    Unit unit;
+    unit.set("/about/canConnections", 1);
+    unit.givesNull("GetAbout");
+    EXPECT_EQ(unit.run("--can --help").output, help(4));
+    unit.givesNull("GetCanSetting");
+    const Result result = unit.run("--can=CAN0");
+    EXPECT_EQ(result.output, "getBaudrate: The module handle is not valid\n");
+    EXPECT_EQ(result.calls.back(), "CanSetting_release() = 3");
+}
+
+TEST(Can, SaysNothingOfFailedReleases)
+{
+    Unit unit = unitWithTwoChannels();
+    unit.fails("About_release", 77);
+    unit.fails("CanSetting_release", 78);
+    EXPECT_EQ(unit.run("--can=CAN0").output, "CAN device 0 baud rate: 125\n");
+}
+
+TEST(Can, BaudratesOutlastAReboot)
+{
+    Unit unit;
+    unit.run("--can=CAN0 --baudrate=125");
+    unit.run("--can=CAN3 --baudrate=1000");
+    unit.shutDown();
+    EXPECT_EQ(unit.run("--can").output,
+              lines({"CAN device 0 baud rate: 125", "CAN device 1 baud rate: 250",
+                     "CAN device 2 baud rate: 500", "CAN device 3 baud rate: 1000"}));
+}
+
+} // namespace
