@@ -131,8 +131,15 @@ json Unit::operator[](const std::string& place) const
 
 void Unit::set(const std::string& place, const json& value)
 {
+    // Key by key, because a pointer takes a key that is a number for a place in a list.
+    std::vector<std::string> keys;
+    for (json::json_pointer at(place); !at.empty(); at.pop_back())
+        keys.insert(keys.begin(), at.back());
     json unit = content();
-    unit[json::json_pointer(place)] = value;
+    json* at = &unit;
+    for (const std::string& key : keys)
+        at = at->is_array() ? &at->at(std::stoul(key)) : &(*at)[key];
+    *at = value;
     writeFile(file(), unit.dump(2));
 }
 
