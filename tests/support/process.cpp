@@ -7,6 +7,7 @@
 #include <grp.h>
 #include <sstream>
 #include <stdexcept>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -26,21 +27,24 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts)
     return pointers;
 }
 
-void redirect(int descriptor, const std::string& path, int flags)
+int openForOutput(const std::string& path)
 {
-    const int file = open(path.c_str(), flags, 0600);
+    return open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+}
+
+void redirect(int descriptor, int file)
+{
     if (file < 0 || dup2(file, descriptor) < 0)
         _exit(126);
     close(file);
 }
 
 // Does not return.
-void become(const Command& command, const std::string& input, const std::string& output,
-            const std::string& errors)
+void become(const Command& command, const std::string& input, int output, const std::string& errors)
 {
-    redirect(STDIN_FILENO, input, O_RDONLY);
-    redirect(STDOUT_FILENO, output, O_WRONLY | O_CREAT | O_APPEND);
-    redirect(STDERR_FILENO, errors, O_WRONLY | O_CREAT | O_APPEND);
+    redirect(STDIN_FILENO, open(input.c_str(), O_RDONLY));
+    redirect(STDOUT_FILENO, output);
+    redirect(STDERR_FILENO, openForOutput(errors));
     if (command.unprivileged && getuid() == 0 &&
         (setgroups(0, nullptr) != 0 || setgid(nobody) != 0 || setuid(nobody) != 0))
         _exit(126);
@@ -54,14 +58,15 @@ void become(const Command& command, const std::string& input, const std::string&
     _exit(127);
 }
 
-int startChild(const Command& command, const std::string& input, const std::string& output,
-               const std::string& errors)
+// The descriptor `output` becomes the child's standard output and is closed here.
+int startChild(const Command& command, const std::string& input, int output, const std::string& errors)
 {
     const pid_t child = fork();
-    if (child < 0)
-        throw std::runtime_error("no process for " + command.words.front());
     if (child == 0)
         become(command, input, output, errors);
+    close(output);
+    if (child < 0)
+        throw std::runtime_error("no process for " + command.words.front());
     return child;
 }
 
@@ -71,7 +76,8 @@ Outcome runCommand(const Command& command)
 {
     const TemporaryFolder folder;
     writeFile(folder / "input", command.input);
-    const pid_t child = startChild(command, folder / "input", folder / "output", folder / "errors");
+    const pid_t child =
+        startChild(command, folder / "input", openForOutput(folder / "output"), folder / "errors");
     Outcome outcome{};
     waitpid(child, &outcome.status, 0);
     outcome.output = readFile(folder / "output");
@@ -81,7 +87,22 @@ Outcome runCommand(const Command& command)
 
 int startCommand(const Command& command)
 {
-    return startChild(command, "/dev/null", "/dev/null", "/dev/null");
+    return startChild(command, "/dev/null", openForOutput("/dev/null"), "/dev/null");
+}
+
+std::vector<std::string> writesOf(const Command& command)
+{
+    int ends[2]; // of a socket that keeps every write apart
+    if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0)
+        throw std::runtime_error("no socket for " + command.words.front());
+    const pid_t child = startChild(command, "/dev/null", ends[1], "/dev/null");
+    std::vector<std::string> writes;
+    std::string packet(65536, '\0');
+    for (ssize_t length; (length = read(ends[0], packet.data(), packet.size())) > 0;)
+        writes.push_back(packet.substr(0, static_cast<std::size_t>(length)));
+    close(ends[0]);
+    waitpid(child, nullptr, 0);
+    return writes;
 }
 
 TemporaryFolder::TemporaryFolder()

@@ -27,6 +27,9 @@ Outcome runCommand(const Command& command);
 // Starts the command without waiting for it, with its output thrown away. Gives its process id.
 int startCommand(const Command& command);
 
+// What the command wrote on standard output, write by write, each up to 64 KiB. It finds no input.
+std::vector<std::string> writesOf(const Command& command);
+
 // A folder of its own, removed with the object. Anybody may write into it.
 class TemporaryFolder
 {
