@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cstdio>
+#include <cstring>
 
 static bool silenced = false;
 
@@ -33,8 +34,8 @@ void printPart(const char* text)
         std::fflush(stdout);
         silenced = true;
     }
-    if (!silenced)
-        fputs_unlocked(text, stdout);
+    else
+        writeBytes(text, text + std::strlen(text));
 }
 
 void printPart(double number)
