@@ -397,7 +397,7 @@ TEST(OnOff, RefusesNegativeTimes)
 {
     Unit unit;
     for (const TimeSetting& each : timeSettings)
-        for (const char* text : {"-1", "-5", "-65531", "-2147483648"})
+        for (const char* text : {"-1", "-5", "-65531", "-2147483648", "-99999999999999999999"})
         {
             SCOPED_TRACE(each.option + "=" + text);
             const Result result = unit.run("--onoff " + each.option + "=" + text);
@@ -441,13 +441,18 @@ bool isProgram64Bit()
     return readFile(programPath()).at(4) == 2;
 }
 
-// A wider number keeps its low 32 bits where a long has 64, and stops at its highest value where it has 32.
-TEST(OnOff, SendsASignalTimeBeyondThirtyTwoBitsAsFarAsALongHoldsIt)
+// A long of 64 bits holds such a number, one of 32 bits stops at its highest value.
+TEST(OnOff, TakesANumberBeyondThirtyTwoBitsAsFarAsALongHoldsIt)
 {
+    const bool wide = isProgram64Bit();
     Unit unit;
-    EXPECT_EQ(unit.run("--onoff --onoff_signal_time=4294967301").output,
-              isProgram64Bit() ? "OnOff Signal time set to: 5s\n"
-                               : "OnOff Signal time set to: 2147483647s\n");
+    const Result signal = unit.run("--onoff --onoff_signal_time=4294967301");
+    EXPECT_EQ(signal.output,
+              wide ? "OnOff Signal time set to: 5s\n" : "OnOff Signal time set to: 2147483647s\n");
+    const Result press = unit.run("--onoff --longpress_time=4294967301");
+    EXPECT_EQ(press.output,
+              wide ? "Long press time set to: 4294967301ms\n" : "Long press time set to: 2147483647ms\n");
+    EXPECT_EQ(unit["/config/longPressTime"], wide ? 5 : 65535);
 }
 
 TEST(OnOff, ShowsAStartWithPowerForOneAlone)

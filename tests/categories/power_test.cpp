@@ -319,6 +319,12 @@ TEST_P(Power, SwitchesNoChannelWhoseMaskItCouldNotRead)
                                     get("Video") + "([15]) = 0", set("Video") + "(13) = 0"}));
 }
 
+TEST_P(Power, ReadsTheMaskBeforeItLooksAtTheWord)
+{
+    unit.fails(get("Video"), 77);
+    EXPECT_EQ(run("--vchannel1=maybe").output, "getVideoPowerStatus: Error 77\n");
+}
+
 TEST_P(Power, ReportsAFailedSwitchingOfAChannelAndGoesOn)
 {
     unit.failsOnce(set("Video"), 77);
