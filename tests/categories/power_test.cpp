@@ -64,6 +64,11 @@ struct Mode
     std::string place;
 };
 
+std::ostream& operator<<(std::ostream& stream, const Mode& mode)
+{
+    return stream << mode.argument;
+}
+
 const Mode current = {"Current", "current", "Current - ", "Power_", "PowerStatus", "/power"};
 const Mode startup = {
     "Startup", "startup", "Start-up - ", "Config_", "StartupPowerConfig", "/config/startupPower"};
