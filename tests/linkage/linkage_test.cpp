@@ -66,7 +66,7 @@ TEST(Program, LetsTheEnvironmentChooseTheDeviceLibrary)
 TEST(Program, IsInstalledWithoutSearchPath)
 {
     const TemporaryFolder folder;
-    told({CMAKE, "--install", BUILD_FOLDER, "--prefix", folder.path});
+    told({CMAKE, "--install", buildFolder(), "--prefix", folder.path});
     const std::string dynamic = told({"readelf", "-d", folder / "bin/fobrob"});
     EXPECT_NE(dynamic.find("(NEEDED)"), std::string::npos);
     EXPECT_EQ(dynamic.find("PATH)"), std::string::npos) << dynamic;

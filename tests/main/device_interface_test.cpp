@@ -179,7 +179,7 @@ Outcome runOnOtherLibrary(const std::string& arguments)
 {
     const Unit unit;
     Command command = programOn(unit.file(), arguments);
-    command.environment["LD_LIBRARY_PATH"] = OTHER_LIBRARY_FOLDER ":" + simulatorFolder();
+    command.environment["LD_LIBRARY_PATH"] = otherLibraryFolder() + ":" + simulatorFolder();
     return runCommand(command);
 }
 

@@ -50,14 +50,29 @@ Calls callsOn(const std::string& module, const Calls& calls)
     return all;
 }
 
+std::string buildFolder()
+{
+    return fromEnvironment("FOBROB_BUILD", BUILD_FOLDER);
+}
+
 std::string programPath()
 {
-    return fromEnvironment("FOBROB_EXECUTABLE", FOBROB_EXECUTABLE);
+    return buildFolder() + "/fobrob";
 }
 
 std::string simulatorFolder()
 {
-    return fromEnvironment("FOBROB_SIMULATOR", FOBROB_SIMULATOR);
+    return buildFolder() + "/simulator";
+}
+
+std::string otherLibraryFolder()
+{
+    return buildFolder() + "/tests/other";
+}
+
+std::string standIns()
+{
+    return buildFolder() + "/tests/stand-ins.so";
 }
 
 Command programOn(const std::string& unit, const std::vector<std::string>& arguments)
@@ -66,7 +81,7 @@ Command programOn(const std::string& unit, const std::vector<std::string>& argum
     command.words.push_back(programPath());
     command.words.insert(command.words.end(), arguments.begin(), arguments.end());
     command.environment = {
-        {"LD_LIBRARY_PATH", simulatorFolder()}, {"LD_PRELOAD", FOBROB_STAND_INS}, {"QVAUX_UNIT", unit}};
+        {"LD_LIBRARY_PATH", simulatorFolder()}, {"LD_PRELOAD", standIns()}, {"QVAUX_UNIT", unit}};
     return command;
 }
 

@@ -27,9 +27,14 @@ std::string lines(std::initializer_list<std::string> list);
 Command programOn(const std::string& unit, const std::string& arguments);
 Command programOn(const std::string& unit, const std::vector<std::string>& arguments);
 
-// Where the program, and the libraries that stand in for the world around it, are found.
+// Where the program under test is found, and what stands in for the world around it. All of it is in one
+// build folder: this one, or the one that FOBROB_BUILD names. FOBROB_RUNNER has the words to put before the
+// program.
+std::string buildFolder();
 std::string programPath();
 std::string simulatorFolder();
+std::string otherLibraryFolder(); // a device library that has a light sensor and nothing else
+std::string standIns();           // loaded before the program
 
 class Unit
 {
