@@ -12,7 +12,7 @@ using Names = std::set<std::string>;
 // The operations that the header of the device API declares.
 Names declaredOperations()
 {
-    const std::string header = readFile(DEVICE_HEADER);
+    const std::string header = readFile(PROJECT_FOLDER "/src/device/qv_aux2.h");
     const std::regex declaration(R"(\n *(?:ApiError|\w+Handle|const char\*) (\w+)\()");
     Names names;
     for (std::sregex_iterator match(header.begin(), header.end(), declaration), end; match != end; ++match)

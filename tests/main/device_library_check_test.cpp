@@ -5,9 +5,11 @@
 namespace
 {
 
+const char* const checker = PROJECT_FOLDER "/tools/check-device-library";
+
 Outcome check(const std::string& library)
 {
-    return runCommand({{DEVICE_LIBRARY_CHECK, library}, {{"PATH", "/usr/bin:/bin"}}});
+    return runCommand({{checker, library}, {{"PATH", "/usr/bin:/bin"}}});
 }
 
 int exitStatus(const Outcome& outcome)
@@ -37,7 +39,7 @@ TEST(DeviceLibraryCheck, NamesWhatALibraryLacks)
 
 TEST(DeviceLibraryCheck, TellsAFileThatIsNoLibrary)
 {
-    EXPECT_EQ(exitStatus(check(DEVICE_LIBRARY_CHECK)), 2);
+    EXPECT_EQ(exitStatus(check(checker)), 2);
     EXPECT_EQ(exitStatus(check("/does/not/exist")), 2);
 }
 

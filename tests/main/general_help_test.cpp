@@ -119,7 +119,7 @@ TEST(ProgramVersion, EndsTheProcessWithSuccess)
 TEST(OptionList, IsPrintedToTheByte)
 {
     Unit unit;
-    EXPECT_EQ(unit.run("--list").output, readFile(TEST_DATA "/option-list.txt"));
+    EXPECT_EQ(unit.run("--list").output, readFile(PROJECT_FOLDER "/tests/data/option-list.txt"));
 }
 
 TEST(OptionList, Has197Lines)
