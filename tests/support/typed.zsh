@@ -1,0 +1,24 @@
+# Types its argument into an interactive zsh. TAB completes, M-* puts all that is offered into the line, and the command
+# prints its words.
+
+if [[ -o interactive ]]; then
+    # The groundwork of the completion alone, for all the commands there are take long to read.
+    fpath=($COMPLETIONS ${(M)fpath:#*/(Completion|Base)})
+    autoload -Uz compinit
+    compinit -D -u
+    offer-all() { _main_complete; compstate[insert]=all; compstate[list]= }
+    zle -C offer-all complete-word offer-all
+    bindkey '\e*' offer-all
+    fobrob() { print -rl -- "$@" >&3; exit }
+    fobrob-sim() { fobrob "$@" }
+    PS1='ready> '
+    return
+fi
+
+exec 3>&1
+zmodload zsh/zpty
+zpty session zsh -f -i
+zpty -w session "source ${(q)0}"
+zpty -r session shown '*ready> *'
+zpty -w session $1
+while zpty -r session shown; do :; done
