@@ -7,6 +7,7 @@
 #include <grp.h>
 #include <sstream>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -39,12 +40,32 @@ void redirect(int descriptor, int file)
     close(file);
 }
 
-// Does not return.
-void become(const Command& command, const std::string& input, int output, const std::string& errors)
+// The descriptor `output` becomes the child's standard output and is closed here.
+int startChild(const Command& command, const std::string& input, int output, const std::string& errors)
 {
-    redirect(STDIN_FILENO, open(input.c_str(), O_RDONLY));
-    redirect(STDOUT_FILENO, output);
-    redirect(STDERR_FILENO, openForOutput(errors));
+    const pid_t child = fork();
+    if (child == 0)
+    {
+        redirect(STDIN_FILENO, open(input.c_str(), O_RDONLY));
+        redirect(STDOUT_FILENO, output);
+        redirect(STDERR_FILENO, openForOutput(errors));
+        executeCommand(command);
+    }
+    close(output);
+    if (child < 0)
+        throw std::runtime_error("no process for " + command.words.front());
+    return child;
+}
+
+double seconds(const timeval& time)
+{
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
+
+} // namespace
+
+void executeCommand(const Command& command)
+{
     if (command.unprivileged && getuid() == 0 &&
         (setgroups(0, nullptr) != 0 || setgid(nobody) != 0 || setuid(nobody) != 0))
         _exit(126);
@@ -58,20 +79,6 @@ void become(const Command& command, const std::string& input, int output, const 
     _exit(127);
 }
 
-// The descriptor `output` becomes the child's standard output and is closed here.
-int startChild(const Command& command, const std::string& input, int output, const std::string& errors)
-{
-    const pid_t child = fork();
-    if (child == 0)
-        become(command, input, output, errors);
-    close(output);
-    if (child < 0)
-        throw std::runtime_error("no process for " + command.words.front());
-    return child;
-}
-
-} // namespace
-
 Outcome runCommand(const Command& command)
 {
     const TemporaryFolder folder;
@@ -79,15 +86,17 @@ Outcome runCommand(const Command& command)
     const pid_t child =
         startChild(command, folder / "input", openForOutput(folder / "output"), folder / "errors");
     Outcome outcome{};
-    waitpid(child, &outcome.status, 0);
+    rusage used{};
+    wait4(child, &outcome.status, 0, &used);
+    outcome.processorTime = seconds(used.ru_utime) + seconds(used.ru_stime);
     outcome.output = readFile(folder / "output");
     outcome.errors = readFile(folder / "errors");
     return outcome;
 }
 
-int startCommand(const Command& command)
+int startCommand(const Command& command, const std::string& output)
 {
-    return startChild(command, "/dev/null", openForOutput("/dev/null"), "/dev/null");
+    return startChild(command, "/dev/null", openForOutput(output), "/dev/null");
 }
 
 std::vector<std::string> writesOf(const Command& command)

@@ -18,14 +18,19 @@ struct Outcome
 {
     std::string output;
     std::string errors;
-    int status; // as waitpid tells it; 0 is a normal end with exit status 0
+    int status;           // as waitpid tells it; 0 is a normal end with exit status 0
+    double processorTime; // seconds, of the user and the system
 };
 
 // A command that does not end within two minutes is killed.
 Outcome runCommand(const Command& command);
 
-// Starts the command without waiting for it, with its output thrown away. Gives its process id.
-int startCommand(const Command& command);
+// Starts the command without waiting for it, with nothing on standard input. Its output goes to the file
+// `output`. Gives its process id.
+int startCommand(const Command& command, const std::string& output = "/dev/null");
+
+// Turns this process into the command. Its standard input and output stay as they are.
+[[noreturn]] void executeCommand(const Command& command);
 
 // What the command wrote on standard output, write by write, each up to 64 KiB. It finds no input.
 std::vector<std::string> writesOf(const Command& command);

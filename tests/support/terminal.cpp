@@ -1,0 +1,70 @@
+#include "support/terminal.h"
+
+#include <chrono>
+#include <csignal>
+#include <poll.h>
+#include <pty.h>
+#include <stdexcept>
+#include <sys/wait.h>
+#include <unistd.h>
+
+constexpr int patience = 30000; // milliseconds
+
+Terminal::Terminal(const Command& command)
+{
+    child = forkpty(&master, nullptr, nullptr, nullptr);
+    if (child < 0)
+        throw std::runtime_error("no terminal for " + command.words.front());
+    if (child == 0)
+        executeCommand(command);
+}
+
+Terminal::~Terminal()
+{
+    close(master);
+    if (child > 0)
+    {
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+    }
+}
+
+// False when nothing comes within the time, or nothing can come any more.
+bool Terminal::readMore(int milliseconds)
+{
+    pollfd ready{master, POLLIN, 0};
+    if (milliseconds <= 0 || poll(&ready, 1, milliseconds) <= 0)
+        return false;
+    char block[4096];
+    const ssize_t count = read(master, block, sizeof block);
+    for (ssize_t i = 0; i < count; ++i)
+        if (block[i] != '\r')
+            text += block[i];
+    return count > 0;
+}
+
+bool Terminal::sees(const std::string& line)
+{
+    using namespace std::chrono;
+    const auto deadline = steady_clock::now() + milliseconds(patience);
+    while (("\n" + text).find("\n" + line + "\n") == std::string::npos)
+        if (!readMore(static_cast<int>(duration_cast<milliseconds>(deadline - steady_clock::now()).count())))
+            return false;
+    return true;
+}
+
+void Terminal::type(const std::string& typed)
+{
+    if (write(master, typed.data(), typed.size()) != static_cast<ssize_t>(typed.size()))
+        throw std::runtime_error("can not type at the terminal");
+}
+
+int Terminal::end()
+{
+    while (readMore(patience))
+        continue;
+    int status = -1;
+    waitpid(child, &status, 0);
+    child = -1;
+    return status;
+}
