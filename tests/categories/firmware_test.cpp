@@ -188,7 +188,7 @@ TEST(Firmware, AbortsEachWorkThatIsRefused)
     }
 }
 
-TEST(Firmware, AsksNothingByForceAndReadsNothing)
+TEST(Firmware, AsksNothingByForceWhateverTheInput)
 {
     for (const Work& work : works)
     {

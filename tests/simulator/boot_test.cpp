@@ -1,0 +1,158 @@
+#include "support/unit.h"
+
+namespace
+{
+
+// A unit whose settings are none of the defaults.
+const char* const changed = R"({
+    "buzzer": {"frequency": 800, "volume": 5, "enabled": true},
+    "backlight": {"intensity": 7, "automatic": true, "filter": [2, 3, 4, 5], "ledDimming": true},
+    "frontLed": {"frequency": 2.5, "dutyCycle": 10, "color": "red", "pulses": 3, "idleTime": 9, "startup": false},
+    "can": {"baudrates": [125, 125, 125, 125]},
+    "config": {"suspendMaxTime": 7, "heatingLimit": 3, "longPressAction": "none",
+               "startupPower": {"video": 1, "can": false, "externalFan": true}},
+    "touch": {"profile": "mouse", "rightClickTime": 1},
+    "telematics": {"wlan": {"power": false, "startupPower": false}, "gps": {"power": false, "startupPower": false}}
+})";
+
+// Everything that the settings categories print of themselves.
+std::string settings(Unit& unit)
+{
+    std::string text;
+    for (const char* category :
+         {"--buzzer", "--backlight", "--led", "--can", "--onoff", "--power", "--telematics", "--touch --mode",
+          "--touch --setting=rightclicktime", "--heater --temperature"})
+        text += unit.run(category).output;
+    return text;
+}
+
+TEST(Boot, CountsAPowerCycleWithTheNextCall)
+{
+    Unit unit(R"({"diagnostic": {"powerCycles": 10}})");
+    unit.run("--advanced --shutdown");
+    EXPECT_EQ(unit["/boot/running"], false);
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], 10);
+    unit.run("--lightsensor");
+    EXPECT_EQ(unit["/boot/running"], true);
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], 11);
+    unit.run("--lightsensor");
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], 11);
+}
+
+TEST(Boot, CountsAPowerCycleWhereTheNextCallIsAShutdown)
+{
+    Unit unit(R"({"diagnostic": {"powerCycles": 10}})");
+    unit.shutDown();
+    unit.shutDown();
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], 11);
+}
+
+TEST(Boot, StaysOnWhereTheShutdownFails)
+{
+    Unit unit;
+    unit.fails("FirmwareUpgrade_shutDown", 77);
+    unit.run("--advanced --shutdown");
+    unit.run("--lightsensor");
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], nullptr);
+}
+
+TEST(Boot, IsInRescueModeOnceWhereItWasAskedFor)
+{
+    Unit unit;
+    unit.run("--advanced --rescue_mode_next_boot");
+    EXPECT_EQ(unit.run("--advanced --system_mode").output, "System mode: 0\n");
+    unit.shutDown();
+    EXPECT_EQ(unit.run("--advanced --system_mode").output, "System mode: 1\n");
+    unit.shutDown();
+    EXPECT_EQ(unit.run("--advanced --system_mode").output, "System mode: 0\n");
+}
+
+TEST(Boot, KeepsEverySetting)
+{
+    Unit unit(changed);
+    unit.shutDown();
+    const std::string before = settings(unit);
+    unit.shutDown();
+    EXPECT_EQ(settings(unit), before);
+    unit.run("--advanced --rescue_mode_next_boot");
+    unit.shutDown();
+    EXPECT_EQ(settings(unit), before);
+}
+
+TEST(Boot, BringsTheDefaultsBackWhereAFactoryResetWasAskedFor)
+{
+    Unit fresh;
+    fresh.shutDown();
+    Unit unit(changed);
+    unit.shutDown();
+    const std::string before = settings(unit);
+    unit.run("--advanced --rescue_mode_next_boot --factory_reset");
+    EXPECT_EQ(settings(unit), before);
+    unit.shutDown();
+    EXPECT_EQ(settings(unit), settings(fresh));
+    EXPECT_EQ(unit.run("--advanced --system_mode").output, "System mode: 1\n");
+}
+
+TEST(Boot, ResetsTheSettingsOnceAlone)
+{
+    Unit unit;
+    unit.run("--advanced --rescue_mode_next_boot --factory_reset");
+    unit.shutDown();
+    unit.run("--buzzer --frequency=800");
+    unit.shutDown();
+    EXPECT_EQ(unit.run("--buzzer --frequency").output, "Buzzer Frequency: 800\n");
+}
+
+TEST(Boot, ResetsNothingButSettings)
+{
+    Unit unit(R"({"about": {"unitSerial": "QX1"}, "versions": {"ss": "9.9.9.9"},
+                  "diagnostic": {"powerCycles": 10, "totalRunTime": 5},
+                  "firmware": {"ss": {"digest": "12", "bytes": 3}}})");
+    unit.run("--advanced --rescue_mode_next_boot --factory_reset");
+    unit.shutDown();
+    unit.run("--lightsensor");
+    EXPECT_EQ(unit["/about/unitSerial"], "QX1");
+    EXPECT_EQ(unit["/versions/ss"], "9.9.9.9");
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], 11);
+    EXPECT_EQ(unit["/diagnostic/totalRunTime"], 5);
+    EXPECT_EQ(unit["/firmware/ss/digest"], "12");
+}
+
+TEST(Boot, TakesTheLastModeThatWasAskedFor)
+{
+    Unit unit(changed);
+    unit.run("--advanced --rescue_mode_next_boot --factory_reset");
+    unit.run("--advanced --rescue_mode_next_boot");
+    unit.shutDown();
+    EXPECT_EQ(unit.run("--buzzer --frequency").output, "Buzzer Frequency: 800\n");
+}
+
+TEST(Boot, NeedsItsAcknowledgementAnew)
+{
+    Unit unit;
+    unit.shutDown();
+    unit.run("--lightsensor");
+    EXPECT_EQ(unit["/boot/completed"], false);
+    unit.run("--advanced --boot_completed");
+    EXPECT_EQ(unit["/boot/completed"], true);
+    unit.shutDown();
+    unit.run("--lightsensor");
+    EXPECT_EQ(unit["/boot/completed"], false);
+}
+
+TEST(Boot, IsNotNeededToResetWhatTheSystemSupervisorKeeps)
+{
+    Unit unit(changed);
+    unit.shutDown();
+    Unit fresh;
+    fresh.shutDown();
+    const std::string buzzer = unit.run("--buzzer").output;
+    unit.run("--advanced --factory");
+    EXPECT_EQ(unit.run("--onoff").output, fresh.run("--onoff").output);
+    EXPECT_EQ(unit.run("--heater --temperature").output, fresh.run("--heater --temperature").output);
+    EXPECT_EQ(unit.run("--buzzer").output, buzzer);
+    EXPECT_EQ(unit["/touch/rightClickTime"], 1);
+    EXPECT_EQ(unit["/power/video"], 1);
+}
+
+} // namespace
