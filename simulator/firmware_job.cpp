@@ -12,6 +12,7 @@
 #include <optional>
 #include <sha2.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <thread>
 
 namespace
@@ -69,11 +70,19 @@ Firmware& firmwareIn(Unit& unit, FirmwareTarget target)
     return unit.firmware.front;
 }
 
-// False when the file can not be read.
+bool isRegular(const File& file)
+{
+    struct stat status
+    {
+    };
+    return ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+// False when the file can not be read. A pipe or a device is none: it may never begin or never end.
 bool readFile(const std::string& path, std::string& text)
 {
-    const File file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!file.isOpen())
+    const File file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (!file.isOpen() || !isRegular(file))
         return false;
     char block[65536];
     for (;;)

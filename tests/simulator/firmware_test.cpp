@@ -2,9 +2,13 @@
 #include "support/firmware_unit.h"
 
 #include <algorithm>
+#include <cctype>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
+#include <filesystem>
 #include <functional>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -56,6 +60,43 @@ std::string verify(FirmwareUnit& unit, const std::string& text)
 {
     writeFile(unit.hex, text);
     return unit.run("--advanced --verify=SS --force --filepath=" + unit.hex).output;
+}
+
+// A program that runs beside the test, and is killed at the latest with this object.
+class Running
+{
+public:
+    Running(const Command& command, const std::string& output) : process(startCommand(command, output))
+    {
+    }
+
+    ~Running()
+    {
+        if (process > 0)
+            kill();
+    }
+
+    void kill()
+    {
+        ::kill(process, SIGKILL);
+        waitpid(process, nullptr, 0);
+        process = 0;
+    }
+
+private:
+    int process;
+};
+
+bool comesTrue(const std::function<bool()>& condition)
+{
+    const auto deadline = Clock::now() + std::chrono::seconds(30);
+    while (Clock::now() < deadline)
+    {
+        if (condition())
+            return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return false;
 }
 
 TEST(FirmwareJob, RemembersWhatWasFlashed)
@@ -182,11 +223,11 @@ TEST(FirmwareJob, FindsARecordThatIsWrongAndTellsItsLine)
         {":000000000000\n", "Reading File", badLength}, // a byte too many
         {":00000000FF\n", "Reading File", badChecksum},
         {":0100000001FF\n", "Reading File", badChecksum},
-        {hexRecord(1, 0, "x"), "Reading File", badLength},     // an end with data
-        {hexRecord(2, 0, "x"), "Reading File", badLength},     // addresses of a wrong size
-        {hexRecord(3, 0, "xyz"), "Reading File", badLength},   //
-        {hexRecord(4, 0, "xyz"), "Reading File", badLength},   //
-        {hexRecord(5, 0, "xyzxy"), "Reading File", badLength}, //
+        {hexRecord(1, 0, "x"), "Reading File", badLength}, // an end with data
+        {hexRecord(2, 0, "x"), "Reading File", badLength}, // no address of that size
+        {hexRecord(3, 0, "xyz"), "Reading File", badLength},
+        {hexRecord(4, 0, "xyz"), "Reading File", badLength},
+        {hexRecord(5, 0, "xyzxy"), "Reading File", badLength},
         {hexRecord(6, 0, ""), "Converting file", badRecord},
         {hexRecord(255, 0, "xyz"), "Converting file", badRecord},
     };
@@ -236,6 +277,41 @@ TEST(FirmwareJob, FindsWhatIsWrongWithTheWholeFile)
         EXPECT_EQ(upgrade(unit, text), upgradeFailed(state, error));
         EXPECT_EQ(unit["/firmware/ss"], nullptr);
     }
+}
+
+TEST(FirmwareJob, ReadsFilesAlone)
+{
+    const FirmwareUnit made;
+    std::filesystem::create_directory(made.folder / "folder.hex");
+    std::filesystem::create_symlink("/dev/zero", made.folder / "device.hex");
+    ASSERT_EQ(mkfifo((made.folder / "pipe.hex").c_str(), 0600), 0);
+    for (const char* name : {"folder.hex", "device.hex", "pipe.hex"})
+    {
+        SCOPED_TRACE(name);
+        FirmwareUnit unit;
+        EXPECT_EQ(unit.run("--advanced --update=SS --force --filepath=" + (made.folder / name)).output,
+                  upgradeFailed("Reading File", "The firmware file can not be read"));
+    }
+}
+
+TEST(FirmwareJob, FollowsALinkToAFile)
+{
+    FirmwareUnit unit;
+    std::filesystem::create_symlink(unit.mcs, unit.folder / "link.hex");
+    EXPECT_EQ(unit.run("--advanced --update=SS --force --filepath=" + (unit.folder / "link.hex")).output,
+              upgraded);
+}
+
+TEST(FirmwareJob, CanNotReadAFileThatIsGone)
+{
+    FirmwareUnit unit;
+    unit.set("/firmware/pace", 300); // ms
+    Running program(programOn(unit.file(), "--advanced --update=SS --force --filepath=" + unit.hex),
+                    unit.folder / "output");
+    ASSERT_TRUE(comesTrue([&] { return readFile(unit.folder / "output").ends_with("Initiating\n"); }));
+    std::filesystem::remove(unit.hex);
+    const std::string failure = upgradeFailed("Reading File", "The firmware file can not be read");
+    EXPECT_TRUE(comesTrue([&] { return readFile(unit.folder / "output") == failure; }));
 }
 
 TEST(FirmwareJob, TakesFirmwareUpToTheLastAddress)
@@ -339,43 +415,6 @@ TEST(FirmwareJob, FindsTheVersionAcrossRecordsAndInAnyBlock)
               upgraded);
     unit.shutDown();
     EXPECT_EQ(unit.run("--version=SS").output, "SSVersion: 11.22.33.44\n");
-}
-
-// A program that runs beside the test, and is killed at the latest with this object.
-class Running
-{
-public:
-    Running(const Command& command, const std::string& output) : process(startCommand(command, output))
-    {
-    }
-
-    ~Running()
-    {
-        if (process > 0)
-            kill();
-    }
-
-    void kill()
-    {
-        ::kill(process, SIGKILL);
-        waitpid(process, nullptr, 0);
-        process = 0;
-    }
-
-private:
-    int process;
-};
-
-bool comesTrue(const std::function<bool()>& condition)
-{
-    const auto deadline = Clock::now() + std::chrono::seconds(30);
-    while (Clock::now() < deadline)
-    {
-        if (condition())
-            return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
-    return false;
 }
 
 TEST(FirmwareJob, LeavesTheFirmwareIncompleteWhenItIsKilled)
