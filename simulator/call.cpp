@@ -64,17 +64,21 @@ Outcome answer(const char* operation, const void* handle, const std::optional<Fa
     return {code, code == success};
 }
 
-Outcome changeNow(const char* operation, const void* handle, const Change& work)
+// Makes the start-up that may be due and counts the call in the unit. Gives the fault that it shows.
+std::optional<Fault> enter(const char* operation)
 {
-    Outcome outcome{};
+    const Unit& unit = currentUnit();
+    if (!isStartUpDue(unit) && !faultCounts(unit, operation))
+        return standingFault(unit, operation);
+    std::optional<Fault> fault;
     changeUnit(
-        [&](Unit& unit)
+        [&](Unit& changed)
         {
-            startUpIfDue(unit);
-            outcome = answer(operation, handle, countFault(unit, operation), unit, work);
-            return outcome.code;
+            startUpIfDue(changed);
+            fault = countFault(changed, operation);
+            return success;
         });
-    return outcome;
+    return fault;
 }
 
 // What the unit's faults make of `operation`, for the calls that do not reach the unit itself.
@@ -97,6 +101,10 @@ std::optional<Fault> faultOf(const char* operation)
     {
         complain(error);
     }
+    catch (const std::exception&)
+    {
+        // The first call that reaches the unit fails by it.
+    }
     return fault;
 }
 
@@ -106,10 +114,9 @@ Outcome performReading(const char* operation, const void* handle, const Reading&
 {
     try
     {
-        const Unit& unit = currentUnit();
-        if (isStartUpDue(unit) || faultCounts(unit, operation))
-            return changeNow(operation, handle, work);
-        return answer(operation, handle, standingFault(unit, operation), unit, work);
+        // Before the results are written, so that none is when the unit can not be changed.
+        const std::optional<Fault> fault = enter(operation);
+        return answer(operation, handle, fault, currentUnit(), work);
     }
     catch (const StoreError& error)
     {
@@ -126,7 +133,15 @@ Outcome performChange(const char* operation, const void* handle, const Change& w
 {
     try
     {
-        return changeNow(operation, handle, work);
+        Outcome outcome{};
+        changeUnit(
+            [&](Unit& unit)
+            {
+                startUpIfDue(unit);
+                outcome = answer(operation, handle, countFault(unit, operation), unit, work);
+                return outcome.code;
+            });
+        return outcome;
     }
     catch (const StoreError& error)
     {
@@ -156,10 +171,10 @@ ApiError releaseHandle(const char* operation, const void* handle)
 {
     const std::optional<Fault> fault = faultOf(operation);
     ApiError code = success;
-    if (!isHandleFor(operation, handle))
-        code = invalidHandle;
-    else if (fault)
+    if (fault)
         code = fault->code;
+    else if (!isHandleFor(operation, handle))
+        code = invalidHandle;
     else
         moduleOfHandle(handle)->clear();
     return finish(operation, {code, false});

@@ -5,8 +5,10 @@
 #include "unit_json.h"
 
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <fcntl.h>
 #include <optional>
 #include <sys/file.h>
@@ -23,11 +25,14 @@ struct Snapshot
     struct stat status
     {
     };
+    bool settled; // nothing can have changed it since and left its times as they are
     Json json;
     Unit unit;
 };
 
 std::optional<Snapshot> snapshot;
+
+constexpr auto unchanged = static_cast<uid_t>(-1); // to fchown
 
 [[noreturn]] void fail(Code code, const std::string& path, const std::string& what)
 {
@@ -44,10 +49,30 @@ bool sameTime(const timespec& one, const timespec& other)
     return one.tv_sec == other.tv_sec && one.tv_nsec == other.tv_nsec;
 }
 
+// Files are stamped by a clock with ticks: two changes within one can not be told apart by their times.
+timespec fileClock()
+{
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
+    return now;
+}
+
+bool isBefore(const timespec& one, const timespec& other)
+{
+    return one.tv_sec != other.tv_sec ? one.tv_sec < other.tv_sec : one.tv_nsec < other.tv_nsec;
+}
+
 bool isSnapshot(const struct stat& status)
 {
-    return snapshot && status.st_dev == snapshot->status.st_dev && status.st_ino == snapshot->status.st_ino &&
-           status.st_size == snapshot->status.st_size && sameTime(status.st_mtim, snapshot->status.st_mtim);
+    return snapshot && snapshot->settled && status.st_dev == snapshot->status.st_dev &&
+           status.st_ino == snapshot->status.st_ino && status.st_size == snapshot->status.st_size &&
+           sameTime(status.st_ctim, snapshot->status.st_ctim);
+}
+
+// With the slash at its end; empty for the working folder.
+std::string folderOf(const std::string& path)
+{
+    return path.substr(0, path.rfind('/') + 1);
 }
 
 std::string readAll(const File& file, const std::string& path)
@@ -78,11 +103,12 @@ void writeAll(const File& file, const std::string& text, const std::string& path
 }
 
 // The parser's text without the mark of its library: "line 3, column 7: ...".
-std::string placeOf(const Json::parse_error& error)
+std::string placeOf(const Json::exception& error)
 {
     const std::string text = error.what();
-    const auto at = text.find("at line");
-    return at == std::string::npos ? text : text.substr(at + 3);
+    const std::string_view mark = "parse error at ";
+    const auto at = text.find(mark);
+    return text.substr(at == std::string::npos ? text.find("] ") + 2 : at + mark.size());
 }
 
 Json parse(const std::string& text, const std::string& path)
@@ -91,7 +117,7 @@ Json parse(const std::string& text, const std::string& path)
     {
         return Json::parse(text);
     }
-    catch (const Json::parse_error& error)
+    catch (const Json::exception& error)
     {
         fail(unitFileDamaged, path, placeOf(error));
     }
@@ -118,7 +144,9 @@ bool load(const std::string& path)
     if (::stat(path.c_str(), &status) == 0 && isSnapshot(status))
         return true;
 
-    File file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    // Not waiting for what stands at the other end of a pipe.
+    File file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    const timespec now = fileClock();
     if (!file.isOpen() && errno == ENOENT)
         return false;
     if (!file.isOpen() || ::fstat(file.get(), &status) != 0)
@@ -128,8 +156,19 @@ bool load(const std::string& path)
 
     Json json = parse(readAll(file, path), path);
     Unit unit = toUnit(json, path);
-    snapshot.emplace(std::move(file), status, std::move(json), std::move(unit));
+    const bool settled = isBefore(status.st_ctim, now);
+    snapshot.emplace(std::move(file), status, settled, std::move(json), std::move(unit));
     return true;
+}
+
+// Gives the new file the permissions of the old one. The owner can be kept by root alone, the group by its
+// members.
+void keepAccess(const File& file, const struct stat& old, const std::string& path)
+{
+    if (::fchmod(file.get(), old.st_mode & 0777) != 0 ||
+        (::fchown(file.get(), unchanged, old.st_gid) != 0 && errno != EPERM) ||
+        (::fchown(file.get(), old.st_uid, unchanged) != 0 && errno != EPERM))
+        failWithErrno(unitFileUnwritable, path);
 }
 
 // Replaces the unit's file. A process that is killed here leaves the old file or the new one.
@@ -149,10 +188,8 @@ void save(const std::string& path, const Json& json)
         failWithErrno(unitFileUnwritable, beside);
     try
     {
-        // The owner can be kept by root alone.
-        if (replaces && (::fchmod(file.get(), old.st_mode & 0777) != 0 ||
-                         (::fchown(file.get(), old.st_uid, old.st_gid) != 0 && errno != EPERM)))
-            failWithErrno(unitFileUnwritable, beside);
+        if (replaces)
+            keepAccess(file, old, beside);
         writeAll(file, json.dump(2) + "\n", beside);
         if (::fsync(file.get()) != 0)
             failWithErrno(unitFileUnwritable, beside);
@@ -165,7 +202,7 @@ void save(const std::string& path, const Json& json)
         throw;
     }
 
-    const std::string folder = path.substr(0, path.rfind('/') + 1);
+    const std::string folder = folderOf(path);
     const File directory(::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (directory.isOpen())
         ::fsync(directory.get());
@@ -217,28 +254,36 @@ void loadOrMake(const std::string& path)
         failWithErrno(unitFileUnreadable, path);
 }
 
+// Links are followed, so that the file behind them is replaced and not a link, whether or not it is there
+// yet.
+std::string withoutLinks(const std::string& path)
+{
+    if (char* real = ::realpath(path.c_str(), nullptr))
+    {
+        const std::string found = real;
+        std::free(real);
+        return found;
+    }
+    char target[PATH_MAX];
+    const ssize_t length = errno == ENOENT ? ::readlink(path.c_str(), target, sizeof target) : -1;
+    if (length <= 0)
+        return path;
+    const std::string next(target, static_cast<std::size_t>(length));
+    return withoutLinks(next.front() == '/' ? next : folderOf(path) + next);
+}
+
 } // namespace
 
 std::string unitPath()
 {
-    std::string path;
     if (const char* file = environment("QVAUX_UNIT"))
-        path = file;
-    else if (const char* state = environment("XDG_STATE_HOME"))
-        path = std::string(state) + "/qv-aux2/unit.json";
-    else if (const char* home = environment("HOME"))
-        path = std::string(home) + "/.local/state/qv-aux2/unit.json";
-    else
-        throw StoreError(unitFileUnplaced,
-                         "neither QVAUX_UNIT, XDG_STATE_HOME nor HOME names a place for the unit file");
-
-    // A link is followed, so that the file behind it is replaced and not the link.
-    if (char* real = ::realpath(path.c_str(), nullptr))
-    {
-        path = real;
-        std::free(real);
-    }
-    return path;
+        return withoutLinks(file);
+    if (const char* state = environment("XDG_STATE_HOME"))
+        return withoutLinks(std::string(state) + "/qv-aux2/unit.json");
+    if (const char* home = environment("HOME"))
+        return withoutLinks(std::string(home) + "/.local/state/qv-aux2/unit.json");
+    throw StoreError(unitFileUnplaced,
+                     "neither QVAUX_UNIT, XDG_STATE_HOME nor HOME names a place for the unit file");
 }
 
 const Unit& currentUnit()

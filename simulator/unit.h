@@ -51,6 +51,16 @@ constexpr Name profileNames[] = {{0, "mouse next boot"}, {1, "touch next boot"},
 constexpr Name bootModeNames[] = {{0, "normal"}, {3, "rescue"}, {4, "rescue with factory reset"}};
 constexpr Name systemModeNames[] = {{0, "normal"}, {1, "rescue"}};
 
+// Pairs of hexadecimal digits, a pair a byte.
+template <typename Text>
+struct HexDigits
+{
+    Text& text;
+};
+
+template <typename Text>
+HexDigits(Text&) -> HexDigits<Text>;
+
 // A count or reading that a unit may lack is null in the file; its operation then answers notSupported.
 template <typename Value>
 using Fitted = std::optional<Value>;
@@ -138,7 +148,7 @@ struct EepromImage
     static void describe(auto& key, auto& self)
     {
         key("text", self.text);
-        key("hex", self.hex);
+        key("hex", HexDigits{self.hex});
         key("fill", self.fill);
     }
 };

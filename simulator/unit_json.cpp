@@ -1,5 +1,6 @@
 #include "unit_json.h"
 
+#include "faults.h"
 #include "json.h"
 
 #include <algorithm>
@@ -10,6 +11,13 @@
 namespace
 {
 
+// Control characters stand as they do in JSON.
+std::string onOneLine(std::string_view key)
+{
+    const std::string quoted = Json(key).dump();
+    return quoted.substr(1, quoted.size() - 2);
+}
+
 // Where in the file a value stands. Made into text only when something is wrong there.
 struct Place
 {
@@ -18,7 +26,7 @@ struct Place
 
     std::string text() const
     {
-        return parent ? parent->text() + "/" + std::string(key) : std::string();
+        return parent ? parent->text() + "/" + onOneLine(key) : std::string();
     }
 
     [[noreturn]] void refuse(const std::string& what) const
@@ -43,6 +51,7 @@ template <typename Integer>
 void read(const Json& json, Flag<Integer> target, const Place& place);
 template <typename Integer>
 void read(const Json& json, Named<Integer> target, const Place& place);
+void read(const Json& json, HexDigits<std::string> target, const Place& place);
 template <typename Value>
 void read(const Json& json, std::optional<Value>& target, const Place& place);
 template <typename Value>
@@ -134,6 +143,14 @@ void read(const Json& json, Named<Integer> target, const Place& place)
     place.refuse("none of: " + known);
 }
 
+void read(const Json& json, HexDigits<std::string> target, const Place& place)
+{
+    read(json, target.text, place);
+    if (target.text.size() % 2 != 0 ||
+        target.text.find_first_not_of("0123456789abcdefABCDEF") != std::string::npos)
+        place.refuse("not pairs of hexadecimal digits");
+}
+
 template <typename Value>
 void read(const Json& json, std::optional<Value>& target, const Place& place)
 {
@@ -203,6 +220,22 @@ void read(const Json& json, Record& target, const Place& place)
             Place{&place, key}.refuse("no unit has this key");
 }
 
+bool isCode(const std::string& text)
+{
+    ApiError code = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), code);
+    return error == std::errc() && std::to_string(code) == text;
+}
+
+template <typename Value>
+void checkKeys(const std::map<std::string, Value>& values, bool (*isKey)(const std::string&),
+               const Place& place, const char* complaint)
+{
+    for (const auto& [key, value] : values)
+        if (!isKey(key))
+            Place{&place, key}.refuse(complaint);
+}
+
 template <typename Value>
 Json write(const Value& value);
 
@@ -231,6 +264,11 @@ template <typename Integer>
 Json write(const Named<Integer>& named)
 {
     return writeNamed(named.value, named.names);
+}
+
+Json write(const HexDigits<const std::string>& digits)
+{
+    return digits.text;
 }
 
 Json write(const Version& version)
@@ -283,8 +321,11 @@ Json write(const Value& value)
 
 Unit unitFromJson(const Json& file)
 {
+    const Place root{nullptr, ""};
     Unit unit;
-    read(file, unit, Place{nullptr, ""});
+    read(file, unit, root);
+    checkKeys(unit.faults, isOperation, Place{&root, "faults"}, "no operation has this name");
+    checkKeys(unit.errorTexts, isCode, Place{&root, "errorTexts"}, "not an error code");
     return unit;
 }
 

@@ -93,9 +93,11 @@ ApiError Diagnostic_getPMTemp(DiagnosticHandle diagnostic, std::int32_t sensor, 
     {
         if (sensor != cpu && sensor != cpuBoard)
             return outOfRange;
-        *status = 0;
-        return deliver(sensor == cpu ? unit.diagnostic.cpuTemperature : unit.diagnostic.boardTemperature,
-                       temperature);
+        const ApiError code = deliver(
+            sensor == cpu ? unit.diagnostic.cpuTemperature : unit.diagnostic.boardTemperature, temperature);
+        if (code == success)
+            *status = 0;
+        return code;
     };
     return reading(__func__, diagnostic, work, sensor, out(temperature), out(status));
 }

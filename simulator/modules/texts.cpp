@@ -23,7 +23,7 @@ const char* errorText(ApiError code)
         if (found != texts.end())
             return found->second ? kept(*found->second) : nullptr;
     }
-    catch (const StoreError&)
+    catch (const std::exception&)
     {
         // The failure that is being explained has already said so.
     }
