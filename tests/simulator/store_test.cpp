@@ -1,7 +1,95 @@
-#include "support/unit.h"
+#include "device/qv_aux2.h"
+#include "support/called_unit.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <functional>
+#include <random>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
 
 namespace
 {
+
+using nlohmann::json;
+using testing::AnyOf;
+
+constexpr const char* cannotBeWritten = "setVolume: The unit file can not be written\n";
+constexpr const char* cannotBeRead = "getVolume: The unit file can not be read\n";
+constexpr const char* isDamaged = "getVolume: The unit file is damaged\n";
+
+// A run whose unit is found by `environment`.
+Outcome runIn(const std::map<std::string, std::string>& environment, const std::string& arguments)
+{
+    Command command = programOn("", arguments);
+    command.environment.erase("QVAUX_UNIT");
+    command.environment.insert(environment.begin(), environment.end());
+    return runCommand(command);
+}
+
+Outcome runOn(const std::string& unit, const std::string& arguments)
+{
+    return runCommand(programOn(unit, arguments));
+}
+
+Outcome runUnprivileged(const std::string& unit, const std::string& arguments)
+{
+    Command command = programOn(unit, arguments);
+    command.unprivileged = true;
+    return runCommand(command);
+}
+
+// A run in which no file can grow beyond 2048 bytes, as on a disk that is full.
+Outcome runOnFullDisk(const std::string& unit, const std::string& arguments)
+{
+    Command command = programOn(unit, arguments);
+    const std::vector<std::string> shell = {"/bin/sh", "-c", "trap '' XFSZ; ulimit -f 4; exec \"$@\"", "sh"};
+    command.words.insert(command.words.begin(), shell.begin(), shell.end());
+    return runCommand(command);
+}
+
+int startChild(const std::function<void()>& work)
+{
+    const pid_t child = fork();
+    if (child != 0)
+        return child;
+    work();
+    _exit(0);
+}
+
+void waitForAll(const std::vector<int>& children)
+{
+    for (const int child : children)
+    {
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+}
+
+json parsed(const std::string& file)
+{
+    return json::parse(readFile(file));
+}
+
+std::string complaint(const std::string& file, const std::string& what)
+{
+    return "libqv-aux2: " + file + ": " + what + "\n";
+}
+
+struct stat statusOf(const std::string& file)
+{
+    struct stat status
+    {
+    };
+    EXPECT_EQ(stat(file.c_str(), &status), 0) << file;
+    return status;
+}
 
 TEST(Store, RemembersAcrossProcesses)
 {
@@ -9,6 +97,493 @@ TEST(Store, RemembersAcrossProcesses)
     EXPECT_EQ(unit.run("--buzzer --frequency=800").output, "Buzzer frequency set to: 800 Hz.\n");
     EXPECT_EQ(unit.run("--buzzer --frequency").output, "Buzzer Frequency: 800\n");
     EXPECT_EQ(unit["/buzzer/frequency"], 800);
+}
+
+TEST(Store, MakesAHealthyUnitWhereThereIsNone)
+{
+    const TemporaryFolder folder;
+    const Outcome outcome = runOn(folder / "unit.json", "--buzzer --volume");
+    EXPECT_EQ(outcome.output, "Buzzer Volume: 1000\n");
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(parsed(folder / "unit.json")["buzzer"],
+              (json{{"frequency", 2500}, {"volume", 1000}, {"enabled", false}}));
+}
+
+TEST(Store, LeavesTheFileAloneWhereNothingChanges)
+{
+    const std::string byHand = "{ \"buzzer\" : {\"volume\":40} }";
+    Unit unit(byHand);
+    const auto before = statusOf(unit.file()).st_ino;
+    unit.run("--buzzer --volume");
+    unit.run("--buzzer --volume=40");
+    EXPECT_EQ(readFile(unit.file()), byHand);
+    EXPECT_EQ(statusOf(unit.file()).st_ino, before);
+}
+
+// Places.
+
+TEST(Store, PrefersThePlaceOfItsOwnVariable)
+{
+    const TemporaryFolder folder;
+    const std::string file = folder / "mine.json";
+    runIn({{"QVAUX_UNIT", file}, {"XDG_STATE_HOME", folder / "state"}, {"HOME", folder / "home"}},
+          "--buzzer --volume");
+    EXPECT_TRUE(fileExists(file));
+    EXPECT_FALSE(fileExists(folder / "state"));
+    EXPECT_FALSE(fileExists(folder / "home"));
+}
+
+TEST(Store, PrefersTheStateFolderToTheHomeFolder)
+{
+    const TemporaryFolder folder;
+    const Outcome outcome =
+        runIn({{"XDG_STATE_HOME", folder / "a/state"}, {"HOME", folder / "home"}}, "--buzzer --volume=40");
+    EXPECT_EQ(outcome.output, "Buzzer volume set to: 40\n");
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(parsed(folder / "a/state/qv-aux2/unit.json")["buzzer"]["volume"], 40);
+    EXPECT_FALSE(fileExists(folder / "home"));
+}
+
+TEST(Store, LivesInTheHomeFolderWithoutAnotherPlace)
+{
+    const TemporaryFolder folder;
+    const Outcome outcome =
+        runIn({{"QVAUX_UNIT", ""}, {"XDG_STATE_HOME", ""}, {"HOME", folder.path}}, "--buzzer --volume=40");
+    EXPECT_EQ(outcome.output, "Buzzer volume set to: 40\n");
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(parsed(folder / ".local/state/qv-aux2/unit.json")["buzzer"]["volume"], 40);
+}
+
+TEST(Store, FailsWithoutAnyPlace)
+{
+    for (const std::map<std::string, std::string>& environment :
+         {std::map<std::string, std::string>{}, {{"HOME", ""}}})
+    {
+        const Outcome outcome = runIn(environment, "--buzzer --volume");
+        EXPECT_EQ(outcome.output, "getVolume: There is no place for the unit file\n");
+        EXPECT_EQ(outcome.errors, "libqv-aux2: neither QVAUX_UNIT, XDG_STATE_HOME nor HOME names a place for "
+                                  "the unit file\n");
+    }
+}
+
+TEST(Store, FailsWhereTheFolderIsNotThere)
+{
+    const TemporaryFolder folder;
+    const Outcome outcome = runOn(folder / "none/unit.json", "--buzzer --volume=40");
+    EXPECT_EQ(outcome.output, cannotBeWritten);
+    EXPECT_EQ(outcome.errors, complaint(folder / "none/unit.json.lock", "No such file or directory"));
+}
+
+TEST(Store, FailsWhereAFolderCanNotBeMade)
+{
+    const TemporaryFolder folder;
+    writeFile(folder / "home", "");
+    const Outcome outcome = runIn({{"HOME", folder / "home"}}, "--buzzer --volume");
+    EXPECT_EQ(outcome.output, cannotBeRead);
+    EXPECT_EQ(outcome.errors, complaint(folder / "home/.local/state/qv-aux2/unit.json", "Not a directory"));
+}
+
+TEST(Store, TakesAPathWithoutAFolder)
+{
+    const TemporaryFolder folder;
+    Command command = programOn("unit.json", "--buzzer --volume=40");
+    const std::vector<std::string> shell = {"/bin/sh", "-c", "cd " + folder.path + "; exec \"$@\"", "sh"};
+    command.words.insert(command.words.begin(), shell.begin(), shell.end());
+    EXPECT_EQ(runCommand(command).output, "Buzzer volume set to: 40\n");
+    EXPECT_EQ(parsed(folder / "unit.json")["buzzer"]["volume"], 40);
+}
+
+TEST(Store, ChangesTheFileBehindALinkAndKeepsTheLink)
+{
+    Unit unit;
+    const std::string link = unit.folder / "link";
+    std::filesystem::create_symlink("unit.json", unit.folder / "inner");
+    std::filesystem::create_symlink(unit.folder / "inner", link);
+    EXPECT_EQ(runOn(link, "--buzzer --volume=40").output, "Buzzer volume set to: 40\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_TRUE(std::filesystem::is_symlink(unit.folder / "inner"));
+    EXPECT_FALSE(std::filesystem::is_symlink(unit.file()));
+    EXPECT_EQ(unit["/buzzer/volume"], 40);
+}
+
+TEST(Store, MakesTheFileBehindALinkAndKeepsTheLink)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "kept");
+    std::filesystem::create_symlink("kept/unit.json", folder / "link");
+    EXPECT_EQ(runOn(folder / "link", "--buzzer --volume=40").output, "Buzzer volume set to: 40\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+    EXPECT_EQ(parsed(folder / "kept/unit.json")["buzzer"]["volume"], 40);
+}
+
+TEST(Store, LocksTheSameFileBehindALinkAndWithoutIt)
+{
+    Unit unit(R"({"faults": {"Buzzer_getVolume": {"code": 77, "skip": 1000}}})");
+    const std::string link = unit.folder / "link";
+    std::filesystem::create_symlink(unit.file(), link);
+    std::vector<int> children;
+    for (int i = 0; i < 32; ++i)
+        children.push_back(startCommand(programOn(i % 2 ? link : unit.file(), "--buzzer --volume")));
+    waitForAll(children);
+    EXPECT_EQ(unit["/faults/Buzzer_getVolume/skip"], 1000 - 32);
+}
+
+// Files that can not be used.
+
+TEST(Store, RefusesALinkToItself)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_symlink("link", folder / "link");
+    const Outcome outcome = runOn(folder / "link", "--buzzer --volume");
+    EXPECT_EQ(outcome.output, cannotBeRead);
+    EXPECT_EQ(outcome.errors, complaint(folder / "link", "Too many levels of symbolic links"));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+}
+
+TEST(Store, RefusesAFolderAndAPipe)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "folder");
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0666), 0);
+    for (const std::string& file : {folder / "folder", folder / "pipe"})
+    {
+        const Outcome outcome = runOn(file, "--buzzer --volume");
+        EXPECT_EQ(outcome.output, cannotBeRead);
+        EXPECT_EQ(outcome.errors, complaint(file, "not a regular file"));
+    }
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "folder"));
+}
+
+TEST(Store, RefusesAFileThatMayNotBeRead)
+{
+    Unit unit;
+    chmod(unit.file().c_str(), 0);
+    const Outcome outcome = runUnprivileged(unit.file(), "--buzzer --volume");
+    EXPECT_EQ(outcome.output, cannotBeRead);
+    EXPECT_EQ(outcome.errors, complaint(unit.file(), "Permission denied"));
+}
+
+TEST(Store, ReadsAFileThatMayNotBeWrittenAndRefusesToChangeIt)
+{
+    Unit unit(R"({"buzzer": {"volume": 5}})");
+    chmod(unit.file().c_str(), 0444);
+    EXPECT_EQ(runUnprivileged(unit.file(), "--buzzer --volume").output, "Buzzer Volume: 5\n");
+    const Outcome outcome = runUnprivileged(unit.file(), "--buzzer --volume=40");
+    EXPECT_EQ(outcome.output, cannotBeWritten);
+    EXPECT_EQ(outcome.errors, complaint(unit.file(), "Permission denied"));
+    EXPECT_EQ(readFile(unit.file()), R"({"buzzer": {"volume": 5}})");
+    EXPECT_FALSE(fileExists(unit.file() + ".new"));
+}
+
+TEST(Store, ReadsInAFolderThatMayNotBeWrittenAndRefusesToChange)
+{
+    Unit unit(R"({"buzzer": {"volume": 5}})");
+    chmod(unit.file().c_str(), 0666);
+    chmod(unit.folder.path.c_str(), 0555);
+    EXPECT_EQ(runUnprivileged(unit.file(), "--buzzer --volume").output, "Buzzer Volume: 5\n");
+    const Outcome outcome = runUnprivileged(unit.file(), "--buzzer --volume=40");
+    chmod(unit.folder.path.c_str(), 0777);
+    EXPECT_EQ(outcome.output, cannotBeWritten);
+    EXPECT_EQ(outcome.errors, complaint(unit.file() + ".lock", "Permission denied"));
+    EXPECT_EQ(unit["/buzzer/volume"], 5);
+}
+
+TEST(Store, FailsToMakeAUnitInAFolderThatMayNotBeWritten)
+{
+    const TemporaryFolder folder;
+    chmod(folder.path.c_str(), 0555);
+    const Outcome outcome = runUnprivileged(folder / "unit.json", "--buzzer --volume");
+    chmod(folder.path.c_str(), 0777);
+    EXPECT_EQ(outcome.output, "getVolume: The unit file can not be written\n");
+    EXPECT_EQ(outcome.errors, complaint(folder / "unit.json.lock", "Permission denied"));
+}
+
+// With the lock there already, it is the new file that can not be made.
+TEST(Store, KeepsTheFileWhereNoneCanBeMadeBesideIt)
+{
+    Unit unit(R"({"buzzer": {"volume": 5}})");
+    writeFile(unit.file() + ".lock", "");
+    chmod(unit.file().c_str(), 0666);
+    chmod(unit.folder.path.c_str(), 0555);
+    const Outcome outcome = runUnprivileged(unit.file(), "--buzzer --volume=40");
+    chmod(unit.folder.path.c_str(), 0777);
+    EXPECT_EQ(outcome.output, cannotBeWritten);
+    EXPECT_EQ(outcome.errors, complaint(unit.file() + ".new", "Permission denied"));
+    EXPECT_EQ(unit["/buzzer/volume"], 5);
+}
+
+TEST(Store, KeepsTheFileOnAFullDisk)
+{
+    const TemporaryFolder folder;
+    const std::string file = folder / "unit.json";
+    runOn(file, "--buzzer --volume=5");
+    const std::string before = readFile(file);
+    const Outcome outcome = runOnFullDisk(file, "--buzzer --volume=40");
+    EXPECT_EQ(outcome.output, cannotBeWritten);
+    EXPECT_EQ(outcome.errors, complaint(file + ".new", "File too large"));
+    EXPECT_EQ(readFile(file), before);
+    EXPECT_FALSE(fileExists(file + ".new"));
+}
+
+TEST(Store, WritesNoResultWhereTheCallCanNotBeCounted)
+{
+    CalledUnit unit(R"({"boot": {"running": false}})");
+    std::filesystem::create_directory(unit.file() + ".new");
+    const BuzzerHandle buzzer = GetBuzzer();
+    std::uint16_t volume = 4711;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(Buzzer_getVolume(buzzer, &volume), 67u);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), complaint(unit.file() + ".new", "File exists"));
+    EXPECT_EQ(volume, 4711);
+}
+
+TEST(Store, RefusesADamagedFileAndLeavesItAlone)
+{
+    const struct
+    {
+        std::string content;
+        std::string place;
+    } cases[] = {
+        {"", "line 1, column 1: "},
+        {" \n\n", "line 3, column 1: "},
+        {"{\n  \"buzzer\": {\n    \"volume\": 40", "line 3, column 17: "},
+        {"{\"buzzer\": {\"volume\": 40]}", "line 1, column 25: "},
+        {"{\"buzzer\": {\"volume\": 40}}}", "line 1, column 27: "},
+        {"{'buzzer': {}}", "line 1, column 2: "},
+        {"{\"buzzer\": {},}", "line 1, column 15: "},
+        {std::string("\x7f"
+                     "ELF\0\0\0\1",
+                     8),
+         "line 1, column 1: "},
+        {std::string(64, '\0'), "line 1, column 1: "},
+        {"{\"about\": {\"unitSerial\": \"\xff\"}}", "line 1, column 27: "},
+        {"{\"adc\": {\"24V\": 1e999}}", "number overflow parsing '1e999'"},
+        {"[]", "/: not an object"},
+        {"null", "/: not an object"},
+        {"{\"buzzer\": 40}", "/buzzer: not an object"},
+        {"{\"buzzer\": {\"volume\": \"40\"}}", "/buzzer/volume: not a whole number from 0 to 65535"},
+        {"{\"buz\\nzer\": 40}", "/buz\\nzer: no unit has this key"},
+        {std::string(100000, '['), "line 1, column 100001: "},
+    };
+    for (const auto& [content, place] : cases)
+    {
+        SCOPED_TRACE(content.substr(0, 80));
+        Unit unit;
+        writeFile(unit.file(), content);
+        const Result result = unit.runComplaining("--buzzer --volume");
+        EXPECT_EQ(result.output, isDamaged);
+        EXPECT_THAT(result.errors, testing::StartsWith("libqv-aux2: " + unit.file() + ": " + place));
+        EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1);
+        EXPECT_EQ(unit.runComplaining("--buzzer --volume=40").output,
+                  "setVolume: The unit file is damaged\n");
+        EXPECT_EQ(readFile(unit.file()), content);
+    }
+}
+
+TEST(Store, SaysOnceWhatIsWrongHoweverManyCallsFail)
+{
+    Unit unit;
+    writeFile(unit.file(), "{");
+    const Result result = unit.runComplaining("--buzzer --frequency --volume --status");
+    EXPECT_EQ(result.output,
+              lines({"getFrequency: The unit file is damaged", "getVolume: The unit file is damaged",
+                     "getTrigger: The unit file is damaged"}));
+    EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1);
+}
+
+// Changes.
+
+TEST(Store, KeepsThePermissionsOfTheFile)
+{
+    Unit unit;
+    for (const mode_t mode : {0600u, 0640u, 0664u, 0666u, 0755u})
+    {
+        chmod(unit.file().c_str(), mode);
+        unit.run("--buzzer --volume=" + std::to_string(mode));
+        EXPECT_EQ(statusOf(unit.file()).st_mode & 07777, mode);
+        EXPECT_EQ(unit["/buzzer/volume"], mode);
+    }
+}
+
+TEST(Store, KeepsTheOwnerOfTheFileForRoot)
+{
+    Unit unit;
+    const bool isRoot = chown(unit.file().c_str(), 65534, 65534) == 0;
+    unit.run("--buzzer --volume=40");
+    EXPECT_EQ(statusOf(unit.file()).st_uid, isRoot ? 65534 : getuid());
+    EXPECT_EQ(statusOf(unit.file()).st_gid, isRoot ? 65534 : getgid());
+}
+
+TEST(Store, LetsAnotherUserChangeAFileThatAllMayWrite)
+{
+    Unit unit;
+    chmod(unit.file().c_str(), 0666);
+    EXPECT_EQ(runUnprivileged(unit.file(), "--buzzer --volume=40").output, "Buzzer volume set to: 40\n");
+    EXPECT_EQ(unit["/buzzer/volume"], 40);
+    EXPECT_EQ(statusOf(unit.file()).st_mode & 0777, 0666u);
+}
+
+TEST(Store, ReplacesTheLeftoverOfAKilledProcess)
+{
+    Unit unit;
+    writeFile(unit.file() + ".new", std::string(100000, '{'));
+    unit.run("--buzzer --volume=40");
+    EXPECT_EQ(unit["/buzzer/volume"], 40);
+    EXPECT_FALSE(fileExists(unit.file() + ".new"));
+}
+
+TEST(Store, NoticesEveryChangeByHand)
+{
+    CalledUnit unit;
+    const BuzzerHandle buzzer = GetBuzzer();
+    for (unsigned wanted = 100; wanted < 400; ++wanted)
+    {
+        std::uint16_t volume = 0;
+        writeFile(unit.file(), R"({"buzzer": {"volume": )" + std::to_string(wanted) + "}}");
+        ASSERT_EQ(Buzzer_getVolume(buzzer, &volume), 0u);
+        ASSERT_EQ(volume, wanted);
+    }
+}
+
+TEST(Store, KeepsWhatWasChangedByHandBetweenItsChanges)
+{
+    CalledUnit unit;
+    const BuzzerHandle buzzer = GetBuzzer();
+    ASSERT_EQ(Buzzer_setVolume(buzzer, 40), 0u);
+    unit.set("/buzzer/frequency", 800);
+    ASSERT_EQ(Buzzer_setVolume(buzzer, 50), 0u);
+    EXPECT_EQ(unit["/buzzer"], (json{{"volume", 50}, {"frequency", 800}}));
+}
+
+TEST(Store, GoesOnWithANewUnitWhereTheFileWasTakenAway)
+{
+    CalledUnit unit(R"({"buzzer": {"volume": 5, "frequency": 800}})");
+    const BuzzerHandle buzzer = GetBuzzer();
+    ASSERT_EQ(Buzzer_setVolume(buzzer, 40), 0u);
+    std::filesystem::remove(unit.file());
+    ASSERT_EQ(Buzzer_setVolume(buzzer, 50), 0u);
+    EXPECT_EQ(unit["/buzzer/volume"], 50);
+    EXPECT_EQ(unit["/buzzer/frequency"], 2500);
+}
+
+TEST(Store, LeavesNoFileOpenBehindItsChanges)
+{
+    const auto openFiles = []
+    {
+        const std::filesystem::directory_iterator files("/proc/self/fd");
+        return std::distance(begin(files), end(files));
+    };
+    CalledUnit unit(R"({"faults": {"Buzzer_setTrigger": {"code": 77, "skip": 1000}}})");
+    const BuzzerHandle buzzer = GetBuzzer();
+    Buzzer_setVolume(buzzer, 1);
+    const auto before = openFiles();
+    for (std::uint16_t volume = 0; volume < 50; ++volume)
+    {
+        EXPECT_EQ(Buzzer_setVolume(buzzer, volume), 0u);
+        EXPECT_EQ(Buzzer_setTrigger(buzzer, 1), 0u);
+        EXPECT_EQ(Buzzer_setVolume(buzzer, 2001), 5u);
+    }
+    writeFile(unit.file(), "{");
+    testing::internal::CaptureStderr();
+    for (std::uint16_t volume = 0; volume < 50; ++volume)
+        EXPECT_EQ(Buzzer_setVolume(buzzer, volume), 66u);
+    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(openFiles(), before);
+}
+
+// Many at once.
+
+TEST(Store, LosesNoChangeOf64ProcessesAtOnce)
+{
+    CalledUnit unit(R"({"about": {"canConnections": 64}})");
+    std::vector<int> children;
+    for (std::uint8_t channel = 1; channel <= 64; ++channel)
+        children.push_back(startChild(
+            [channel]
+            {
+                const CanSettingHandle can = GetCanSetting();
+                for (unsigned round = 1; round <= 4; ++round)
+                    CanSetting_setBaudrate(can, channel, static_cast<std::uint16_t>(round * 100 + channel));
+            }));
+    waitForAll(children);
+    for (std::size_t channel = 1; channel <= 64; ++channel)
+        EXPECT_EQ(unit["/can/baudrates"][channel - 1], 400 + channel);
+}
+
+TEST(Store, CountsEveryCallOf64ProcessesAtOnce)
+{
+    Unit unit(R"({"faults": {"Buzzer_getVolume": {"code": 77, "skip": 1000}}})");
+    std::vector<int> children;
+    for (int i = 0; i < 64; ++i)
+        children.push_back(startCommand(programOn(unit.file(), "--buzzer --volume")));
+    waitForAll(children);
+    EXPECT_EQ(unit["/faults/Buzzer_getVolume/skip"], 1000 - 64);
+}
+
+TEST(Store, KeepsTheSettingsOfAllWhoMadeTheUnitAtOnce)
+{
+    const struct
+    {
+        const char* arguments;
+        const char* place;
+        json value;
+    } settings[] = {
+        {"--buzzer --frequency=800", "/buzzer/frequency", 800},
+        {"--buzzer --volume=40", "/buzzer/volume", 40},
+        {"--buzzer --status=enable", "/buzzer/enabled", true},
+        {"--backlight --intensity=7", "/backlight/intensity", 7},
+        {"--led --color=blue", "/frontLed/color", "blue"},
+        {"--led --frequency=2.5", "/frontLed/frequency", 2.5},
+        {"--led --pulses=9", "/frontLed/pulses", 9},
+        {"--heater --temperature=-3", "/config/heatingLimit", -3},
+        {"--can=CAN0 --baudrate=125", "/can/baudrates/0", 125},
+        {"--can=CAN1 --baudrate=1000", "/can/baudrates/1", 1000},
+        {"--onoff --longpress_time=4000", "/config/longPressTime", 4000},
+        {"--onoff --suspend_max_time=33", "/config/suspendMaxTime", 33},
+    };
+    const TemporaryFolder folder;
+    std::vector<int> children;
+    for (int round = 0; round < 4; ++round)
+        for (const auto& setting : settings)
+            children.push_back(startCommand(programOn(folder / "unit.json", setting.arguments)));
+    waitForAll(children);
+    for (const auto& setting : settings)
+        EXPECT_EQ(parsed(folder / "unit.json")[json::json_pointer(setting.place)], setting.value)
+            << setting.arguments;
+}
+
+// The moments lie in the time that a run usually takes.
+TEST(Store, IsWholeWhereverAProcessWasKilled)
+{
+    using Clock = std::chrono::steady_clock;
+    Unit unit(R"({"buzzer": {"volume": 0}})");
+    const auto change = [&](int volume)
+    { return startCommand(programOn(unit.file(), "--buzzer --volume=" + std::to_string(volume))); };
+
+    const auto begin = Clock::now();
+    for (int volume = 1; volume <= 10; ++volume)
+        waitForAll({change(volume)});
+    const Clock::duration usual = (Clock::now() - begin) / 10;
+
+    std::mt19937 random(4711);
+    std::uniform_int_distribution<Clock::rep> moment(0, usual.count());
+    int changes = 0;
+    for (int volume = 11; volume <= 1010; ++volume)
+    {
+        const json before = unit["/buzzer/volume"];
+        const pid_t child = change(volume);
+        std::this_thread::sleep_for(Clock::duration(moment(random)));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        const json after = unit["/buzzer/volume"];
+        ASSERT_THAT(after, AnyOf(before, json(volume)));
+        changes += after == volume;
+    }
+    EXPECT_GT(changes, 0);
+    EXPECT_LT(changes, 1000);
+    unit.run("--buzzer --volume=2000");
+    EXPECT_EQ(unit["/buzzer/volume"], 2000);
+    EXPECT_FALSE(fileExists(unit.file() + ".new"));
 }
 
 } // namespace
