@@ -1,172 +1,211 @@
-#include "support/unit.h"
+#include "device/qv_aux2.h"
+#include "support/called_unit.h"
 
-#include <algorithm>
-#include <sstream>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace
 {
 
-// Settings of which none is the default.
-const char* const changed = R"({
-    "buzzer": {"frequency": 800, "volume": 5, "enabled": true},
-    "backlight": {"intensity": 7, "automatic": true, "filter": [2, 3, 4, 5], "ledDimming": true},
-    "frontLed": {"frequency": 2.5, "dutyCycle": 10, "color": "red", "pulses": 3, "idleTime": 9, "startup": false},
-    "can": {"baudrates": [125, 125, 125, 125]},
-    "config": {"shortPressAction": "none", "longPressAction": "none", "longPressTime": 1000,
-               "onOffSignalAction": "suspend", "onOffSignalTime": 9, "powerOnStartup": true,
-               "startupTrigger": 1, "suspendMaxTime": 7, "heatingLimit": 3,
-               "startupPower": {"video": 0, "can": false, "externalFan": true}},
-    "touch": {"profile": "mouse", "rightClickTime": 1},
-    "telematics": {"wlan": {"power": false, "startupPower": false},
-                   "gprs": {"power": false, "startupPower": false},
-                   "gps": {"power": false, "startupPower": false},
-                   "bluetooth": {"power": false, "startupPower": false}}
-})";
+using nlohmann::json;
 
-// What the settings categories print of all settings, by line.
-std::vector<std::string> settings(Unit& unit)
+void shutDown()
 {
-    std::vector<std::string> lines;
-    for (const char* category : {"--buzzer", "--backlight", "--led", "--can", "--onoff", "--power=Current",
-                                 "--power=Startup", "--telematics", "--touch --mode",
-                                 "--touch --setting=TS_RIGHT_CLICK_TIME", "--heater --temperature"})
-    {
-        std::istringstream output(unit.run(category).output);
-        for (std::string line; std::getline(output, line);)
-            lines.push_back(line);
-    }
-    return lines;
+    EXPECT_EQ(FirmwareUpgrade_shutDown(GetFirmwareUpgrade()), 0u);
 }
 
-TEST(Boot, CountsAPowerCycleWithTheNextCall)
+// Any call that reaches the unit.
+void callTheUnit()
 {
-    Unit unit(R"({"diagnostic": {"powerCycles": 10}})");
-    unit.run("--advanced --shutdown");
+    std::uint16_t volume = 0;
+    EXPECT_EQ(Buzzer_getVolume(GetBuzzer(), &volume), 0u);
+}
+
+void reboot()
+{
+    shutDown();
+    callTheUnit();
+}
+
+TEST(Boot, BeginsWithTheNextCallAfterAShutdown)
+{
+    const CalledUnit unit(R"({"diagnostic": {"powerCycles": 7}})");
+    shutDown();
     EXPECT_EQ(unit["/boot/running"], false);
-    EXPECT_EQ(unit["/diagnostic/powerCycles"], 10);
-    unit.run("--lightsensor");
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], 7);
+    callTheUnit();
     EXPECT_EQ(unit["/boot/running"], true);
-    EXPECT_EQ(unit["/diagnostic/powerCycles"], 11);
-    unit.run("--lightsensor");
-    EXPECT_EQ(unit["/diagnostic/powerCycles"], 11);
-}
-
-TEST(Boot, CountsAPowerCycleWhereTheNextCallIsAShutdown)
-{
-    Unit unit(R"({"diagnostic": {"powerCycles": 10}})");
-    unit.shutDown();
-    unit.shutDown();
-    EXPECT_EQ(unit["/diagnostic/powerCycles"], 11);
-}
-
-TEST(Boot, StaysOnWhereTheShutdownFails)
-{
-    Unit unit;
-    unit.fails("FirmwareUpgrade_shutDown", 77);
-    unit.run("--advanced --shutdown");
-    unit.run("--lightsensor");
-    EXPECT_EQ(unit["/diagnostic/powerCycles"], nullptr);
-}
-
-TEST(Boot, IsInRescueModeOnceWhereItWasAskedFor)
-{
-    Unit unit;
-    unit.run("--advanced --rescue_mode_next_boot");
-    EXPECT_EQ(unit.run("--advanced --system_mode").output, "System mode: 0\n");
-    unit.shutDown();
-    EXPECT_EQ(unit.run("--advanced --system_mode").output, "System mode: 1\n");
-    unit.shutDown();
-    EXPECT_EQ(unit.run("--advanced --system_mode").output, "System mode: 0\n");
-}
-
-TEST(Boot, KeepsEverySetting)
-{
-    Unit unit(changed);
-    unit.shutDown();
-    const auto before = settings(unit);
-    unit.shutDown();
-    EXPECT_EQ(settings(unit), before);
-    unit.run("--advanced --rescue_mode_next_boot");
-    unit.shutDown();
-    EXPECT_EQ(settings(unit), before);
-}
-
-TEST(Boot, BringsTheDefaultsBackWhereAFactoryResetWasAskedFor)
-{
-    Unit fresh;
-    fresh.shutDown();
-    Unit unit(changed);
-    unit.shutDown();
-    const auto before = settings(unit);
-    unit.run("--advanced --rescue_mode_next_boot --factory_reset");
-    EXPECT_EQ(settings(unit), before);
-    for (const std::string& line : settings(fresh))
-        EXPECT_EQ(std::ranges::count(before, line), 0) << line;
-    unit.shutDown();
-    EXPECT_EQ(settings(unit), settings(fresh));
-    EXPECT_EQ(unit.run("--advanced --system_mode").output, "System mode: 1\n");
-}
-
-TEST(Boot, ResetsTheSettingsOnceAlone)
-{
-    Unit unit;
-    unit.run("--advanced --rescue_mode_next_boot --factory_reset");
-    unit.shutDown();
-    unit.run("--buzzer --frequency=800");
-    unit.shutDown();
-    EXPECT_EQ(unit.run("--buzzer --frequency").output, "Buzzer Frequency: 800\n");
-}
-
-TEST(Boot, ResetsNothingButSettings)
-{
-    Unit unit(R"({"about": {"unitSerial": "QX1"}, "versions": {"ss": "9.9.9.9"},
-                  "diagnostic": {"powerCycles": 10, "totalRunTime": 5},
-                  "firmware": {"ss": {"digest": "12", "bytes": 3}}})");
-    unit.run("--advanced --rescue_mode_next_boot --factory_reset");
-    unit.shutDown();
-    unit.run("--lightsensor");
-    EXPECT_EQ(unit["/about/unitSerial"], "QX1");
-    EXPECT_EQ(unit["/versions/ss"], "9.9.9.9");
-    EXPECT_EQ(unit["/diagnostic/powerCycles"], 11);
-    EXPECT_EQ(unit["/diagnostic/totalRunTime"], 5);
-    EXPECT_EQ(unit["/firmware/ss/digest"], "12");
-}
-
-TEST(Boot, TakesTheLastModeThatWasAskedFor)
-{
-    Unit unit(changed);
-    unit.run("--advanced --rescue_mode_next_boot --factory_reset");
-    unit.run("--advanced --rescue_mode_next_boot");
-    unit.shutDown();
-    EXPECT_EQ(unit.run("--buzzer --frequency").output, "Buzzer Frequency: 800\n");
-}
-
-TEST(Boot, NeedsItsAcknowledgementAnew)
-{
-    Unit unit;
-    unit.shutDown();
-    unit.run("--lightsensor");
     EXPECT_EQ(unit["/boot/completed"], false);
-    unit.run("--advanced --boot_completed");
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], 8);
+}
+
+TEST(Boot, BeginsInAnotherProcess)
+{
+    Unit unit(R"({"diagnostic": {"powerCycles": 7}})");
+    unit.shutDown();
+    EXPECT_EQ(unit["/boot/running"], false);
+    unit.run("--buzzer --volume");
+    unit.run("--buzzer --volume");
+    EXPECT_EQ(unit["/boot/running"], true);
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], 8);
+}
+
+TEST(Boot, BeginsOnceForManyProcesses)
+{
+    const CalledUnit unit(R"({"boot": {"running": false}, "diagnostic": {"powerCycles": 7}})");
+    for (int i = 0; i < 16; ++i)
+        if (fork() == 0)
+        {
+            callTheUnit();
+            _exit(0);
+        }
+    for (int i = 0; i < 16; ++i)
+        wait(nullptr);
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], 8);
+}
+
+TEST(Boot, BeginsWithACallThatFailsToo)
+{
+    CalledUnit unit(R"({"boot": {"running": false}, "buzzer": {"volume": 5}})");
+    unit.fails("Buzzer_setVolume", 77);
+    EXPECT_EQ(Buzzer_setVolume(GetBuzzer(), 40), 77u);
+    EXPECT_EQ(unit["/boot/running"], true);
+    EXPECT_EQ(unit["/buzzer/volume"], 5);
+}
+
+TEST(Boot, CanBeEndedAtOnce)
+{
+    const CalledUnit unit(R"({"diagnostic": {"powerCycles": 7}})");
+    shutDown();
+    shutDown();
+    EXPECT_EQ(unit["/boot/running"], false);
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], 8);
+}
+
+TEST(Boot, CountsPowerCyclesBeyondTheHighest)
+{
+    const CalledUnit unit(R"({"diagnostic": {"powerCycles": 65535}})");
+    reboot();
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], 0);
+}
+
+TEST(Boot, SwitchesThePowerToItsStartUpState)
+{
+    const CalledUnit unit(R"({"config": {"startupPower": {"video": 5, "can": false, "externalFan": true}},
+                              "power": {"video": 15, "can": true, "externalFan": false}})");
+    reboot();
+    EXPECT_EQ(unit["/power"], (json{{"video", 5}, {"can", false}, {"externalFan", true}}));
+    EXPECT_EQ(unit["/config/startupPower"], unit["/power"]);
+}
+
+TEST(Boot, SwitchesEveryRadioToItsStartUpState)
+{
+    for (const std::string radio : {"wlan", "gprs", "gps", "bluetooth"})
+        for (const bool power : {false, true})
+        {
+            const CalledUnit unit(
+                json{{"telematics", {{radio, {{"power", !power}, {"startupPower", power}}}}}}.dump());
+            reboot();
+            EXPECT_EQ(unit["/telematics"], (json{{radio, {{"power", power}, {"startupPower", power}}}}));
+        }
+}
+
+TEST(Boot, AppliesTheTouchProfileOfTheNextBoot)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"mouse next boot", "mouse"}, {"touch next boot", "touch"}, {"mouse", "mouse"}, {"touch", "touch"}};
+    for (const auto& [before, after] : cases)
+    {
+        const CalledUnit unit(json{{"touch", {{"profile", before}}}}.dump());
+        reboot();
+        EXPECT_EQ(unit["/touch/profile"], after);
+    }
+}
+
+TEST(Boot, AppliesItsModeOnce)
+{
+    const CalledUnit unit;
+    std::int32_t mode = 4711;
+    EXPECT_EQ(Config_setNextBootMode(GetConfig(), 3), 0u);
+    EXPECT_EQ(QVAuxPrivate_getSystemMode(GetQVAuxPrivate(), &mode), 0u);
+    EXPECT_EQ(mode, 0);
+    shutDown();
+    EXPECT_EQ(QVAuxPrivate_getSystemMode(GetQVAuxPrivate(), &mode), 0u);
+    EXPECT_EQ(mode, 1);
+    EXPECT_EQ(
+        unit["/boot"],
+        (json{{"running", true}, {"completed", false}, {"systemMode", "rescue"}, {"nextMode", "normal"}}));
+    shutDown();
+    EXPECT_EQ(QVAuxPrivate_getSystemMode(GetQVAuxPrivate(), &mode), 0u);
+    EXPECT_EQ(mode, 0);
+}
+
+TEST(Boot, KeepsTheSettingsInRescueMode)
+{
+    const CalledUnit unit(R"({"boot": {"nextMode": "rescue"}, "buzzer": {"volume": 5},
+                              "config": {"heatingLimit": 3}})");
+    reboot();
+    EXPECT_EQ(unit["/boot/systemMode"], "rescue");
+    EXPECT_EQ(unit["/buzzer/volume"], 5);
+    EXPECT_EQ(unit["/config/heatingLimit"], 3);
+}
+
+TEST(Boot, ResetsTheSettingsAndNothingElseOnRequest)
+{
+    const CalledUnit unit(R"({
+        "boot": {"nextMode": "rescue with factory reset"},
+        "buzzer": {"volume": 5}, "backlight": {"intensity": 5}, "frontLed": {"color": "red"},
+        "can": {"baudrates": [5, 5, 5, 5]}, "touch": {"lowLevel": 5, "profile": "mouse"},
+        "telematics": {"gps": {"power": false, "startupPower": false}},
+        "config": {"heatingLimit": 5, "startupPower": {"video": 5}}, "power": {"video": 5},
+        "about": {"unitSerial": "ABCD", "display": false}, "addOnBoard": {"gps": false},
+        "eeprom": {"main": {"text": "ABCD"}}, "versions": {"ss": "5.5.5.5"},
+        "diagnostic": {"totalRunTime": 5, "powerCycles": 7}, "adc": {"24V": 5},
+        "firmware": {"pace": 5}, "faults": {"Buzzer_getTrigger": {"code": 77}}, "errorTexts": {"77": "text"}
+    })");
+    const json before = unit.content();
+    reboot();
+    json expected = before;
+    expected["boot"] = {
+        {"nextMode", "normal"}, {"systemMode", "rescue"}, {"running", true}, {"completed", false}};
+    expected["buzzer"]["volume"] = 1000;
+    expected["backlight"]["intensity"] = 200;
+    expected["frontLed"]["color"] = "green";
+    expected["can"]["baudrates"] = {250, 250, 500, 500};
+    expected["touch"] = {{"lowLevel", 48}, {"profile", "touch"}};
+    expected["telematics"]["gps"] = {{"power", true}, {"startupPower", true}};
+    expected["config"] = {{"heatingLimit", -10}, {"startupPower", {{"video", 15}}}};
+    expected["power"]["video"] = 15;
+    expected["diagnostic"]["powerCycles"] = 8;
+    EXPECT_EQ(unit.content(), expected);
+}
+
+TEST(Boot, IsCompletedByItsAcknowledgement)
+{
+    const CalledUnit unit;
+    reboot();
+    EXPECT_EQ(unit["/boot/completed"], false);
+    EXPECT_EQ(QVAuxPrivate_writeSsRegister(GetQVAuxPrivate(), 4, 6, 0xC3), 0u);
     EXPECT_EQ(unit["/boot/completed"], true);
-    unit.shutDown();
-    unit.run("--lightsensor");
-    EXPECT_EQ(unit["/boot/completed"], false);
 }
 
-TEST(Boot, IsNotNeededToResetWhatTheSystemSupervisorKeeps)
+TEST(Boot, BringsTheFirmwareThatWasFlashed)
 {
-    Unit unit(changed);
-    unit.shutDown();
-    Unit fresh;
-    fresh.shutDown();
-    const std::string buzzer = unit.run("--buzzer").output;
-    unit.run("--advanced --factory");
-    EXPECT_EQ(unit.run("--onoff").output, fresh.run("--onoff").output);
-    EXPECT_EQ(unit.run("--heater --temperature").output, fresh.run("--heater --temperature").output);
-    EXPECT_EQ(unit.run("--buzzer").output, buzzer);
-    EXPECT_EQ(unit["/touch/rightClickTime"], 1);
-    EXPECT_EQ(unit["/power/video"], 0);
+    const CalledUnit unit(
+        R"({"firmware": {"ss": {"nextVersion": "9.8.7.6"}, "fpga": {"nextVersion": "1.1.1.1"},
+                              "front": {"nextVersion": "2.2.2.2"}}})");
+    reboot();
+    EXPECT_EQ(unit["/versions"], (json{{"ss", "9.8.7.6"}, {"fpga", "1.1.1.1"}, {"front", "2.2.2.2"}}));
+    for (const char* target : {"ss", "fpga", "front"})
+        EXPECT_EQ(unit["/firmware"][target], (json{{"nextVersion", nullptr}}));
+}
+
+TEST(Boot, LeavesTheSettingsOfTheSystemSupervisorToItsOwnReset)
+{
+    const CalledUnit unit(R"({"config": {"heatingLimit": 5, "startupTrigger": 1}, "buzzer": {"volume": 5}})");
+    EXPECT_EQ(QVAuxPrivate_writeSsRegister(GetQVAuxPrivate(), 3, 0x65, 1), 0u);
+    EXPECT_EQ(unit["/config"], (json{{"heatingLimit", -10}, {"startupTrigger", 3}}));
+    EXPECT_EQ(unit["/buzzer/volume"], 5);
 }
 
 } // namespace
