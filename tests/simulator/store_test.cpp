@@ -552,6 +552,33 @@ TEST(Store, KeepsTheSettingsOfAllWhoMadeTheUnitAtOnce)
             << setting.arguments;
 }
 
+// All children wait for the start, to find no file at the same time.
+TEST(Store, MakesAUnitOnceHoweverManyFindNone)
+{
+    const CalledUnit unit;
+    for (int round = 0; round < 20; ++round)
+    {
+        std::filesystem::remove(unit.file());
+        int start[2];
+        ASSERT_EQ(pipe(start), 0);
+        std::vector<int> children;
+        for (std::int32_t setting = 0; setting < 8; ++setting)
+            children.push_back(startChild(
+                [=]
+                {
+                    char none;
+                    close(start[1]);
+                    if (read(start[0], &none, 1) == 0)
+                        TouchScreen_setAdvancedSetting(GetTouchScreen(), setting, 4711);
+                }));
+        close(start[1]);
+        close(start[0]);
+        waitForAll(children);
+        const json touch = unit["/touch"];
+        EXPECT_EQ(std::count(touch.begin(), touch.end(), 4711), 8) << touch;
+    }
+}
+
 // Every child sets the volume to 1, 2, 3 and so on and tells before each.
 TEST(Store, IsWholeAndUpToDateWhereverAProcessWasKilled)
 {
