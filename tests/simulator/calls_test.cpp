@@ -299,7 +299,7 @@ TEST(Calls, AreTestedForEveryOperationOfTheHeader)
 
     std::set<std::string> declared;
     const std::string identifier = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_";
-    const std::string header = readFile(DEVICE_HEADER);
+    const std::string header = readFile(PROJECT_FOLDER "/src/device/qv_aux2.h");
     for (auto bracket = header.find('('); bracket != std::string::npos;
          bracket = header.find('(', bracket + 1))
     {
