@@ -150,11 +150,11 @@ TEST(OptionList, HeadsItsSectionsInItsOwnOrder)
 TEST(GeneralTexts, EndWithSuccessWhereTheyCanNotBeWritten)
 {
     const Unit unit;
-    for (const char* arguments : {"-h", "--list", "-v", ""})
+    for (const char* arguments :
+         {"-h", "--list", "-v", "", "--version", "--lightsensor", "--about=EEPROM", "--about=RawEEPROM"})
     {
-        Command command = programOn(unit.file(), arguments);
-        command.words.insert(command.words.begin(), {"/bin/sh", "-c", "exec \"$@\" >/dev/full", "sh"});
-        const Outcome outcome = runCommand(command);
+        const Outcome outcome =
+            runCommand(throughShell("exec \"$@\" >/dev/full", programOn(unit.file(), arguments)));
         EXPECT_EQ(outcome.status, 0) << arguments;
         EXPECT_EQ(outcome.errors, "") << arguments;
     }

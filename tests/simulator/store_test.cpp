@@ -47,10 +47,7 @@ Outcome runUnprivileged(const std::string& unit, const std::string& arguments)
 // A run in which no file can grow beyond 2048 bytes, as on a disk that is full.
 Outcome runOnFullDisk(const std::string& unit, const std::string& arguments)
 {
-    Command command = programOn(unit, arguments);
-    const std::vector<std::string> shell = {"/bin/sh", "-c", "trap '' XFSZ; ulimit -f 4; exec \"$@\"", "sh"};
-    command.words.insert(command.words.begin(), shell.begin(), shell.end());
-    return runCommand(command);
+    return runCommand(throughShell("trap '' XFSZ; ulimit -f 4; exec \"$@\"", programOn(unit, arguments)));
 }
 
 int startChild(const std::function<void()>& work)
@@ -186,9 +183,8 @@ TEST(Store, FailsWhereAFolderCanNotBeMade)
 TEST(Store, TakesAPathWithoutAFolder)
 {
     const TemporaryFolder folder;
-    Command command = programOn("unit.json", "--buzzer --volume=40");
-    const std::vector<std::string> shell = {"/bin/sh", "-c", "cd " + folder.path + "; exec \"$@\"", "sh"};
-    command.words.insert(command.words.begin(), shell.begin(), shell.end());
+    const Command command =
+        throughShell("cd " + folder.path + "; exec \"$@\"", programOn("unit.json", "--buzzer --volume=40"));
     EXPECT_EQ(runCommand(command).output, "Buzzer volume set to: 40\n");
     EXPECT_EQ(parsed(folder / "unit.json")["buzzer"]["volume"], 40);
 }

@@ -90,6 +90,14 @@ Command programOn(const std::string& unit, const std::string& arguments)
     return programOn(unit, split(arguments));
 }
 
+Command throughShell(const std::string& script, Command command)
+{
+    const std::vector<std::string> shell = {"/bin/sh", "-c", script, "sh"};
+    command.words.insert(command.words.begin(), shell.begin(), shell.end());
+    command.environment.erase("LD_PRELOAD");
+    return command;
+}
+
 Unit::Unit(const std::string& keys)
 {
     writeFile(file(), keys);

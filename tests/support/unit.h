@@ -27,6 +27,10 @@ std::string lines(std::initializer_list<std::string> list);
 Command programOn(const std::string& unit, const std::string& arguments);
 Command programOn(const std::string& unit, const std::vector<std::string>& arguments);
 
+// The command as "$@" of a shell script. Without the stand-ins, which are not made for the shell where the
+// program is for another processor.
+Command throughShell(const std::string& script, Command command);
+
 // Where the program under test is found, and what stands in for the world around it. All of it is in one
 // build folder: this one, or the one that FOBROB_BUILD names. FOBROB_RUNNER has the words to put before the
 // program.
