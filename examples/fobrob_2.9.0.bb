@@ -1,0 +1,21 @@
+SUMMARY = "Settings tool of a vehicle display computer"
+LICENSE = "CLOSED"
+
+# Put in where your sources are, and the commit.
+SRC_URI = "git://git.example.org/fobrob.git;protocol=https;branch=main"
+SRCREV = "0000000000000000000000000000000000000000"
+S = "${WORKDIR}/git"
+
+inherit cmake systemd
+
+# Put in the recipe and the package that bring the unit's own library.
+DEPENDS = "qv-aux2"
+RDEPENDS:${PN} = "qv-aux2"
+EXTRA_OECMAKE = "-DQV_AUX2_LIBRARY=${STAGING_LIBDIR}/libqv-aux2.so.2.11 -DBUILD_TESTING=OFF"
+
+do_install:append() {
+    install -D -m 0644 -t ${D}${systemd_system_unitdir} ${S}/examples/fobrob-boot-completed.service
+}
+
+SYSTEMD_SERVICE:${PN} = "fobrob-boot-completed.service"
+FILES:${PN} += "${datadir}/bash-completion ${datadir}/fish ${datadir}/zsh"

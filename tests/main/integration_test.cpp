@@ -1,0 +1,461 @@
+// docs/integration.md and the files of examples/ that it shows. The scripts run with a `fobrob` of their own,
+// which is the program under test on a simulated unit; the commands run in a copy of the sources.
+
+#include "support/unit.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <regex>
+#include <sstream>
+
+namespace
+{
+
+using testing::HasSubstr;
+
+const char* const document = PROJECT_FOLDER "/docs/integration.md";
+
+std::string example(const std::string& name)
+{
+    return PROJECT_FOLDER "/examples/" + name;
+}
+
+std::string replaced(std::string text, const std::string& what, const std::string& with)
+{
+    for (std::size_t at = 0; (at = text.find(what, at)) != text.npos; at += with.size())
+        text.replace(at, what.size(), with);
+    return text;
+}
+
+// What stands indented in the document, part by part.
+std::vector<std::string> snippets()
+{
+    const std::string indent(4, ' ');
+    std::istringstream text(readFile(document));
+    std::vector<std::string> parts;
+    bool inside = false;
+    for (std::string line; std::getline(text, line);)
+    {
+        const bool indented = line.starts_with(indent);
+        if (indented && !inside)
+            parts.emplace_back();
+        inside = indented || (inside && line.empty());
+        if (inside)
+            parts.back() += line.substr(std::min(indent.size(), line.size())) + "\n";
+    }
+    for (std::string& part : parts)
+        part.erase(part.find_last_not_of('\n') + 2);
+    return parts;
+}
+
+// Everything in examples/.
+std::vector<std::string> exampleFiles()
+{
+    std::vector<std::string> contents;
+    for (const auto& file : std::filesystem::directory_iterator(example("")))
+        contents.push_back(readFile(file.path()));
+    return contents;
+}
+
+// The snippets that are no files, as one script.
+std::string commands()
+{
+    const std::vector<std::string> files = exampleFiles();
+    std::string script;
+    for (const std::string& snippet : snippets())
+        if (std::ranges::find(files, snippet) == files.end())
+            script += snippet;
+    return script;
+}
+
+// What stands behind `name` on its line.
+std::string valueOf(const std::string& name, const std::string& text)
+{
+    std::smatch match;
+    EXPECT_TRUE(std::regex_search(text, match, std::regex("(^|\n)" + name + " *\\+?= *\"?([^\"\n]*)")));
+    return match.empty() ? "" : match[2].str();
+}
+
+int exitStatus(const Outcome& outcome)
+{
+    return WIFEXITED(outcome.status) ? WEXITSTATUS(outcome.status) : -1;
+}
+
+Outcome runShell(const std::string& script)
+{
+    return runCommand({.words = {"sh", "-euc", script}, .environment = {{"PATH", std::getenv("PATH")}}});
+}
+
+// Runs a command for which `fobrob` is the program on `unit`.
+Outcome runOn(const Unit& unit, const std::vector<std::string>& words,
+              std::map<std::string, std::string> environment = {})
+{
+    const Command program = programOn(unit.file(), "");
+    std::string starter = "#!/bin/sh\nexec env";
+    for (const auto& [name, value] : program.environment)
+        starter += " '" + name + "=" + value + "'";
+    for (const std::string& word : program.words)
+        starter += " '" + word + "'";
+    const TemporaryFolder bin;
+    writeFile(bin / "fobrob", starter + " \"$@\"\n");
+    std::filesystem::permissions(bin / "fobrob", std::filesystem::perms::all);
+    environment.insert({"PATH", bin.path + ":/usr/bin:/bin"});
+    return runCommand({.words = words, .environment = environment});
+}
+
+TEST(Integration, ShowsTheExamplesAsTheyAre)
+{
+    EXPECT_THAT(snippets(), testing::IsSupersetOf(exampleFiles()));
+}
+
+TEST(Integration, LinksToFilesThatAreThere)
+{
+    const std::string text = readFile(document);
+    const std::regex link(R"(\]\(([^)]*)\))");
+    for (std::sregex_iterator match(text.begin(), text.end(), link), end; match != end; ++match)
+        EXPECT_TRUE(fileExists(PROJECT_FOLDER "/docs/" + (*match)[1].str())) << (*match)[1];
+}
+
+// The preset of the build under test, so that the linker is one for its processor.
+std::string preset()
+{
+    const std::string name = std::filesystem::path(buildFolder()).filename();
+    const std::string presets = readFile(PROJECT_FOLDER "/CMakePresets.json");
+    const bool known = presets.find("\"name\": \"" + name + "\"") != presets.npos;
+    return known ? name : "release";
+}
+
+// All of the document's commands, in a copy of the sources. The unit's own library is the simulated one.
+TEST(Integration, BuildsAndInstallsByTheCommandsOfTheDocument)
+{
+    namespace fs = std::filesystem;
+    const TemporaryFolder work;
+    const fs::path sources = work / "sources";
+    fs::create_directory(sources);
+    for (const char* part :
+         {"CMakeLists.txt", "CMakePresets.json", "completions", "examples", "man", "src", "tools"})
+        fs::copy(fs::path(PROJECT_FOLDER) / part, sources / part, fs::copy_options::recursive);
+    fs::copy(simulatorFolder() + "/libqv-aux2.so.2.11", work / "libqv-aux2.so.2.11");
+
+    const std::string script = replaced(replaced(commands(), "release", preset()), "/path/to", work.path);
+    const Outcome outcome = runShell("cd " + sources.string() + "\n" + script);
+    EXPECT_EQ(exitStatus(outcome), 0) << outcome.output << outcome.errors;
+    EXPECT_THAT(outcome.output, HasSubstr("/libqv-aux2.so.2.11 has every operation that fobrob calls\n"));
+    EXPECT_FALSE(fileExists(sources / "build" / preset() / "simulator"));
+    EXPECT_TRUE(fileExists(work / "image/usr/share/man/man1/fobrob.1"));
+    EXPECT_TRUE(
+        fileExists(work / "image/etc/systemd/system/multi-user.target.wants/fobrob-boot-completed.service"));
+
+    const Unit unit;
+    Command command = programOn(unit.file(), "--lightsensor");
+    std::ranges::replace(command.words, programPath(), work / "image/usr/bin/fobrob");
+    command.environment["LD_LIBRARY_PATH"] = work.path;
+    EXPECT_EQ(runCommand(command).output, "Illuminance: 320\n");
+}
+
+// CMake warns of a variable that nothing reads.
+TEST(Integration, GivesCMakeVariablesThatItKnowsInTheRecipe)
+{
+    const TemporaryFolder work;
+    const std::string recipe = readFile(example("fobrob_2.9.0.bb"));
+    const std::string options =
+        replaced(valueOf("EXTRA_OECMAKE", recipe), "${STAGING_LIBDIR}", simulatorFolder());
+    const Outcome outcome = runShell("cmake -S " PROJECT_FOLDER " -B " + work.path + " " + options);
+    EXPECT_EQ(exitStatus(outcome), 0);
+    EXPECT_EQ(outcome.errors, "");
+    const std::string cache = readFile(work / "CMakeCache.txt");
+    EXPECT_THAT(cache, HasSubstr("QV_AUX2_LIBRARY:FILEPATH=" + simulatorFolder() + "/libqv-aux2.so.2.11\n"));
+    EXPECT_THAT(cache, HasSubstr("BUILD_TESTING:BOOL=OFF\n"));
+}
+
+// Programs, manuals and the service are packaged without being named.
+TEST(Integration, PackagesEveryInstalledFileByTheRecipe)
+{
+    const TemporaryFolder image;
+    const std::string recipe = readFile(example("fobrob_2.9.0.bb"));
+    const std::string append = recipe.substr(recipe.find("    install"));
+    std::string script = "DESTDIR=$D cmake --install " + buildFolder() + " --prefix /usr\n" +
+                         append.substr(0, append.find('\n'));
+    EXPECT_EQ(exitStatus(runShell("D=" + image.path +
+                                  " S=" PROJECT_FOLDER " systemd_system_unitdir=/usr/lib/systemd/system\n" +
+                                  script)),
+              0);
+    std::istringstream named(replaced(valueOf("FILES:\\$\\{PN\\}", recipe), "${datadir}", "/usr/share"));
+    std::vector<std::string> folders = {"/usr/bin", "/usr/share/man", "/usr/lib/systemd/system"};
+    folders.insert(folders.end(), std::istream_iterator<std::string>(named), {});
+    std::size_t files = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(image.path))
+    {
+        const std::string path = entry.path().string().substr(image.path.size());
+        if (entry.is_directory())
+            continue;
+        ++files;
+        EXPECT_TRUE(
+            std::ranges::any_of(folders, [&](const auto& folder) { return path.starts_with(folder + "/"); }))
+            << path;
+    }
+    EXPECT_EQ(files, 6u);
+}
+
+TEST(Integration, NamesTheRecipeByTheVersion)
+{
+    EXPECT_THAT(readFile(PROJECT_FOLDER "/CMakeLists.txt"), HasSubstr("project(fobrob VERSION 2.9.0.0 "));
+    EXPECT_TRUE(fileExists(example("fobrob_2.9.0.bb")));
+}
+
+// The command of the service, read as systemd reads it.
+std::vector<std::string> bootCompletedCommand()
+{
+    const std::string service = readFile(example("fobrob-boot-completed.service"));
+    std::smatch match;
+    EXPECT_TRUE(std::regex_search(service, match, std::regex("\nExecStart=/bin/sh -c '([^'\\\\%]*)'\n")));
+    return {"/bin/sh", "-c", replaced(match[1], "$$", "$")};
+}
+
+TEST(BootCompletedService, IsWellFormed)
+{
+    const Outcome outcome = runCommand(
+        {.words = {"systemd-analyze", "verify", "--man=no", example("fobrob-boot-completed.service")},
+         .environment = {{"PATH", std::getenv("PATH")}}});
+    EXPECT_EQ(exitStatus(outcome), 0);
+    EXPECT_THAT(outcome.errors, Not(HasSubstr("fobrob-boot-completed")));
+}
+
+TEST(BootCompletedService, AcknowledgesTheBoot)
+{
+    const Unit unit(R"({"boot": {"completed": false}})");
+    const Outcome outcome = runOn(unit, bootCompletedCommand());
+    EXPECT_EQ(exitStatus(outcome), 0) << outcome.errors;
+    EXPECT_EQ(outcome.output, "Boot completed successfully.\n");
+    EXPECT_EQ(unit["/boot/completed"], true);
+}
+
+TEST(BootCompletedService, FailsWithTheReasonWhereTheUnitDoesNotTakeIt)
+{
+    Unit unit(R"({"boot": {"completed": false}})");
+    unit.fails("QVAuxPrivate_writeSsRegister", 2);
+    const Outcome outcome = runOn(unit, bootCompletedCommand());
+    EXPECT_EQ(exitStatus(outcome), 1);
+    EXPECT_EQ(outcome.output, "Failed to mark boot completed: Not supported by this unit\n");
+    EXPECT_EQ(unit["/boot/completed"], false);
+}
+
+TEST(BootCompletedService, FailsWithoutTheProgram)
+{
+    const Outcome outcome = runOn(Unit(), bootCompletedCommand(), {{"PATH", "/does/not/exist"}});
+    EXPECT_EQ(exitStatus(outcome), 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("fobrob: not found"));
+}
+
+Outcome provision(const Unit& unit, const std::vector<std::string>& options = {})
+{
+    std::vector<std::string> words = {example("provision")};
+    words.insert(words.end(), options.begin(), options.end());
+    return runOn(unit, words);
+}
+
+TEST(Provision, GivesAUnitItsSettings)
+{
+    const Unit unit(R"({"config": {"startupPower": {"can": false}}})");
+    const Outcome outcome = provision(unit);
+    EXPECT_EQ(exitStatus(outcome), 0);
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(outcome.output, "The unit has its settings.\n");
+    EXPECT_EQ(unit["/config/powerOnStartup"], true);
+    EXPECT_EQ(unit["/config/suspendMaxTime"], 240);
+    EXPECT_EQ(unit["/config/heatingLimit"], -5);
+    EXPECT_EQ(unit["/config/startupPower/can"], true);
+    EXPECT_EQ(unit["/can/baudrates/0"], 500);
+    EXPECT_EQ(unit["/backlight/automatic"], true);
+}
+
+TEST(Provision, FindsItsSettingsAfterABoot)
+{
+    Unit unit;
+    EXPECT_EQ(exitStatus(provision(unit)), 0);
+    unit.shutDown();
+    EXPECT_EQ(exitStatus(provision(unit, {"--check"})), 0);
+    EXPECT_EQ(exitStatus(provision(unit)), 0);
+}
+
+TEST(Provision, NoticesSettingsThatAreLostAndBringsThemBack)
+{
+    Unit unit;
+    EXPECT_EQ(exitStatus(provision(unit)), 0);
+    unit.run("--advanced --factory");
+    const Outcome outcome = provision(unit, {"--check"});
+    EXPECT_EQ(exitStatus(outcome), 1);
+    EXPECT_EQ(outcome.errors, "provision: fobrob --onoff --always_on was to say 'PowerOnStartup: Enabled' "
+                              "and said 'PowerOnStartup: Disabled'\n");
+    EXPECT_EQ(exitStatus(provision(unit)), 0);
+    EXPECT_EQ(exitStatus(provision(unit, {"--check"})), 0);
+}
+
+TEST(Provision, NamesTheStepThatFails)
+{
+    const struct
+    {
+        const char* keys;
+        const char* step;
+        const char* said;
+    } cases[] = {
+        {R"({"faults": {"Config_setSuspendMaxTime": {"code": 77}}})", "--onoff --suspend_max_time=240",
+         "'setSuspendMaxTime: Error 77'"},
+        {R"({"faults": {"Config_setSuspendMaxTime": {"code": 77}}, "errorTexts": {"77": null}})",
+         "--onoff --suspend_max_time=240", "'setSuspendMaxTime: '"},
+        {R"({"faults": {"Config_setSuspendMaxTime": {"ignored": true}}})", "--onoff --suspend_max_time",
+         "'SuspendMaxTime: 120min'"},
+        {R"({"faults": {"Config_getSuspendMaxTime": {"code": 77}}})", "--onoff --suspend_max_time",
+         "'getSuspendMax: Error 77'"},
+        {R"({"faults": {"GetBacklight": {"null": true}}})", "--backlight --automatic=Enabled",
+         "The module handle is not valid"},
+        {R"({"about": {"display": false}})", "--backlight --automatic=Enabled", "Not supported by this unit"},
+        {R"({"faults": {"About_getNrOfCANConnections": {"ignored": true}}})", "--can=CAN0 --baudrate=500",
+         "No valid arguments could be found."},
+        {R"({"buzzer": {"volum": 5}})", "--onoff --always_on=Enabled", "The unit file is damaged"},
+    };
+    for (const auto& [keys, step, said] : cases)
+    {
+        SCOPED_TRACE(keys);
+        const Outcome outcome = provision(Unit(keys));
+        EXPECT_EQ(exitStatus(outcome), 1);
+        EXPECT_THAT(outcome.errors,
+                    testing::StartsWith("provision: fobrob " + std::string(step) + " was to say "));
+        EXPECT_THAT(outcome.errors, HasSubstr(said));
+        EXPECT_EQ(outcome.output, "");
+    }
+}
+
+TEST(Provision, StopsAtTheStepThatFailsAndCanBeRunAgain)
+{
+    Unit unit;
+    unit.failsOnce("Config_setSuspendMaxTime", 77);
+    EXPECT_EQ(exitStatus(provision(unit)), 1);
+    EXPECT_EQ(unit["/config/powerOnStartup"], true);
+    EXPECT_EQ(unit["/config/heatingLimit"], nullptr);
+    EXPECT_EQ(exitStatus(provision(unit)), 0);
+}
+
+TEST(Provision, FailsWithoutTheProgram)
+{
+    const Outcome outcome = runOn(Unit(), {example("provision")}, {{"PATH", "/does/not/exist"}});
+    EXPECT_EQ(exitStatus(outcome), 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("fobrob: not found"));
+}
+
+TEST(Provision, RefusesAnotherOption)
+{
+    EXPECT_EQ(exitStatus(provision(Unit(), {"--chek"})), 2);
+}
+
+const char* const firmware = ":12000000465756455253494F4E3D312E31332E302E3768\n" // FWVERSION=1.13.0.7
+                             ":00000001FF\n";
+
+struct RollOut
+{
+    Outcome outcome;
+    std::string calls; // those of the firmware work, and the waiting
+};
+
+RollOut rollOut(const Unit& unit, const std::string& target, const std::string& file,
+                const std::string& user = "0")
+{
+    const std::string trace = unit.folder / "trace";
+    const Outcome outcome = runOn(unit, {example("upgrade-firmware"), target, file},
+                                  {{"QVAUX_TRACE", trace}, {"STAND_IN_UID", user}});
+    std::istringstream all(readFile(trace));
+    std::string calls;
+    for (std::string line; std::getline(all, line);)
+        if (std::regex_search(line, std::regex("^FirmwareUpgrade_(start|shutDown)|^sleep")))
+            calls += line.substr(0, line.find('(')) + " ";
+    return {outcome, calls};
+}
+
+TEST(UpgradeFirmware, UpgradesVerifiesAndShutsTheUnitDown)
+{
+    const struct
+    {
+        const char* target;
+        const char* file;
+        const char* calls;
+        const char* version;
+    } cases[] = {
+        {"SS", "ss.hex", "FirmwareUpgrade_startSSUpgrade sleep FirmwareUpgrade_startSSVerification sleep ",
+         "SSVersion: 1.13.0.7\n"},
+        {"FPGA", "fpga.mcs",
+         "FirmwareUpgrade_startFpgaUpgrade sleep FirmwareUpgrade_startFpgaVerification sleep ",
+         "FPGAVersion: 1.13.0.7\n"},
+        {"Front", "front.hex",
+         "FirmwareUpgrade_startFrontUpgrade sleep FirmwareUpgrade_startFrontVerification sleep ",
+         "FrontVersion: 1.13.0.7\n"},
+    };
+    for (const auto& [target, file, calls, version] : cases)
+    {
+        SCOPED_TRACE(target);
+        Unit unit(R"({"firmware": {"pace": 0}})");
+        writeFile(unit.folder / file, firmware);
+        const RollOut run = rollOut(unit, target, unit.folder / file);
+        EXPECT_EQ(exitStatus(run.outcome), 0) << run.outcome.output;
+        EXPECT_EQ(run.outcome.errors, "");
+        EXPECT_EQ(run.calls, std::string(calls) + "FirmwareUpgrade_shutDown ");
+        EXPECT_EQ(unit.run("--version=" + std::string(target)).output, version);
+    }
+}
+
+TEST(UpgradeFirmware, NamesTheStepThatFailsAndLeavesTheUnitUp)
+{
+    const struct
+    {
+        const char* keys;
+        const char* target;
+        const char* file;
+        const char* failed;
+        const char* said;
+        const char* user = "0";
+    } cases[] = {
+        {"{}", "SS", "/good.hex", "upgrade SS", "This feature requires superuser privileges", "1000"},
+        {"{}", "SS", "/missing.hex", "upgrade SS", "File does not exist."},
+        {"{}", "FPGA", "/good.hex", "upgrade FPGA", "File format is incorrect."},
+        {"{}", "SS", "/broken.hex", "upgrade SS", "Upgrade failed in state: "},
+        {R"({"about": {"display": false}})", "Front", "/good.hex", "upgrade Front", "No FrontMCU present."},
+        {R"({"faults": {"FirmwareUpgrade_startSSUpgrade": {"code": 77}}})", "SS", "/good.hex", "upgrade SS",
+         "startSSUpgrade: Error 77"},
+        {R"({"firmware": {"statuses": [{"state": 4}, {"state": 7, "error": 77}]}})", "SS", "/good.hex",
+         "upgrade SS", "Upgrade failed in state: Complete with error.\nError: Error 77\n"},
+        {R"({"faults": {"FirmwareUpgrade_startSSVerification": {"code": 77}}})", "SS", "/good.hex",
+         "verify SS", "startSSVerification: Error 77"},
+        {R"({"faults": {"FirmwareUpgrade_shutDown": {"code": 77}}})", "SS", "/good.hex", "shut the unit down",
+         "shutDown: Error 77"},
+    };
+    for (const auto& [keys, target, file, failed, said, user] : cases)
+    {
+        SCOPED_TRACE(said);
+        Unit unit(keys);
+        unit.set("/firmware/pace", 0);
+        writeFile(unit.folder / "good.hex", firmware);
+        writeFile(unit.folder / "broken.hex", ":00000000FF\n");
+        const RollOut run = rollOut(unit, target, unit.folder.path + file, user);
+        EXPECT_EQ(exitStatus(run.outcome), 1);
+        EXPECT_EQ(run.outcome.errors, "upgrade-firmware: failed to " + std::string(failed) + "\n");
+        EXPECT_THAT(run.outcome.output, HasSubstr(said));
+        EXPECT_THAT(unit["/boot/running"], testing::AnyOf(true, nullptr));
+    }
+}
+
+TEST(UpgradeFirmware, FailsWhereThePathIsNotFull)
+{
+    const RollOut run = rollOut(Unit(), "SS", "ss.hex");
+    EXPECT_EQ(exitStatus(run.outcome), 1);
+    EXPECT_THAT(run.outcome.output, testing::StartsWith("Please enter the full path"));
+}
+
+// Not a word of it comes to fobrob, which makes a rescue boot of what it can not make out.
+TEST(UpgradeFirmware, RefusesAnotherTarget)
+{
+    const RollOut run = rollOut(Unit(), "ALL", "/ss.hex");
+    EXPECT_EQ(exitStatus(run.outcome), 2);
+    EXPECT_EQ(run.calls, "");
+}
+
+} // namespace
