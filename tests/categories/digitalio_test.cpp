@@ -208,4 +208,12 @@ TEST(DigitalIo, WritesEachLineAsSoonAsItIsKnown)
                                         "Digital input 3: 0\n", "Digital input 4: 0\n"}));
 }
 
+TEST(DigitalIo, ShowsEveryInputAsItsOwnReadingFoundIt)
+{
+    Unit unit(R"({"digitalInputs": {"inputs": 15},
+                  "faults": {"DigIO_getDigIO": {"ignored": true, "skip": 1, "times": 1}}})");
+    EXPECT_EQ(unit.run("--digitalio").output, lines({"Digital input 1: 1", "Digital input 2: 0",
+                                                     "Digital input 3: 1", "Digital input 4: 1"}));
+}
+
 } // namespace

@@ -218,4 +218,13 @@ TEST(OtherLibrary, GetsEveryLineWrittenBeforeTheNextCall)
     EXPECT_NE(outcome.status, 0);
 }
 
+TEST(DeviceInterface, PrintsAnErrorTextToTheByte)
+{
+    const std::string text = "100%d of %s, Gr\u00f6\u00dfe " + std::string(300, 'x');
+    Unit unit;
+    unit.set("/errorTexts/77", text);
+    unit.fails("Lightsensor_getIlluminance", 77);
+    EXPECT_EQ(unit.run("--lightsensor").output, "getIlluminance: " + text + "\n");
+}
+
 } // namespace
