@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <gmock/gmock.h>
-#include <regex>
 #include <sstream>
 
 namespace
@@ -69,12 +68,14 @@ std::string commands()
     return script;
 }
 
-// What stands behind `name` on its line.
-std::string valueOf(const std::string& name, const std::string& text)
+// What stands in `text` between the first `begin` and the next `end`.
+std::string between(const std::string& begin, const std::string& end, const std::string& text)
 {
-    std::smatch match;
-    EXPECT_TRUE(std::regex_search(text, match, std::regex("(^|\n)" + name + " *\\+?= *\"?([^\"\n]*)")));
-    return match.empty() ? "" : match[2].str();
+    const std::size_t at = text.find(begin);
+    EXPECT_NE(at, text.npos) << begin;
+    return at == text.npos
+               ? ""
+               : text.substr(at + begin.size(), text.find(end, at + begin.size()) - at - begin.size());
 }
 
 int exitStatus(const Outcome& outcome)
@@ -112,9 +113,12 @@ TEST(Integration, ShowsTheExamplesAsTheyAre)
 TEST(Integration, LinksToFilesThatAreThere)
 {
     const std::string text = readFile(document);
-    const std::regex link(R"(\]\(([^)]*)\))");
-    for (std::sregex_iterator match(text.begin(), text.end(), link), end; match != end; ++match)
-        EXPECT_TRUE(fileExists(PROJECT_FOLDER "/docs/" + (*match)[1].str())) << (*match)[1];
+    const std::string mark = "](";
+    for (std::size_t at = 0; (at = text.find(mark, at)) != text.npos; at += mark.size())
+    {
+        const std::string target = between(mark, ")", text.substr(at));
+        EXPECT_TRUE(fileExists(PROJECT_FOLDER "/docs/" + target)) << target;
+    }
 }
 
 // The preset of the build under test, so that the linker is one for its processor.
@@ -160,7 +164,7 @@ TEST(Integration, GivesCMakeVariablesThatItKnowsInTheRecipe)
     const TemporaryFolder work;
     const std::string recipe = readFile(example("fobrob_2.9.0.bb"));
     const std::string options =
-        replaced(valueOf("EXTRA_OECMAKE", recipe), "${STAGING_LIBDIR}", simulatorFolder());
+        replaced(between("EXTRA_OECMAKE = \"", "\"", recipe), "${STAGING_LIBDIR}", simulatorFolder());
     const Outcome outcome = runShell("cmake -S " PROJECT_FOLDER " -B " + work.path + " " + options);
     EXPECT_EQ(exitStatus(outcome), 0);
     EXPECT_EQ(outcome.errors, "");
@@ -174,14 +178,13 @@ TEST(Integration, PackagesEveryInstalledFileByTheRecipe)
 {
     const TemporaryFolder image;
     const std::string recipe = readFile(example("fobrob_2.9.0.bb"));
-    const std::string append = recipe.substr(recipe.find("    install"));
-    std::string script = "DESTDIR=$D cmake --install " + buildFolder() + " --prefix /usr\n" +
-                         append.substr(0, append.find('\n'));
-    EXPECT_EQ(exitStatus(runShell("D=" + image.path +
-                                  " S=" PROJECT_FOLDER " systemd_system_unitdir=/usr/lib/systemd/system\n" +
-                                  script)),
-              0);
-    std::istringstream named(replaced(valueOf("FILES:\\$\\{PN\\}", recipe), "${datadir}", "/usr/share"));
+    const std::string script = "D=" + image.path +
+                               " S=" PROJECT_FOLDER " systemd_system_unitdir=/usr/lib/systemd/system\n" +
+                               "DESTDIR=$D cmake --install " + buildFolder() + " --prefix /usr\n" +
+                               between("do_install:append() {\n", "\n}", recipe);
+    EXPECT_EQ(exitStatus(runShell(script)), 0);
+    std::istringstream named(
+        replaced(between("FILES:${PN} += \"", "\"", recipe), "${datadir}", "/usr/share"));
     std::vector<std::string> folders = {"/usr/bin", "/usr/share/man", "/usr/lib/systemd/system"};
     folders.insert(folders.end(), std::istream_iterator<std::string>(named), {});
     std::size_t files = 0;
@@ -208,9 +211,9 @@ TEST(Integration, NamesTheRecipeByTheVersion)
 std::vector<std::string> bootCompletedCommand()
 {
     const std::string service = readFile(example("fobrob-boot-completed.service"));
-    std::smatch match;
-    EXPECT_TRUE(std::regex_search(service, match, std::regex("\nExecStart=/bin/sh -c '([^'\\\\%]*)'\n")));
-    return {"/bin/sh", "-c", replaced(match[1], "$$", "$")};
+    const std::string script = between("\nExecStart=/bin/sh -c '", "'\n", service);
+    EXPECT_EQ(script.find_first_of("'\\%"), script.npos) << "means something else to systemd";
+    return {"/bin/sh", "-c", replaced(script, "$$", "$")};
 }
 
 TEST(BootCompletedService, IsWellFormed)
@@ -367,7 +370,7 @@ RollOut rollOut(const Unit& unit, const std::string& target, const std::string& 
     std::istringstream all(readFile(trace));
     std::string calls;
     for (std::string line; std::getline(all, line);)
-        if (std::regex_search(line, std::regex("^FirmwareUpgrade_(start|shutDown)|^sleep")))
+        if (line.starts_with("FirmwareUpgrade_s") || line.starts_with("sleep"))
             calls += line.substr(0, line.find('(')) + " ";
     return {outcome, calls};
 }
