@@ -145,13 +145,11 @@ std::string digestOf(const std::vector<HexBlock>& blocks)
 std::optional<Version> versionIn(const HexBlock& block)
 {
     constexpr std::string_view mark = "FWVERSION=";
-    const auto found =
-        std::ranges::search(block.data, mark, [](auto byte, char c) { return static_cast<char>(byte) == c; });
-    if (found.empty())
+    const auto found = std::search(block.data.begin(), block.data.end(), mark.begin(), mark.end());
+    if (found == block.data.end())
         return std::nullopt;
-    const std::string text(
-        found.end(), std::min(block.data.end(),
-                              found.end() + std::min<std::ptrdiff_t>(16, block.data.end() - found.end())));
+    const auto begin = found + static_cast<std::ptrdiff_t>(mark.size());
+    const std::string text(begin, begin + std::min<std::ptrdiff_t>(16, block.data.end() - begin));
     const char* at = text.data();
     const char* const end = at + text.size();
     Version version;
@@ -255,7 +253,7 @@ ApiError startFirmwareJob(const Unit& unit, FirmwareTarget target, FirmwareTask 
     if (::flock(lock.get(), LOCK_EX | LOCK_NB) != 0)
         return jobRunning;
     const std::chrono::milliseconds pace(unit.firmware.pace);
-    job.emplace(target, task, path, std::move(lock), pace, Clock::now());
+    job.emplace(Job{target, task, path, std::move(lock), pace, Clock::now()});
     return success;
 }
 

@@ -157,7 +157,7 @@ bool load(const std::string& path)
     Json json = parse(readAll(file, path), path);
     Unit unit = toUnit(json, path);
     const bool settled = isBefore(status.st_ctim, now);
-    snapshot.emplace(std::move(file), status, settled, std::move(json), std::move(unit));
+    snapshot.emplace(Snapshot{std::move(file), status, settled, std::move(json), std::move(unit)});
     return true;
 }
 
