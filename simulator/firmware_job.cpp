@@ -263,6 +263,19 @@ void waitForFirmwareJob()
         std::this_thread::sleep_until(job->due);
 }
 
+void noteFailedStatusCall(ApiError code)
+{
+    if (!job)
+        return;
+    const bool unsaved = code >= unitFileUnplaced && code <= unitFileUnwritable;
+    if (unsaved && job->told && job->fault.code == success)
+    {
+        job->fault = {static_cast<Code>(code), 0};
+        job->lock = File();
+    }
+    std::this_thread::sleep_for(job->pace);
+}
+
 ApiError carryOnFirmwareJob(Unit& unit, UpgradeStatus& status)
 {
     if (!job)

@@ -27,6 +27,10 @@ ApiError startFirmwareJob(const Unit& unit, FirmwareTarget target, FirmwareTask 
 // Waits until the job has something new to tell. Does not wait without a job.
 void waitForFirmwareJob();
 
+// A status call failed. A job whose progress could not be saved fails with it; the next call comes a pace
+// later, so that nobody who asks until the job is over burns the processor.
+void noteFailedStatusCall(ApiError code);
+
 // Carries the job on as far as its time allows and tells where it is.
 ApiError carryOnFirmwareJob(Unit& unit, UpgradeStatus& status);
 

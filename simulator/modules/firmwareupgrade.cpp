@@ -68,7 +68,10 @@ ApiError FirmwareUpgrade_getUpgradeStatus(FirmwareUpgradeHandle upgrade, Upgrade
     if (flag != 0)
         waitForFirmwareJob();
     const Change work = [&](Unit& unit) { return carryOnFirmwareJob(unit, *status); };
-    return changing(__func__, upgrade, work, out(status), flag);
+    const ApiError code = changing(__func__, upgrade, work, out(status), flag);
+    if (code != success)
+        noteFailedStatusCall(code);
+    return code;
 }
 
 // Ends this boot. The next call of the device API is in the next one.

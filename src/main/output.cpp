@@ -6,8 +6,8 @@
 
 static bool silenced = false;
 
-// A buffer of our own saves the C library from asking for memory and for the kind of file that standard output
-// is. It holds the longest text.
+// A buffer of our own saves the C library from asking for memory and for the kind of file that standard
+// output is. It holds the longest text.
 void prepareOutput()
 {
     static char buffer[16384];

@@ -556,6 +556,24 @@ TEST(FirmwareJob, TellsInTheSecondWordHowMuchIsDone)
     EXPECT_EQ(result.calls.at(7), "FirmwareUpgrade_getUpgradeStatus([5, 83, 91], 1) = 0");
 }
 
+TEST(FirmwareJob, FailsWhereItsProgressCanNotBeSaved)
+{
+    const FirmwareUnit unit;
+    setenv("QVAUX_UNIT", unit.file().c_str(), 1);
+    const FirmwareUpgradeHandle upgrade = GetFirmwareUpgrade();
+    ASSERT_EQ(FirmwareUpgrade_startSSUpgrade(upgrade, unit.hex.c_str(), 0), 0u);
+    UpgradeStatus status{};
+    while (status.state != 4)
+        ASSERT_EQ(FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1), 0u);
+    std::filesystem::create_directory(unit.file() + ".new");
+    EXPECT_EQ(FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1), 67u);
+    std::filesystem::remove(unit.file() + ".new");
+    EXPECT_EQ(FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1), 0u);
+    EXPECT_EQ(status.error, 67u);
+    EXPECT_EQ(unit["/firmware/ss/incomplete"], true);
+    unsetenv("QVAUX_UNIT");
+}
+
 TEST(FirmwareJob, KeepsItsPaceWithoutBurningTheProcessor)
 {
     FirmwareUnit unit;
