@@ -2,6 +2,8 @@
 //
 // Readers never wait: the file is replaced as a whole, so whoever opens it sees the old unit or the new
 // one. Whoever changes it holds the lock beside it from reading to replacing.
+//
+// Processes are kept apart, threads are not: one thread at a time may call the library.
 
 #pragma once
 
