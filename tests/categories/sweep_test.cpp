@@ -267,7 +267,7 @@ std::string takeLines(std::string& text, std::size_t count)
     std::size_t end = 0;
     for (; count > 0; --count)
         end = text.find('\n', end) + 1;
-    const std::string taken = text.substr(0, end);
+    std::string taken = text.substr(0, end);
     text.erase(0, end);
     return taken;
 }
@@ -294,7 +294,7 @@ class Sweep : public testing::TestWithParam<Category>
 {
 protected:
     // Calls `check` for every step that a device call stands behind.
-    void forEachCall(const std::function<void(std::size_t)>& check)
+    static void forEachCall(const std::function<void(std::size_t)>& check)
     {
         const std::vector<Step>& steps = GetParam().steps;
         for (std::size_t index = 0; index < steps.size(); ++index)

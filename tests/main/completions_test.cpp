@@ -91,7 +91,7 @@ Words categories(const std::string& shell)
 class Completions : public testing::TestWithParam<const char*>
 {
 protected:
-    Words offers(const std::string& line)
+    static Words offers(const std::string& line)
     {
         return offered(GetParam(), line);
     }

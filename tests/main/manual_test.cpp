@@ -39,7 +39,7 @@ std::string macroLines(const std::string& macro, const std::string& manual)
     std::istringstream stream(manual);
     std::string found;
     for (std::string line; std::getline(stream, line);)
-        if (line.starts_with('.') && (" " + line.substr(1)).find(" " + macro + " ") != line.npos)
+        if (line.starts_with('.') && (" " + line.substr(1)).find(" " + macro + " ") != std::string::npos)
             found += line + "\n";
     return found;
 }
