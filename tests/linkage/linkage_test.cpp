@@ -9,6 +9,11 @@ namespace
 
 using Names = std::set<std::string>;
 
+std::string library()
+{
+    return simulatorFolder() + "/libqv-aux2.so.2.11";
+}
+
 // The operations that the header of the device API declares.
 Names declaredOperations()
 {
@@ -103,8 +108,94 @@ TEST(Program, CallsEveryDeclaredOperation)
 
 TEST(Simulator, OffersTheDeclaredOperationsAndNothingElse)
 {
-    const std::string library = simulatorFolder() + "/libqv-aux2.so.2.11";
-    EXPECT_EQ(symbols("--defined-only", library), declaredOperations());
+    EXPECT_EQ(symbols("--defined-only", library()), declaredOperations());
+}
+
+bool isAmd64(const std::string& file)
+{
+    return told({"readelf", "--file-header", file}).find("X86-64") != std::string::npos;
+}
+
+// Of a native file only.
+std::string codeOf(const std::string& function, const std::string& file)
+{
+    return told({"objdump", "--no-show-raw-insn", "--disassemble=" + function, file});
+}
+
+// What the program and the simulated unit are made with against misuse of memory. The program binds lazily on
+// purpose, so its table of operations stays writable.
+class Hardening : public testing::TestWithParam<std::string>
+{
+protected:
+    const bool isProgram = GetParam() == "Program";
+    const std::string file = isProgram ? programPath() : library();
+
+    std::string elf(const char* part) const
+    {
+        return told({"readelf", "--wide", part, file});
+    }
+};
+
+TEST_P(Hardening, HasNoMemoryThatCanBeBothWrittenAndRun)
+{
+    const std::string segments = elf("--program-headers");
+    EXPECT_TRUE(std::regex_search(segments, std::regex(R"(GNU_STACK .* RW +0x)"))) << segments;
+    EXPECT_EQ(segments.find("RWE"), std::string::npos) << segments;
+}
+
+TEST_P(Hardening, MakesItsTablesReadOnlyOnceTheyAreRelocated)
+{
+    const std::string segments = elf("--program-headers");
+    EXPECT_TRUE(std::regex_search(segments, std::regex(R"(GNU_RELRO .* R +0x)"))) << segments;
+}
+
+#ifdef FORTIFIED
+TEST_P(Hardening, ChecksTheLengthOfWhatTheSystemLibraryWrites)
+{
+    const Names used = symbols("--undefined-only", file);
+    EXPECT_TRUE(used.contains("__snprintf_chk"));
+    EXPECT_FALSE(used.contains("snprintf"));
+}
+#endif
+
+// The mark of the whole file is missing where the C runtime's own objects have none, as in Debian 12.
+TEST_P(Hardening, MarksWhereACallMayLand)
+{
+    if (!isAmd64(file))
+        return;
+    const std::string function = isProgram ? "main" : "GetBuzzer";
+    const std::string code = codeOf(function, file);
+    EXPECT_TRUE(std::regex_search(code, std::regex("<" + function + R"(>:\n.*\tendbr64)"))) << code;
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, Hardening, testing::Values("Program", "Simulator"),
+                         [](const auto& file) { return file.param; });
+
+TEST(Program, LoadsAnywhere)
+{
+    EXPECT_NE(told({"readelf", "--file-header", programPath()}).find("DYN"), std::string::npos);
+    EXPECT_NE(told({"readelf", "--dynamic", programPath()}).find("Flags: PIE"), std::string::npos);
+}
+
+TEST(Program, FindsAnOverwrittenStack)
+{
+    EXPECT_TRUE(symbols("--undefined-only", programPath()).contains("__stack_chk_fail"));
+}
+
+// The system's archives, of which it has parts, would bring that symbol alone.
+TEST(Simulator, FindsAnOverwrittenStack)
+{
+    if (!isAmd64(library()))
+        return;
+    EXPECT_NE(codeOf("Buzzer_getVolume", library()).find("__stack_chk_fail"), std::string::npos);
+}
+
+// The program has no frame of a page.
+TEST(Simulator, TouchesEveryPageOfALargeFrame)
+{
+    if (!isAmd64(library()))
+        return;
+    EXPECT_NE(told({"objdump", "--disassemble", library()}).find("orq    $0x0,(%rsp)"), std::string::npos);
 }
 
 } // namespace
