@@ -64,94 +64,82 @@ Outcome answer(const char* operation, const void* handle, const std::optional<Fa
     return {code, code == success};
 }
 
-// Makes the start-up that may be due and counts the call in the unit. Gives the fault that it shows.
-std::optional<Fault> enter(const char* operation)
+// Counts the call in the unit, and makes the start-up that may be due first where the call reaches the unit
+// itself. Gives the fault that it shows.
+std::optional<Fault> enter(const char* operation, bool reachesUnit)
 {
     const Unit& unit = currentUnit();
-    if (!isStartUpDue(unit) && !faultCounts(unit, operation))
+    if (!faultCounts(unit, operation) && !(reachesUnit && isStartUpDue(unit)))
         return standingFault(unit, operation);
     std::optional<Fault> fault;
     changeUnit(
         [&](Unit& changed)
         {
-            startUpIfDue(changed);
+            if (reachesUnit)
+                startUpIfDue(changed);
             fault = countFault(changed, operation);
             return success;
         });
     return fault;
 }
 
-// What the unit's faults make of `operation`, for the calls that do not reach the unit itself.
-std::optional<Fault> faultOf(const char* operation)
+// Nothing is thrown at the caller, who may be written in C: a call that can not be made comes to
+// `failed(code)`.
+template <typename Call, typename Failed>
+auto guarded(const Call& call, const Failed& failed)
 {
-    std::optional<Fault> fault;
     try
     {
-        if (faultCounts(currentUnit(), operation))
-            changeUnit(
-                [&](Unit& unit)
-                {
-                    fault = countFault(unit, operation);
-                    return success;
-                });
-        else
-            fault = standingFault(currentUnit(), operation);
+        return call();
     }
     catch (const StoreError& error)
     {
         complain(error);
+        return failed(error.code);
     }
     catch (const std::exception&)
     {
-        // The first call that reaches the unit fails by it.
+        return failed(failure);
     }
-    return fault;
+}
+
+// The fault of a call that does not reach the unit. Where there is no unit, the first call that does will
+// fail by it.
+std::optional<Fault> faultOf(const char* operation)
+{
+    return guarded([&] { return enter(operation, false); }, [](ApiError) { return std::optional<Fault>(); });
 }
 
 } // namespace
 
 Outcome performReading(const char* operation, const void* handle, const Reading& work)
 {
-    try
-    {
-        // Before the results are written, so that none is when the unit can not be changed.
-        const std::optional<Fault> fault = enter(operation);
-        return answer(operation, handle, fault, currentUnit(), work);
-    }
-    catch (const StoreError& error)
-    {
-        complain(error);
-        return failed(error.code);
-    }
-    catch (const std::exception&)
-    {
-        return failed(failure);
-    }
+    return guarded(
+        [&]
+        {
+            // Before the results are written, so that none is when the unit can not be changed.
+            const std::optional<Fault> fault = enter(operation, true);
+            return answer(operation, handle, fault, currentUnit(), work);
+        },
+        failed);
 }
 
 Outcome performChange(const char* operation, const void* handle, const Change& work)
 {
-    try
-    {
-        Outcome outcome{};
-        changeUnit(
-            [&](Unit& unit)
-            {
-                startUpIfDue(unit);
-                outcome = answer(operation, handle, countFault(unit, operation), unit, work);
-                return outcome.code;
-            });
-        return outcome;
-    }
-    catch (const StoreError& error)
-    {
-        complain(error);
-        return failed(error.code);
-    }
-    catch (const std::exception&)
-    {
-        return failed(failure);
-    }
+    return guarded(
+        [&]
+        {
+            Outcome outcome{};
+            changeUnit(
+                [&](Unit& unit)
+                {
+                    startUpIfDue(unit);
+                    outcome = answer(operation, handle, countFault(unit, operation), unit, work);
+                    return outcome.code;
+                });
+            return outcome;
+        },
+        failed);
 }
 
 const void* obtainHandle(const char* operation)
@@ -161,6 +149,7 @@ const void* obtainHandle(const char* operation)
     if (!fault || !fault->null)
     {
         handles.emplace_back(std::string_view(operation).substr(std::strlen("Get")));
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is a number, no place in memory
         handle = reinterpret_cast<const void*>(handles.size() * handleStep);
     }
     trace(operation, handle ? "handle" : "null", false);

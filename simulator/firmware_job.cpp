@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
 #include <chrono>
 #include <fcntl.h>
 #include <optional>
@@ -145,24 +144,14 @@ std::string digestOf(const std::vector<HexBlock>& blocks)
 std::optional<Version> versionIn(const HexBlock& block)
 {
     constexpr std::string_view mark = "FWVERSION=";
-    const auto found = std::search(block.data.begin(), block.data.end(), mark.begin(), mark.end());
-    if (found == block.data.end())
-        return std::nullopt;
-    const auto begin = found + static_cast<std::ptrdiff_t>(mark.size());
-    const std::string text(begin, begin + std::min<std::ptrdiff_t>(16, block.data.end() - begin));
-    const char* at = text.data();
-    const char* const end = at + text.size();
-    Version version;
-    for (std::size_t i = 0; i < version.numbers.size(); ++i)
+    std::string_view text(reinterpret_cast<const char*>(block.data.data()), block.data.size());
+    for (auto at = text.find(mark); at != std::string_view::npos; at = text.find(mark))
     {
-        if (i > 0 && (at == end || *at++ != '.'))
-            return std::nullopt;
-        const auto [next, error] = std::from_chars(at, end, version.numbers[i]);
-        if (error != std::errc())
-            return std::nullopt;
-        at = next;
+        text.remove_prefix(at + mark.size());
+        if (const auto version = takeVersion(text))
+            return version;
     }
-    return version;
+    return std::nullopt;
 }
 
 std::optional<Version> versionIn(const std::vector<HexBlock>& blocks)

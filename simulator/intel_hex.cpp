@@ -1,7 +1,8 @@
 #include "intel_hex.h"
 
+#include "hex_digits.h"
+
 #include <algorithm>
-#include <array>
 #include <numeric>
 
 namespace
@@ -17,19 +18,6 @@ enum RecordType : std::uint8_t
     startLinear = 5,
 };
 
-constexpr std::uint8_t noDigit = 0xFF;
-
-constexpr std::array<std::uint8_t, 256> digitValues = []
-{
-    std::array<std::uint8_t, 256> values{};
-    values.fill(noDigit);
-    for (unsigned i = 0; i < 10; ++i)
-        values['0' + i] = static_cast<std::uint8_t>(i);
-    for (unsigned i = 0; i < 6; ++i)
-        values['A' + i] = values['a' + i] = static_cast<std::uint8_t>(10 + i);
-    return values;
-}();
-
 std::string_view withoutLineEnd(std::string_view line)
 {
     while (!line.empty() && (line.back() == '\r' || line.back() == ' ' || line.back() == '\t'))
@@ -41,17 +29,7 @@ std::string_view withoutLineEnd(std::string_view line)
 bool decode(std::string_view line, std::vector<std::uint8_t>& bytes)
 {
     bytes.clear();
-    if (line.empty() || line.front() != ':' || line.size() % 2 == 0)
-        return false;
-    for (std::size_t i = 1; i < line.size(); i += 2)
-    {
-        const std::uint8_t high = digitValues[static_cast<unsigned char>(line[i])];
-        const std::uint8_t low = digitValues[static_cast<unsigned char>(line[i + 1])];
-        if (high == noDigit || low == noDigit)
-            return false;
-        bytes.push_back(static_cast<std::uint8_t>(high << 4 | low));
-    }
-    return true;
+    return !line.empty() && line.front() == ':' && appendBytes(bytes, line.substr(1));
 }
 
 // How many data bytes a record of the type has; any number for those not listed.

@@ -260,7 +260,7 @@ std::string withoutLinks(const std::string& path)
 {
     if (char* real = ::realpath(path.c_str(), nullptr))
     {
-        const std::string found = real;
+        std::string found = real;
         std::free(real);
         return found;
     }

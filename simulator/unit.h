@@ -5,6 +5,8 @@
 
 #pragma once
 
+#include "version.h"
+
 #include "device/qv_aux2.h"
 
 #include <array>
@@ -164,14 +166,6 @@ struct Eeproms
         key("main", self.main);
         key("addOn", self.addOn);
     }
-};
-
-// "major.minor.release.build" in the file.
-struct Version
-{
-    std::array<std::uint8_t, 4> numbers{};
-
-    bool operator==(const Version&) const = default;
 };
 
 struct Versions

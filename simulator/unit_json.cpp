@@ -1,6 +1,7 @@
 #include "unit_json.h"
 
 #include "faults.h"
+#include "hex_digits.h"
 #include "json.h"
 
 #include <algorithm>
@@ -88,19 +89,11 @@ void read(const Json& json, Version& target, const Place& place)
 {
     std::string text;
     read(json, text, place);
-    const char* at = text.data();
-    const char* const end = at + text.size();
-    for (std::size_t i = 0; i < target.numbers.size(); ++i)
-    {
-        if (i > 0 && (at == end || *at++ != '.'))
-            place.refuse("not a version like 1.12.0.3");
-        const auto [next, error] = std::from_chars(at, end, target.numbers[i]);
-        if (error != std::errc())
-            place.refuse("not a version like 1.12.0.3");
-        at = next;
-    }
-    if (at != end)
+    std::string_view left = text;
+    const std::optional<Version> version = takeVersion(left);
+    if (!version || !left.empty())
         place.refuse("not a version like 1.12.0.3");
+    target = *version;
 }
 
 template <std::integral Integer>
@@ -146,8 +139,8 @@ void read(const Json& json, Named<Integer> target, const Place& place)
 void read(const Json& json, HexDigits<std::string> target, const Place& place)
 {
     read(json, target.text, place);
-    if (target.text.size() % 2 != 0 ||
-        target.text.find_first_not_of("0123456789abcdefABCDEF") != std::string::npos)
+    std::vector<std::uint8_t> bytes;
+    if (!appendBytes(bytes, target.text))
         place.refuse("not pairs of hexadecimal digits");
 }
 
@@ -273,10 +266,7 @@ Json write(const HexDigits<const std::string>& digits)
 
 Json write(const Version& version)
 {
-    std::string text;
-    for (const std::uint8_t number : version.numbers)
-        text += (text.empty() ? "" : ".") + std::to_string(number);
-    return text;
+    return toText(version);
 }
 
 template <typename Value>

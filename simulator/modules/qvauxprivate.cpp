@@ -1,6 +1,7 @@
 #include "call.h"
 
 #include "boot.h"
+#include "hex_digits.h"
 #include "requirements.h"
 
 #include <algorithm>
@@ -14,18 +15,10 @@ enum Eeprom : std::int32_t
     addOn = 1,
 };
 
-unsigned hexDigit(char digit)
-{
-    if (digit >= '0' && digit <= '9')
-        return static_cast<unsigned>(digit - '0');
-    return static_cast<unsigned>((digit | 0x20) - 'a') + 10;
-}
-
 std::vector<std::uint8_t> contentsOf(const EepromImage& image)
 {
     std::vector<std::uint8_t> bytes(image.text.begin(), image.text.end());
-    for (std::size_t i = 0; i + 1 < image.hex.size(); i += 2)
-        bytes.push_back(static_cast<std::uint8_t>(hexDigit(image.hex[i]) << 4 | hexDigit(image.hex[i + 1])));
+    appendBytes(bytes, image.hex);
     bytes.resize(EepromImage::size, image.fill);
     return bytes;
 }

@@ -49,11 +49,11 @@ TEST(Order, EveryInputIsPrintedBeforeTheNextIsRead)
 
 TEST(Order, TheReportsTakeTheirHandlesWhenTheOptionsAreRead)
 {
+    const std::string refusal = "Invalid argument: Category argument could not be found. Valid are: EEPROM, "
+                                "Diagnostic and ADC.";
     EXPECT_EQ(callsAndLines("--about --volume"),
               lines({"Error: Version should not take any more options.", "GetAdc() = handle",
-                     "GetAbout() = handle", "GetDiagnostic() = handle", "GetQVAuxPrivate() = handle",
-                     "Invalid argument: Category argument could not be found. Valid are: EEPROM, Diagnostic "
-                     "and ADC.",
+                     "GetAbout() = handle", "GetDiagnostic() = handle", "GetQVAuxPrivate() = handle", refusal,
                      "QVAuxPrivate_release() = 0", "Adc_release() = 0", "Diagnostic_release() = 0",
                      "About_release() = 0"}));
 }

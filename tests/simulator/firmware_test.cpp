@@ -101,7 +101,7 @@ bool comesTrue(const std::function<bool()>& condition)
 
 TEST(FirmwareJob, RemembersWhatWasFlashed)
 {
-    const std::string content = randomBytes(400 * 1024);
+    const std::string content = randomBytes(400000);
     FirmwareUnit unit;
     EXPECT_EQ(upgrade(unit, hexFile(content)), upgraded);
     EXPECT_EQ(unit["/firmware/ss/bytes"], content.size());
@@ -415,6 +415,14 @@ TEST(FirmwareJob, FindsTheVersionAcrossRecordsAndInAnyBlock)
               upgraded);
     unit.shutDown();
     EXPECT_EQ(unit.run("--version=SS").output, "SSVersion: 11.22.33.44\n");
+}
+
+TEST(FirmwareJob, TakesTheFirstVersionThatIsOne)
+{
+    FirmwareUnit unit;
+    ASSERT_EQ(upgrade(unit, hexFile("FWVERSION=%d FWVERSION=FWVERSION=1.2.3.4 FWVERSION=5.6.7.8")), upgraded);
+    unit.shutDown();
+    EXPECT_EQ(unit.run("--version=SS").output, "SSVersion: 1.2.3.4\n");
 }
 
 TEST(FirmwareJob, LeavesTheFirmwareIncompleteWhenItIsKilled)
