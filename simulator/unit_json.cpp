@@ -220,13 +220,26 @@ bool isCode(const std::string& text)
     return error == std::errc() && std::to_string(code) == text;
 }
 
-template <typename Value>
-void checkKeys(const std::map<std::string, Value>& values, bool (*isKey)(const std::string&),
-               const Place& place, const char* complaint)
+void checkFaults(const std::map<std::string, Fault>& faults, const Place& place)
 {
-    for (const auto& [key, value] : values)
-        if (!isKey(key))
-            Place{&place, key}.refuse(complaint);
+    for (const auto& [operation, fault] : faults)
+    {
+        const Place here{&place, operation};
+        const bool givesHandleOrText = operation.starts_with("Get");
+        if (!isOperation(operation))
+            here.refuse("no operation has this name");
+        if (givesHandleOrText && (fault.code != 0 || fault.ignored))
+            here.refuse("its only fault is null");
+        if (!givesHandleOrText && fault.null)
+            here.refuse("gives no handle and no text that could be null");
+    }
+}
+
+void checkErrorTexts(const std::map<std::string, std::optional<std::string>>& texts, const Place& place)
+{
+    for (const auto& [code, text] : texts)
+        if (!isCode(code))
+            Place{&place, code}.refuse("not an error code");
 }
 
 template <typename Value>
@@ -314,8 +327,8 @@ Unit unitFromJson(const Json& file)
     const Place root{nullptr, ""};
     Unit unit;
     read(file, unit, root);
-    checkKeys(unit.faults, isOperation, Place{&root, "faults"}, "no operation has this name");
-    checkKeys(unit.errorTexts, isCode, Place{&root, "errorTexts"}, "not an error code");
+    checkFaults(unit.faults, Place{&root, "faults"});
+    checkErrorTexts(unit.errorTexts, Place{&root, "errorTexts"});
     return unit;
 }
 

@@ -108,6 +108,16 @@ TEST(UnitFile, RefusesTheFaultOfAnOperationThatIsNotThere)
     EXPECT_TRUE(isAccepted(fileWith("/faults/GetErrorStringA", {{"null", true}})));
 }
 
+TEST(UnitFile, RefusesAFaultThatTheOperationCanNotShow)
+{
+    EXPECT_EQ(complaintAbout(fileWith("/faults/GetBuzzer", {{"code", 77}})),
+              "/faults/GetBuzzer: its only fault is null\n");
+    EXPECT_EQ(complaintAbout(fileWith("/faults/GetErrorStringA", {{"ignored", true}})),
+              "/faults/GetErrorStringA: its only fault is null\n");
+    EXPECT_EQ(complaintAbout(fileWith("/faults/Buzzer_getVolume", {{"null", true}})),
+              "/faults/Buzzer_getVolume: gives no handle and no text that could be null\n");
+}
+
 TEST(UnitFile, RefusesTheTextOfWhatIsNotACode)
 {
     for (const char* code : {"", "x", "-1", "+7", "077", " 7", "7 ", "0x7", "1.5", "4294967296"})
@@ -206,8 +216,8 @@ TEST(UnitFile, TakesEveryNumberThatFitsAndNoOther)
         {"/touch/lowLevel", 0, 65535},
         {"/telematics/gps/power", -2147483648, 2147483647},
         {"/firmware/pace", 0, 4294967295},
-        {"/faults/GetBuzzer/code", 0, 4294967295},
-        {"/faults/GetBuzzer/times", 0, 4294967295},
+        {"/faults/Buzzer_setVolume/code", 0, 4294967295},
+        {"/faults/Buzzer_setVolume/times", 0, 4294967295},
     };
     const auto fileHolding = [](std::string place, std::int64_t value)
     {
