@@ -11,7 +11,7 @@ inherit cmake systemd
 # Put in the recipe and the package that bring the unit's own library.
 DEPENDS = "qv-aux2"
 RDEPENDS:${PN} = "qv-aux2"
-EXTRA_OECMAKE = "-DQV_AUX2_LIBRARY=${STAGING_LIBDIR}/libqv-aux2.so.2.11 -DBUILD_TESTING=OFF"
+EXTRA_OECMAKE = "-DQV_AUX2_LIBRARY=${STAGING_LIBDIR}/libqv-aux2.so.2.11"
 
 do_install:append() {
     install -D -m 0644 -t ${D}${systemd_system_unitdir} ${S}/examples/fobrob-boot-completed.service

@@ -7,7 +7,7 @@
 
 const char* const shortOptions = "hv";
 
-// The order decides which option an abbreviation stands for.
+// In this order getopt_long lists what an abbreviation could stand for.
 const option longOptions[] = {
     {"wlanpower", optional_argument, nullptr, OPT_WLANPOWER},
     {"wlanstartuppower", optional_argument, nullptr, OPT_WLANSTARTUPPOWER},

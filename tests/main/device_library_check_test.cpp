@@ -2,14 +2,16 @@
 
 #include "support/unit.h"
 
+#include <filesystem>
+
 namespace
 {
 
 const char* const checker = PROJECT_FOLDER "/tools/check-device-library";
 
-Outcome check(const std::string& library)
+Outcome check(const std::string& library, const std::string& tool = checker)
 {
-    return runCommand({{checker, library}, {{"PATH", "/usr/bin:/bin"}}});
+    return runCommand({{tool, library}, {{"PATH", "/usr/bin:/bin"}}});
 }
 
 int exitStatus(const Outcome& outcome)
@@ -35,6 +37,17 @@ TEST(DeviceLibraryCheck, NamesWhatALibraryLacks)
     EXPECT_NE(outcome.output.find("\n163 operations that fobrob calls are not in " + library + "\n"),
               std::string::npos);
     EXPECT_EQ(exitStatus(outcome), 1);
+}
+
+TEST(DeviceLibraryCheck, FindsItsListBehindALinkAndDoesNotDoWithout)
+{
+    namespace fs = std::filesystem;
+    const std::string library = otherLibraryFolder() + "/libqv-aux2.so.2.11";
+    const TemporaryFolder folder;
+    fs::create_symlink(checker, folder / "link");
+    EXPECT_EQ(exitStatus(check(library, folder / "link")), 1);
+    fs::copy_file(checker, folder / "copy");
+    EXPECT_EQ(exitStatus(check(library, folder / "copy")), 2);
 }
 
 TEST(DeviceLibraryCheck, TellsAFileThatIsNoLibrary)
