@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <cstdio>
-#include <cstring>
 
 static bool silenced = false;
 
@@ -14,17 +13,18 @@ void prepareOutput()
     std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
 }
 
-static void writeBytes(const char* begin, const char* end)
+static void writeText(const char* text)
 {
     if (!silenced)
-        fwrite_unlocked(begin, 1, static_cast<std::size_t>(end - begin), stdout);
+        fputs_unlocked(text, stdout);
 }
 
 template <typename Integer>
 static void writeInteger(Integer number)
 {
-    char digits[24];
-    writeBytes(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+    char digits[24] = {};
+    std::to_chars(digits, digits + sizeof digits - 1, number);
+    writeText(digits);
 }
 
 void printPart(const char* text)
@@ -35,13 +35,14 @@ void printPart(const char* text)
         silenced = true;
     }
     else
-        writeBytes(text, text + std::strlen(text));
+        writeText(text);
 }
 
 void printPart(double number)
 {
     char digits[32];
-    writeBytes(digits, digits + std::snprintf(digits, sizeof digits, "%g", number));
+    std::snprintf(digits, sizeof digits, "%g", number);
+    writeText(digits);
 }
 
 void printSigned(long long number)
@@ -56,8 +57,8 @@ void printUnsigned(unsigned long long number)
 
 void endLine()
 {
-    const char newline = '\n';
-    writeBytes(&newline, &newline + 1);
-    if (!silenced)
-        fflush_unlocked(stdout);
+    if (silenced)
+        return;
+    putchar_unlocked('\n');
+    fflush_unlocked(stdout);
 }
