@@ -1,6 +1,7 @@
 #include "main/general.h"
 
-#include <cstdio>
+#include "main/output.h"
+
 #include <cstdlib>
 #include <cstring>
 
@@ -34,16 +35,16 @@ int programVersionBuild()
 
 void printProgramVersionLine()
 {
-    std::printf("%s %d.%d.%d.%d\n", program_name, programVersionMajor(), programVersionMinor(),
-                programVersionRelease(), programVersionBuild());
+    printLine(program_name, " ", programVersionMajor(), ".", programVersionMinor(), ".",
+              programVersionRelease(), ".", programVersionBuild());
 }
 
 void printVersion()
 {
     printProgramVersionLine();
-    std::putchar('\n');
-    std::puts("Fobrob is the property of the Fobrob project.");
-    std::putchar('\n');
-    std::puts("Written by the Fobrob project.");
+    printLine("\n"
+              "Fobrob is the property of the Fobrob project.\n"
+              "\n"
+              "Written by the Fobrob project.");
     std::exit(0);
 }
