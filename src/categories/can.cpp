@@ -2,8 +2,8 @@
 #include "device/api_error.h"
 #include "main/output.h"
 
+#include <charconv>
 #include <cstdint>
-#include <cstdio>
 
 static struct
 {
@@ -54,8 +54,8 @@ static void countChannels()
 
 static bool isChannel(const char* argument, std::uint8_t index)
 {
-    char name[10];
-    std::snprintf(name, sizeof name, "CAN%d", index);
+    char name[10] = "CAN";
+    std::to_chars(name + 3, name + sizeof name - 1, index);
     return isWord(argument, name);
 }
 
