@@ -25,12 +25,9 @@ struct Sources
     QVAuxPrivateHandle privateAccess;
 };
 
-// Two of the device's codes that the reports do not treat as failures everywhere.
-constexpr ApiError notSupported = 2;
-constexpr ApiError boardNotFitted = 18;
-
 // By channel number.
-static const char* const voltageChannelNames[] = {
+constexpr std::int32_t channelCount = 24;
+static const char* const voltageChannelNames[channelCount] = {
     "24VIN",      "24V", "12V", "12VID",   "5V",       "3V3",     "VTFT",  "5VSTB",
     "1V9",        "1V8", "1V5", "1V2",     "1V05",     "1V0",     "0V9",   "VREF_INT",
     "24V_BACKUP", "2V5", "1V1", "1V3_PER", "1V3_VDDA", "3V3STBY", "VPMIC", "VMAIN",
@@ -55,115 +52,105 @@ static void printAboutHelp()
               "--about=\tADC\t\tGet ADC information.");
 }
 
-// The EEPROM report reads every field into one of these. The text has one byte more than the device is told
-// of, for it may come without a terminator.
+// What a unit does not support is left out of the report.
+static bool supported(const char* operation, ApiError result)
+{
+    return result != notSupported && succeeded(operation, result);
+}
+
+// A text may come without a terminator: the device is told of one byte less than there is.
 constexpr std::uint32_t textLength = 256;
-static char fieldText[textLength + 1];
-static std::uint8_t fieldCount;
-static std::uint8_t fieldFlag;
 
-static char* clearedText()
+template <auto get>
+static void showText(AboutHandle about, const char* label, const char* operation)
 {
-    std::memset(fieldText, 0, sizeof fieldText);
-    return fieldText;
+    char text[textLength + 1] = {};
+    if (succeeded(operation, get(about, text, textLength)))
+        printLine(label, static_cast<const char*>(text));
 }
 
-static std::uint8_t* unwrittenCount()
+template <auto get>
+static void showCount(AboutHandle about, const char* label, const char* operation, std::uint8_t& count)
 {
-    fieldCount = 0xFF;
-    return &fieldCount;
+    count = 0xFF;
+    if (succeeded(operation, get(about, &count)))
+        printLine(label, count);
 }
 
-static std::uint8_t* clearedFlag()
+template <auto get>
+static void showAvailable(AboutHandle about, const char* label, const char* operation)
 {
-    fieldFlag = 0;
-    return &fieldFlag;
+    std::uint8_t available = 0;
+    if (succeeded(operation, get(about, &available)))
+        printLine(label, available ? "YES" : "NO");
 }
 
-static void showText(const char* label, const char* operation, ApiError result)
+template <auto get>
+static void showAddOnText(AboutHandle about, const char* label, const char* operation)
 {
-    if (succeeded(operation, result))
-        printLine(label, static_cast<const char*>(fieldText));
-}
-
-static void showCount(const char* label, const char* operation, ApiError result)
-{
-    if (succeeded(operation, result))
-        printLine(label, fieldCount);
-}
-
-static void showAvailable(const char* label, const char* operation, ApiError result)
-{
-    if (succeeded(operation, result))
-        printLine(label, fieldFlag ? "YES" : "NO");
-}
-
-static void showAddOnText(const char* label, const char* operation, ApiError result)
-{
+    char text[textLength + 1] = {};
+    const ApiError result = get(about, text, textLength);
     if (result == boardNotFitted)
         printLine(label, "N/A");
-    else if (result != notSupported)
-        showText(label, operation, result);
+    else if (supported(operation, result))
+        printLine(label, static_cast<const char*>(text));
 }
 
-static void showMounted(const char* radio, const char* operation, ApiError result)
+template <auto get>
+static void showMounted(AboutHandle about, const char* radio, const char* operation)
 {
+    std::uint8_t mounted = 0;
+    const ApiError result = get(about, &mounted);
     if (result == boardNotFitted)
         printLine(radio, " is mounted: N/A");
-    else if (result != notSupported && succeeded(operation, result))
-        printLine(radio, " is ", fieldFlag ? "mounted" : "not mounted");
+    else if (supported(operation, result))
+        printLine(radio, " is ", mounted ? "mounted" : "not mounted");
 }
 
 static void showMainBoard(AboutHandle about)
 {
-    showText("Unit serial=", "getUnitSerial", About_getUnitSerial(about, clearedText(), textLength));
-    showText("Main PCB serial=", "getMainPCBSerial",
-             About_getMainPCBSerial(about, clearedText(), textLength));
-    showText("Main PCB article number=", "getMainPCBArt",
-             About_getMainPCBArt(about, clearedText(), textLength));
-    showText("Main manufacturing date=", "getMainManufacturingDate",
-             About_getMainManufacturingDate(about, clearedText(), textLength));
-    showText("Main HW version=", "getMainHWversion",
-             About_getMainHWversion(about, clearedText(), textLength));
-    showText("Main prod rev=", "getMainProdRev", About_getMainProdRev(about, clearedText(), textLength));
-    showText("Main prod art nr=", "getMainProdArtNr",
-             About_getMainProdArtNr(about, clearedText(), textLength));
+    showText<About_getUnitSerial>(about, "Unit serial=", "getUnitSerial");
+    showText<About_getMainPCBSerial>(about, "Main PCB serial=", "getMainPCBSerial");
+    showText<About_getMainPCBArt>(about, "Main PCB article number=", "getMainPCBArt");
+    showText<About_getMainManufacturingDate>(about, "Main manufacturing date=", "getMainManufacturingDate");
+    showText<About_getMainHWversion>(about, "Main HW version=", "getMainHWversion");
+    showText<About_getMainProdRev>(about, "Main prod rev=", "getMainProdRev");
+    showText<About_getMainProdArtNr>(about, "Main prod art nr=", "getMainProdArtNr");
 }
 
 static void showEquipment(AboutHandle about)
 {
-    showCount("Number of CAN connections=", "getNrOfCANConnections",
-              About_getNrOfCANConnections(about, unwrittenCount()));
-    showCount("Number of ethernet connections=", "getNrOfETHConnections",
-              About_getNrOfETHConnections(about, unwrittenCount()));
-    showCount("Number of serial connections=", "getNrOfSerialConnections",
-              About_getNrOfSerialConnections(about, unwrittenCount()));
-    showCount("Number of USB connections=", "getNrOfUSBConnections",
-              About_getNrOfUSBConnections(about, unwrittenCount()));
-    showCount("Number of video connections=", "getNrOfVideoConnections",
-              About_getNrOfVideoConnections(about, unwrittenCount()));
+    std::uint8_t count;
+    showCount<About_getNrOfCANConnections>(about, "Number of CAN connections=", "getNrOfCANConnections",
+                                           count);
+    showCount<About_getNrOfETHConnections>(about, "Number of ethernet connections=", "getNrOfETHConnections",
+                                           count);
+    showCount<About_getNrOfSerialConnections>(
+        about, "Number of serial connections=", "getNrOfSerialConnections", count);
+    showCount<About_getNrOfUSBConnections>(about, "Number of USB connections=", "getNrOfUSBConnections",
+                                           count);
+    showCount<About_getNrOfVideoConnections>(about, "Number of video connections=", "getNrOfVideoConnections",
+                                             count);
 
     // From here on the count keeps what the row before left in it.
-    if (const ApiError result = About_getNrOfDigIOConnections(about, &fieldCount); result != notSupported)
-        showCount("Nr of digital I/O connections=", "getNrOfDigIOConnections", result);
+    if (supported("getNrOfDigIOConnections", About_getNrOfDigIOConnections(about, &count)))
+        printLine("Nr of digital I/O connections=", count);
 
-    showAvailable("Display available: ", "getIsDisplayAvailable",
-                  About_getIsDisplayAvailable(about, clearedFlag()));
-    showAvailable("TouchScreen available: ", "getIsTouchScreenAvailable",
-                  About_getIsTouchScreenAvailable(about, clearedFlag()));
+    showAvailable<About_getIsDisplayAvailable>(about, "Display available: ", "getIsDisplayAvailable");
+    showAvailable<About_getIsTouchScreenAvailable>(about,
+                                                   "TouchScreen available: ", "getIsTouchScreenAvailable");
 
-    if (const ApiError result = About_getNrOfCfgInConnections(about, &fieldCount); result != notSupported)
-        showCount("Nr of Configurable inputs=", "getNrOfCfgInConnections", result);
+    if (supported("getNrOfCfgInConnections", About_getNrOfCfgInConnections(about, &count)))
+        printLine("Nr of Configurable inputs=", count);
 
     // The two names of the failing call are meant.
-    if (const ApiError result = About_getNrOfPWMOutConnections(about, &fieldCount); result != notSupported)
-        showCount("Nr of PWM outputs=",
-                  result == boardNotFitted ? "getNrOfPWMOutConnections" : "getNrOfPWMOutInConnections",
-                  result);
+    const ApiError pwmResult = About_getNrOfPWMOutConnections(about, &count);
+    if (supported(pwmResult == boardNotFitted ? "getNrOfPWMOutConnections" : "getNrOfPWMOutInConnections",
+                  pwmResult))
+        printLine("Nr of PWM outputs=", count);
 
     std::int32_t buttons = 0;
-    const ApiError result = About_getNrOfButtons(about, &buttons);
-    if (result != notSupported && succeeded("getNrOfButtons", result))
+    if (supported("getNrOfButtons", About_getNrOfButtons(about, &buttons)))
         printLine("Nr of configurable buttons=", buttons);
 }
 
@@ -171,18 +158,15 @@ static void showAddOnBoard(AboutHandle about)
 {
     printLine("");
     printLine("Addon/Telematics board:");
-    showAddOnText("Addon PCB serial=", "getAddOnPCBSerial",
-                  About_getAddOnPCBSerial(about, clearedText(), textLength));
-    showAddOnText("Addon board article number=", "getAddOnPCBArt",
-                  About_getAddOnPCBArt(about, clearedText(), textLength));
-    showAddOnText("Addon manufacturing date=", "getAddOnManufacturingDate",
-                  About_getAddOnManufacturingDate(about, clearedText(), textLength));
-    showAddOnText("Addon HW version=", "getAddOnHWversion",
-                  About_getAddOnHWversion(about, clearedText(), textLength));
-    showMounted("BT", "getIsBTMounted", About_getIsBTMounted(about, clearedFlag()));
-    showMounted("GPRS", "getIsGPRSMounted", About_getIsGPRSMounted(about, clearedFlag()));
-    showMounted("GPS", "getIsGPSMounted", About_getIsGPSMounted(about, clearedFlag()));
-    showMounted("WLAN", "getIsWLANMounted", About_getIsWLANMounted(about, clearedFlag()));
+    showAddOnText<About_getAddOnPCBSerial>(about, "Addon PCB serial=", "getAddOnPCBSerial");
+    showAddOnText<About_getAddOnPCBArt>(about, "Addon board article number=", "getAddOnPCBArt");
+    showAddOnText<About_getAddOnManufacturingDate>(about,
+                                                   "Addon manufacturing date=", "getAddOnManufacturingDate");
+    showAddOnText<About_getAddOnHWversion>(about, "Addon HW version=", "getAddOnHWversion");
+    showMounted<About_getIsBTMounted>(about, "BT", "getIsBTMounted");
+    showMounted<About_getIsGPRSMounted>(about, "GPRS", "getIsGPRSMounted");
+    showMounted<About_getIsGPSMounted>(about, "GPS", "getIsGPSMounted");
+    showMounted<About_getIsWLANMounted>(about, "WLAN", "getIsWLANMounted");
 }
 
 static void reportEeprom(const Sources& sources)
@@ -229,12 +213,6 @@ static void showStartupReason(DiagnosticHandle diagnostic)
         return;
     const bool expected = reason == 0x00 || reason == 0x55 || reason == 0xAA || reason == 0xF0;
     printLine("StartupReason=", GetStartupReasonStringA(reason), expected ? " OK" : " ERROR");
-}
-
-// From here on, what a unit does not support is left out of the report.
-static bool supported(const char* operation, ApiError result)
-{
-    return result != notSupported && succeeded(operation, result);
 }
 
 static void showShutdownReason(DiagnosticHandle diagnostic)
@@ -308,11 +286,11 @@ static void reportDiagnostic(const Sources& sources)
 
 static void reportAdc(const Sources& sources)
 {
-    std::int32_t channel = 0;
-    for (const char* name : voltageChannelNames)
+    for (std::int32_t channel = 0; channel < channelCount; ++channel)
     {
+        const char* name = voltageChannelNames[channel];
         double volts = 0;
-        const ApiError result = Adc_getVoltage(sources.adc, channel++, &volts);
+        const ApiError result = Adc_getVoltage(sources.adc, channel, &volts);
         if (result == apiSuccess)
             printLine("VOLTAGE_", name, ": Voltage=", volts);
         else if (result != notSupported)

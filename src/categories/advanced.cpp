@@ -100,10 +100,26 @@ static void showSystemMode()
     QVAuxPrivate_release(privateAccess);
 }
 
+// The registers of the System Supervisor that take a command.
+struct SsCommand
+{
+    std::int32_t group;
+    std::int32_t number;
+    std::int32_t value;
+};
+
+constexpr SsCommand acknowledgeBootCommand = {4, 6, 0xC3};
+constexpr SsCommand factoryResetCommand = {3, 0x65, 1};
+
+static ApiError writeSsRegister(QVAuxPrivateHandle privateAccess, const SsCommand& command)
+{
+    return QVAuxPrivate_writeSsRegister(privateAccess, command.group, command.number, command.value);
+}
+
 static void acknowledgeBoot()
 {
     const QVAuxPrivateHandle privateAccess = GetQVAuxPrivate();
-    if (succeeded("Failed to mark boot completed", QVAuxPrivate_writeSsRegister(privateAccess, 4, 6, 0xC3)))
+    if (succeeded("Failed to mark boot completed", writeSsRegister(privateAccess, acknowledgeBootCommand)))
         printLine("Boot completed successfully.");
     QVAuxPrivate_release(privateAccess);
 }
@@ -125,7 +141,7 @@ static void bootIntoRescueMode()
 static void shutDown(FirmwareUpgradeHandle upgrade)
 {
     printLine("Shutdown the unit");
-    succeeded("shutDown", FirmwareUpgrade_shutDown(upgrade));
+    reportFailure("shutDown", FirmwareUpgrade_shutDown(upgrade));
 }
 
 static void resetToFactorySettings()
@@ -136,7 +152,7 @@ static void resetToFactorySettings()
         printLine("Initialization error. Settings are not reset.");
         return;
     }
-    const ApiError result = QVAuxPrivate_writeSsRegister(privateAccess, 3, 0x65, 1);
+    const ApiError result = writeSsRegister(privateAccess, factoryResetCommand);
     QVAuxPrivate_release(privateAccess);
     if (succeeded("Factory reset failed", result))
         printLine("Factory reset completed.");

@@ -13,7 +13,7 @@ static struct
     const char* volumeValue = noArgument();
     bool statusGiven = false;
     const char* statusValue = noArgument();
-    bool reservedFlag = false;
+    bool reservedFlag = false; // part of the record, used by nothing yet
 } buzzerArgs;
 
 static const InnerOption buzzerOptions[] = {

@@ -9,7 +9,7 @@ static struct
 {
     bool baudrateGiven = false;
     const char* baudrateValue = nullptr;
-    std::int32_t reservedField = 0;
+    std::int32_t reservedField = 0; // part of the record, used by nothing yet
 } canArgs;
 
 static const InnerOption canOptions[] = {
@@ -69,7 +69,7 @@ static void readBaudrates(CanSettingHandle can, const char* argument)
 {
     for (std::uint8_t index = 0; index < canChannelCount; ++index)
     {
-        if (!isWord(argument, noArgument()) && !isChannel(argument, index))
+        if (!asksToRead(argument) && !isChannel(argument, index))
             continue;
         std::uint16_t baudrate = 0;
         if (succeeded("getBaudrate", CanSetting_getBaudrate(can, deviceChannel(index), &baudrate)))

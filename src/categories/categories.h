@@ -1,4 +1,4 @@
-// The categories that the front door can open. Each is one file beside this header.
+// The categories, one file each, as the entry point calls them.
 
 #pragma once
 

@@ -4,6 +4,10 @@
 
 #include <cstdint>
 
+// By input number, from 1.
+constexpr int inputCount = 4;
+static const char* const inputNames[inputCount] = {"DI1", "DI2", "DI3", "DI4"};
+
 static void printDigitalIoHelp()
 {
     printLine("Category - Digital IO\n"
@@ -22,9 +26,6 @@ static void printDigitalIoHelp()
               "--digitalio=\tDI3\t\tGet current value for digital input 3.\n"
               "--digitalio=\tDI4\t\tGet current value for digital input 4.");
 }
-
-// By input number, from 1.
-static const char* const inputNames[] = {"DI1", "DI2", "DI3", "DI4"};
 
 // Every input is read afresh, so that its line shows what it is now.
 static void showInput(DigIOHandle digIO, int number)
@@ -46,11 +47,9 @@ int handleDigitalIo(const char* argument, int argc, char** argv, const char*, co
     }
 
     bool printed = false;
-    int number = 0;
-    for (const char* name : inputNames)
+    for (int number = 1; number <= inputCount; ++number)
     {
-        ++number;
-        if (!isWord(argument, noArgument()) && !isWord(argument, name))
+        if (!isChosen(argument, inputNames[number - 1]))
             continue;
         showInput(digIO, number);
         printed = true;

@@ -21,6 +21,7 @@ struct Target
 {
     const char* word;
     const char* extension;
+    bool needsDisplay; // the front microcontroller comes with it
     FirmwareOperation upgrade;
     FirmwareOperation verification;
 };
@@ -28,6 +29,7 @@ struct Target
 static const Target targets[] = {
     {"SS",
      "hex",
+     false,
      {"startSSUpgrade", lateBound<FirmwareUpgrade_startSSUpgrade>,
       "SS successfully upgraded. \n"
       "Please shut down the computer and cut the power in order for the update to take effect."},
@@ -36,6 +38,7 @@ static const Target targets[] = {
       "Please shut down the computer and cut the power in order to restart the SS."}},
     {"FPGA",
      "mcs",
+     false,
      {"startFpgaUpgrade", lateBound<FirmwareUpgrade_startFpgaUpgrade>,
       "FPGA successfully upgraded. \n"
       "Please shut down the computer in order for the update to take effect."},
@@ -43,6 +46,7 @@ static const Target targets[] = {
       "FPGA successfully verified. \n"}},
     {"FRONT",
      "hex",
+     true,
      {"startFrontUpgrade", lateBound<FirmwareUpgrade_startFrontUpgrade>,
       "Front successfully upgraded. \n"
       "Please shut down the computer in order for the update to take effect."},
@@ -50,9 +54,6 @@ static const Target targets[] = {
       "Front successfully verified. \n"
       "Please shut down the computer in order for the front uC to restart itself."}},
 };
-
-// Front is the last of them, and the only one that not every unit has.
-static const Target* const front = &targets[2];
 
 enum UpgradeState : std::int32_t
 {
@@ -85,14 +86,13 @@ static const Target* findTarget(const char* word)
     return nullptr;
 }
 
-// The front microcontroller comes with the display.
-static bool hasFront(AboutHandle about)
+static bool hasDisplay(AboutHandle about)
 {
     std::uint8_t available = 0;
     return About_getIsDisplayAvailable(about, &available) == apiSuccess && available;
 }
 
-// What stands behind the last dot, even one in the name of a folder; without a dot the whole path.
+// What stands after the last dot, even one in the name of a folder; without a dot the whole path.
 static const char* extensionOf(const char* path)
 {
     const char* dot = std::strrchr(path, '.');
@@ -101,7 +101,7 @@ static const char* extensionOf(const char* path)
 
 static bool checkFirmwareFile(const char* path, const char* expectedExtension)
 {
-    struct stat status;
+    struct stat status = {};
     if (stat(path, &status) != 0)
     {
         printLine("File does not exist.");
@@ -109,7 +109,7 @@ static bool checkFirmwareFile(const char* path, const char* expectedExtension)
     }
     if (std::strcmp(extensionOf(path), expectedExtension) != 0)
     {
-        printLine("File format is incorrect. ", "Expected: .", expectedExtension);
+        printLine("File format is incorrect. Expected: .", expectedExtension);
         return false;
     }
     printLine("File format is correct.");
@@ -146,7 +146,7 @@ static bool monitorUpgrade(FirmwareUpgradeHandle upgrade)
             printUpgradeFailure(status);
             return false;
         }
-        // Without an error code, every state behind the last working one is a success.
+        // Without an error code, every state after the last working one is a success.
         if (status.state > lastWorkingState)
             return true;
     }
@@ -162,10 +162,10 @@ void runFirmwareOperation(FirmwareUpgradeHandle upgrade, AboutHandle about)
     const Target* target = findTarget(advancedArgs.targetValue);
     if (!target)
     {
-        printLine("Invalid argument: Update argument should be SS", ", FPGA or Front.");
+        printLine("Invalid argument: Update argument should be SS, FPGA or Front.");
         return;
     }
-    if (target == front && !hasFront(about))
+    if (target->needsDisplay && !hasDisplay(about))
     {
         printLine("No FrontMCU present.");
         return;

@@ -14,6 +14,9 @@ static const InnerOption heaterOptions[] = {
     {OPT_TEMPERATURE, &heaterArgs.temperatureGiven, &heaterArgs.temperatureValue},
 };
 
+constexpr std::int16_t minLimit = -25; // degrees Celsius
+constexpr std::int16_t maxLimit = 5;
+
 static const char* const optionRequired = "Invalid argument: Option is required (--temperature)";
 
 static void printHeaterHelp()
@@ -45,7 +48,7 @@ static void readLimit(ConfigHandle config)
 static void setLimit(ConfigHandle config, const char* value)
 {
     const auto limit = static_cast<std::int16_t>(parseNumber(value));
-    if (limit < -25 || limit > 5)
+    if (limit < minLimit || limit > maxLimit)
         printLine("Invalid argument: The temperature is not within allowed range (-25 C - 5 C)");
     else if (succeeded("setHeatingTempLimit", Config_setHeatingTempLimit(config, limit)))
         printLine("Heater temperature set to: ", limit, " C.");

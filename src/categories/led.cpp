@@ -20,7 +20,7 @@ static struct
     const char* idletimeValue = noArgument();
     bool startupGiven = false;
     const char* startupValue = noArgument();
-    bool reservedFlag = false;
+    bool reservedFlag = false; // part of the record, used by nothing yet
 } ledArgs;
 
 static const InnerOption ledOptions[] = {
@@ -39,6 +39,11 @@ static const Word colors[] = {
 };
 
 constexpr LedColor noSuchColor = 6;
+
+constexpr double minFrequency = 0.2; // Hz
+constexpr double maxFrequency = 50;
+constexpr unsigned long maxDutyCycle = 100; // percent
+constexpr int idleTimeUnit = 100;           // ms
 
 static void printLedHelp()
 {
@@ -112,7 +117,7 @@ static void readFrequency(FrontLEDHandle led)
 static void setFrequency(FrontLEDHandle led, const char* value)
 {
     const double frequency = std::strtod(value, nullptr);
-    if (!(frequency >= 0.2 && frequency <= 50.0))
+    if (!(frequency >= minFrequency && frequency <= maxFrequency))
     {
         printLine("Invalid argument: The Frequency is not within allowed range (0.2 Hz - 50 Hz)");
         return;
@@ -135,7 +140,7 @@ static void readDutyCycle(FrontLEDHandle led)
 static void setDutyCycle(FrontLEDHandle led, const char* value)
 {
     const auto dutyCycle = static_cast<unsigned long>(parseNumber(value));
-    if (dutyCycle > 100)
+    if (dutyCycle > maxDutyCycle)
     {
         printLine("Invalid argument: The duty cycle is not within allowed range (0% - 100%)");
         return;
@@ -183,8 +188,6 @@ static void setPulses(FrontLEDHandle led, const char* value)
         printLine("LED pulses set to: ", pulses);
 }
 
-constexpr int idleTimeUnit = 100; // ms
-
 static void readIdleTime(FrontLEDHandle led)
 {
     std::uint8_t idleTime = 0;
@@ -209,7 +212,7 @@ static void setIdleTime(FrontLEDHandle led, const char* value)
 static void readStartup(FrontLEDHandle led)
 {
     std::int32_t enabled = 0;
-    succeeded("getEnabledDuringStartup", FrontLED_getEnabledDuringStartup(led, &enabled));
+    reportFailure("getEnabledDuringStartup", FrontLED_getEnabledDuringStartup(led, &enabled));
     if (enabled == 0 || enabled == 1)
         printLine("LED startup: ", enabled ? "Enabled." : "Disabled.");
     else

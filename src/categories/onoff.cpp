@@ -184,14 +184,6 @@ static void setAction(ConfigHandle config, const ActionSetting& setting, const c
         printLine(setting.setLabel, actionToString(action));
 }
 
-static void actOnAction(ConfigHandle config, const ActionSetting& setting, const char* value)
-{
-    if (asksToRead(value))
-        readAction(config, setting);
-    else
-        setAction(config, setting, value);
-}
-
 // The two settings that hold a time in sixteen bits. The device gets the low sixteen bits of the number, the
 // message shows all of it.
 struct TimeSetting
@@ -235,14 +227,6 @@ static void setTime(ConfigHandle config, const TimeSetting& setting, const char*
         printLine("Invalid argument: The time argument is not valid.");
     else if (succeeded(setting.setOperation, setting.set(config, static_cast<std::uint16_t>(time))))
         printLine(setting.setLabel, time, setting.unit);
-}
-
-static void actOnTime(ConfigHandle config, const TimeSetting& setting, const char* value)
-{
-    if (asksToRead(value))
-        readTime(config, setting);
-    else
-        setTime(config, setting, value);
 }
 
 static void readOnOffSignalTime(ConfigHandle config)
@@ -307,13 +291,13 @@ int handleOnOff(const char*, int argc, char** argv, const char*, const option*, 
     if (scan.onlyForeign())
         printLine("Invalid argument");
     if (onoffArgs.shortpressGiven || scan.showAll())
-        actOnAction(config, shortPress, onoffArgs.shortpressValue);
+        readOrSet(config, shortPress, onoffArgs.shortpressValue, readAction, setAction);
     if (onoffArgs.longpressGiven || scan.showAll())
-        actOnAction(config, longPress, onoffArgs.longpressValue);
+        readOrSet(config, longPress, onoffArgs.longpressValue, readAction, setAction);
     if (onoffArgs.longpressTimeGiven || scan.showAll())
-        actOnTime(config, longPressTime, onoffArgs.longpressTimeValue);
+        readOrSet(config, longPressTime, onoffArgs.longpressTimeValue, readTime, setTime);
     if (onoffArgs.onoffSignalGiven || scan.showAll())
-        actOnAction(config, onOffSignal, onoffArgs.onoffSignalValue);
+        readOrSet(config, onOffSignal, onoffArgs.onoffSignalValue, readAction, setAction);
     if (onoffArgs.onoffSignalTimeGiven || scan.showAll())
         readOrSet(config, onoffArgs.onoffSignalTimeValue, readOnOffSignalTime, setOnOffSignalTime);
     if (onoffArgs.alwaysOnGiven || scan.showAll())
@@ -321,7 +305,7 @@ int handleOnOff(const char*, int argc, char** argv, const char*, const option*, 
     if (onoffArgs.unitStartupGiven || scan.showAll())
         readOrSet(config, onoffArgs.unitStartupValue, readUnitStartup, setUnitStartup);
     if (onoffArgs.suspendMaxTimeGiven || scan.showAll())
-        actOnTime(config, suspendMaxTime, onoffArgs.suspendMaxTimeValue);
+        readOrSet(config, suspendMaxTime, onoffArgs.suspendMaxTimeValue, readTime, setTime);
 
     return static_cast<int>(Config_release(config));
 }

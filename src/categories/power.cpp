@@ -199,7 +199,7 @@ static void actOnExtFan(const Handles& handles, Mode mode, std::int32_t& readSta
 {
     if (asksToRead(powerArgs.extfanValue))
     {
-        succeeded("getExtFanPowerStatus", getExtFan(handles, mode, &readState));
+        reportFailure("getExtFanPowerStatus", getExtFan(handles, mode, &readState));
         printLine(modeName(mode), " - External fan power status: ", stateText(readState == 1));
         return;
     }

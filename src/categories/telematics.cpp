@@ -5,6 +5,7 @@
 #include "main/words.h"
 
 #include <cstdint>
+#include <iterator>
 
 struct TelematicsArgument
 {
@@ -145,15 +146,9 @@ int handleTelematics(const char*, int argc, char** argv, const char*, const opti
 
     if (scan.onlyForeign())
         printLine("Invalid argument");
-    const TelematicsSetting* setting = telematicsSettings;
-    for (const TelematicsArgument& argument : telematicsArgs)
-    {
-        if (scan.showAll() || (argument.given && asksToRead(argument.value)))
-            readStatus(telematics, *setting);
-        else if (argument.given)
-            setStatus(telematics, *setting, argument.value);
-        ++setting;
-    }
+    for (std::size_t i = 0; i < std::size(telematicsSettings); ++i)
+        if (telematicsArgs[i].given || scan.showAll())
+            readOrSet(telematics, telematicsSettings[i], telematicsArgs[i].value, readStatus, setStatus);
 
     return static_cast<int>(Telematics_release(telematics));
 }

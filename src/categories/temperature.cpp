@@ -1,8 +1,43 @@
 #include "categories/categories.h"
 #include "device/api_error.h"
+#include "device/late_bound.h"
 #include "main/output.h"
 
 #include <cstdint>
+
+// The sensors of the power management.
+enum PMSensor : std::int32_t
+{
+    cpu = 0,
+    cpuBoard = 1,
+};
+
+static ApiError getCpuTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
+{
+    std::int32_t status = 0;
+    return Diagnostic_getPMTemp(diagnostic, cpu, temperature, &status);
+}
+
+static ApiError getBoardTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
+{
+    std::int32_t status = 0;
+    return Diagnostic_getPMTemp(diagnostic, cpuBoard, temperature, &status);
+}
+
+struct TemperatureSensor
+{
+    const char* argument;
+    const char* label;
+    const char* operation;
+    ApiError (*get)(DiagnosticHandle diagnostic, std::int16_t* temperature);
+};
+
+static const TemperatureSensor sensors[] = {
+    {"SS", "SS temp=", "getSSTemp", lateBound<Diagnostic_getSSTemp>},
+    {"PCB", "PCB temp=", "getPCBTemp", lateBound<Diagnostic_getPCBTemp>},
+    {"CPU", "CPU temp=", "getPMTemp", getCpuTemperature},
+    {"BOARD", "CPU BOARD temp=", "getPMTemp", getBoardTemperature},
+};
 
 static void printTemperatureHelp()
 {
@@ -24,43 +59,6 @@ static void printTemperatureHelp()
               "--temperature=\tCPU\t\tCPU temperature.");
 }
 
-static ApiError getSsTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
-{
-    return Diagnostic_getSSTemp(diagnostic, temperature);
-}
-
-static ApiError getPcbTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
-{
-    return Diagnostic_getPCBTemp(diagnostic, temperature);
-}
-
-static ApiError getCpuTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
-{
-    std::int32_t status = 0;
-    return Diagnostic_getPMTemp(diagnostic, 0, temperature, &status);
-}
-
-static ApiError getBoardTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
-{
-    std::int32_t status = 0;
-    return Diagnostic_getPMTemp(diagnostic, 1, temperature, &status);
-}
-
-struct TemperatureSensor
-{
-    const char* argument;
-    const char* label;
-    const char* operation;
-    ApiError (*get)(DiagnosticHandle diagnostic, std::int16_t* temperature);
-};
-
-static const TemperatureSensor sensors[] = {
-    {"SS", "SS temp=", "getSSTemp", getSsTemperature},
-    {"PCB", "PCB temp=", "getPCBTemp", getPcbTemperature},
-    {"CPU", "CPU temp=", "getPMTemp", getCpuTemperature},
-    {"BOARD", "CPU BOARD temp=", "getPMTemp", getBoardTemperature},
-};
-
 int handleTemperature(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {
     const DiagnosticHandle diagnostic = GetDiagnostic();
@@ -76,7 +74,7 @@ int handleTemperature(const char* argument, int argc, char** argv, const char*, 
     bool printed = false;
     for (const TemperatureSensor& sensor : sensors)
     {
-        if (!isWord(argument, noArgument()) && !isWord(argument, sensor.argument))
+        if (!isChosen(argument, sensor.argument))
             continue;
         std::int16_t temperature = 0;
         if (succeeded(sensor.operation, sensor.get(diagnostic, &temperature)))

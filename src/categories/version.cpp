@@ -67,13 +67,12 @@ int handleVersion(const char* argument, int argc, char** argv, const char*, cons
         return 0;
     }
 
-    const bool all = isWord(argument, noArgument());
-    bool printed = false;
-    if (all)
+    if (asksToRead(argument))
         printProgramVersionLine();
+    bool printed = false;
     for (const VersionItem& item : items)
     {
-        if (!all && !isWord(argument, item.argument))
+        if (!isChosen(argument, item.argument))
             continue;
         showVersion(version, item);
         printed = true;

@@ -7,10 +7,14 @@ void reportApiError(const char* label, ApiError error)
     printLine(label, ": ", GetErrorStringA(error));
 }
 
+void reportFailure(const char* label, ApiError result)
+{
+    if (result != apiSuccess)
+        reportApiError(label, result);
+}
+
 bool succeeded(const char* label, ApiError result)
 {
-    if (result == apiSuccess)
-        return true;
-    reportApiError(label, result);
-    return false;
+    reportFailure(label, result);
+    return result == apiSuccess;
 }

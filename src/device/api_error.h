@@ -5,9 +5,14 @@
 #include "device/qv_aux2.h"
 
 constexpr ApiError apiSuccess = 0;
+constexpr ApiError notSupported = 2;
+constexpr ApiError boardNotFitted = 18;
 
 // Prints "<label>: " and the text of `error`.
 void reportApiError(const char* label, ApiError error);
 
 // True for success. Any other result is reported under `label`.
-bool succeeded(const char* label, ApiError result);
+[[nodiscard]] bool succeeded(const char* label, ApiError result);
+
+// Reports a result that is no success, where what follows is the same after a failure.
+void reportFailure(const char* label, ApiError result);

@@ -9,16 +9,4 @@
 #include "device/qv_aux2.h"
 
 template <auto operation>
-struct LateBound;
-
-template <typename... Arguments, ApiError (*operation)(Arguments...)>
-struct LateBound<operation>
-{
-    static ApiError call(Arguments... arguments)
-    {
-        return operation(arguments...);
-    }
-};
-
-template <auto operation>
-constexpr auto lateBound = &LateBound<operation>::call;
+constexpr auto lateBound = [](auto... arguments) { return operation(arguments...); };

@@ -5,7 +5,7 @@
 // The program's base name, set before anything else.
 extern const char* program_name;
 
-// Keeps the part of `path` behind its last slash; `path` must outlive the program.
+// Keeps the part of `path` after its last slash; `path` must outlive the program.
 void setProgramName(const char* path);
 
 int programVersionMajor();

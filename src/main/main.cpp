@@ -1,4 +1,4 @@
-// The front door: the first option decides what the one run of the program does.
+// The entry point: the first option decides what the one run of the program does.
 
 #include "categories/categories.h"
 #include "main/general.h"
@@ -62,7 +62,7 @@ int main(int argc, char** argv)
         printUsage();
         break;
     case OPT_SHORT_VERSION:
-        printVersion();
+        printVersion(); // does not return
     default:
         printLine("To get help how to use Fobrob, add --help or -h as options.");
     }

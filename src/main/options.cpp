@@ -102,6 +102,11 @@ bool asksToRead(const char* value)
     return isWord(value, noArgument());
 }
 
+bool isChosen(const char* argument, const char* part)
+{
+    return asksToRead(argument) || isWord(argument, part);
+}
+
 long parseNumber(const char* text)
 {
     return std::strtol(text, nullptr, 10);

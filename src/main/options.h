@@ -111,6 +111,9 @@ bool isWord(const char* text, const char* word);
 // True for the value of an option that reads its setting instead of changing it.
 bool asksToRead(const char* value);
 
+// True for the part of a report that `argument` names, and for every part where it names none.
+bool isChosen(const char* argument, const char* part);
+
 // Decimal number at the start of `text`; 0 where there is none.
 long parseNumber(const char* text);
 
@@ -133,10 +136,10 @@ enum class BareOption
 // Notes the option read last, whose code is `code`. False when it is none of `options`.
 bool noteOption(std::span<const InnerOption> options, int code, BareOption bare);
 
-// What the options behind the category came to.
+// What the options after the category came to.
 struct Scan
 {
-    bool help = false;          // --help was met, and nothing behind it was read
+    bool help = false;          // --help was met, and nothing after it was read
     bool anyGiven = false;      // an option of the category
     bool invalidOption = false; // any other
 
@@ -164,4 +167,15 @@ void readOrSet(Handle module, const char* value, void (*read)(Handle), void (*se
         read(module);
     else
         set(module, value);
+}
+
+// The same for one of several settings of one kind.
+template <typename Handle, typename Setting>
+void readOrSet(Handle module, const Setting& setting, const char* value, void (*read)(Handle, const Setting&),
+               void (*set)(Handle, const Setting&, const char*))
+{
+    if (asksToRead(value))
+        read(module, setting);
+    else
+        set(module, setting, value);
 }

@@ -10,11 +10,15 @@
 // To be called before anything is printed.
 void prepareOutput();
 
+// The parts of a line, for printLine alone.
 void printPart(const char* text);
 void printPart(double number); // six significant digits
 void printSigned(long long number);
 void printUnsigned(unsigned long long number);
 void endLine();
+
+void printPart(bool) = delete;
+void printPart(char) = delete; // signed on one processor, unsigned on the next
 
 // Integers of every width print as numbers, an eight-bit one too.
 template <std::signed_integral Integer>
