@@ -28,7 +28,8 @@
 
 QV_AUX2_BEGIN
 
-typedef uint32_t ApiError; // 0 is success
+// 0 is success, 2 "not supported by this unit", 18 "the board is not fitted".
+typedef uint32_t ApiError;
 
 typedef struct AboutModule* AboutHandle;
 typedef struct AdcModule* AdcHandle;
@@ -107,7 +108,8 @@ ApiError AuxVersion_getQVAuxDrvVersion(AuxVersionHandle version, uint8_t* major,
 ApiError AuxVersion_getOSVersion(AuxVersionHandle version, uint8_t* major, uint8_t* minor, uint8_t* release,
                                  uint8_t* build);
 
-// Backlight of the display.
+// Backlight of the display: intensity 1 to 255. Four numbers describe the filter of the automatic
+// regulation.
 
 BacklightHandle GetBacklight(void);
 ApiError Backlight_release(BacklightHandle backlight);
@@ -132,7 +134,7 @@ ApiError Buzzer_setVolume(BuzzerHandle buzzer, uint16_t volume);
 ApiError Buzzer_getTrigger(BuzzerHandle buzzer, uint8_t* enabled);
 ApiError Buzzer_setTrigger(BuzzerHandle buzzer, uint8_t enabled);
 
-// CanSetting: channels count from 1.
+// CanSetting: baud rates in kbit/s; channels count from 1.
 
 CanSettingHandle GetCanSetting(void);
 ApiError CanSetting_release(CanSettingHandle can);
@@ -141,8 +143,8 @@ ApiError CanSetting_setBaudrate(CanSettingHandle can, uint8_t channel, uint16_t 
 
 // Config: what the System Supervisor does at start-up, on the buttons and on the on/off signal.
 // Actions: 0 none, 1 suspend, 2 shutdown. Start-up triggers are a bit set: 1 front button, 2 on/off
-// signal, 4 CAN, 8 configurable inputs. Video masks: bit 0 is channel 1. Boot modes: 3 rescue, 4 rescue
-// with factory reset.
+// signal, 4 CAN, 8 configurable inputs. Video masks: bit 0 is channel 1. Boot modes: 0 normal, 3 rescue,
+// 4 rescue with factory reset.
 
 ConfigHandle GetConfig(void);
 ApiError Config_release(ConfigHandle config);
@@ -208,6 +210,7 @@ ApiError DigIO_getDigIO(DigIOHandle digIO, uint8_t* inputs);
 
 // FirmwareUpgrade: a start operation begins a job, getUpgradeStatus follows it. States: 0 initiating,
 // 1 preparing communication, 2 reading, 3 converting, 4 flashing, 5 verifying, 6 done, 7 done with error.
+// `path` is the firmware file; the `flag` of a start operation is reserved, 0.
 
 typedef struct UpgradeStatus
 {
@@ -262,7 +265,8 @@ ApiError Power_setCanPowerStatus(PowerHandle power, int32_t enabled);
 ApiError Power_getExtFanPowerStatus(PowerHandle power, int32_t* enabled);
 ApiError Power_setExtFanPowerStatus(PowerHandle power, int32_t enabled);
 
-// QVAuxPrivate: raw access. EEPROM selectors: 0 main board, 1 add-on board.
+// QVAuxPrivate: raw access. EEPROM selectors: 0 main board, 1 add-on board. System modes: 0 normal,
+// 1 rescue.
 
 QVAuxPrivateHandle GetQVAuxPrivate(void);
 ApiError QVAuxPrivate_release(QVAuxPrivateHandle privateAccess);
