@@ -140,6 +140,29 @@ TEST(Backlight, SendsTheLowEightBitsOfAnIntensityAndPrintsAllOfIt)
     }
 }
 
+TEST(Backlight, TakesAnIntensityBeyondThirtyTwoBitsAsFarAsALongHoldsIt)
+{
+    const struct
+    {
+        std::string value;
+        const char* printed;
+        int sent;
+        const char* printedOn32Bits;
+        int sentOn32Bits;
+    } cases[] = {{"4294967296", "4294967296", 0, "2147483647", 255},
+                 {"4294967297", "4294967297", 1, "2147483647", 255},
+                 {"99999999999999999999", "9223372036854775807", 255, "2147483647", 255}};
+    const bool wide = isProgram64Bit();
+    for (const auto& [value, printed, sent, printedOn32Bits, sentOn32Bits] : cases)
+    {
+        SCOPED_TRACE(value);
+        Unit unit;
+        EXPECT_EQ(unit.run("--backlight --intensity=" + value).output,
+                  std::string("Backlight intensity set to: ") + (wide ? printed : printedOn32Bits) + "\n");
+        EXPECT_EQ(unit["/backlight/intensity"], wide ? sent : sentOn32Bits);
+    }
+}
+
 TEST(Backlight, RefusesAnIntensityBelowOne)
 {
     Unit unit;

@@ -199,7 +199,8 @@ TEST(Led, TakesFrequenciesFromAFifthToFifty)
         const char* sent;
     } cases[] = {{"0.2", "0.2", "0.2"},   {"0.21", "0.21", "0.21"}, {"49.99", "49.99", "49.99"},
                  {"50", "50", "50"},      {"50.0", "50", "50"},     {"2,5", "2", "2"},
-                 {"2.5Hz", "2.5", "2.5"}, {"1e1", "10", "10"},      {"12.3456789", "12.3457", "12.3456789"}};
+                 {"2.5Hz", "2.5", "2.5"}, {"1e1", "10", "10"},      {"12.3456789", "12.3457", "12.3456789"},
+                 {"0x10", "16", "16"}};
     for (const auto& [value, printed, sent] : cases)
     {
         SCOPED_TRACE(value);
@@ -249,8 +250,8 @@ TEST(Led, TakesDutyCyclesFromNoneToHundred)
     {
         const char* value;
         std::string sent;
-    } cases[] = {{"0", "0"},    {"1", "1"},   {"99", "99"},  {"100", "100"},
-                 {"50%", "50"}, {"abc", "0"}, {"33.9", "33"}};
+    } cases[] = {{"0", "0"},    {"1", "1"},   {"99", "99"},   {"100", "100"},
+                 {"50%", "50"}, {"abc", "0"}, {"33.9", "33"}, {"0x10", "0"}};
     for (const auto& [value, sent] : cases)
     {
         SCOPED_TRACE(value);
@@ -264,7 +265,10 @@ TEST(Led, TakesDutyCyclesFromNoneToHundred)
 TEST(Led, RefusesDutyCyclesOutsideItsRange)
 {
     Unit unit;
-    for (const std::string value : {"101", "-1", "-100", "200", "256", "356", "65536", "-256"})
+    // Whatever the width of a long: 4294967346 is 50 in its low half, and so is -4294967246.
+    for (const std::string value :
+         {"101", "-1", "-100", "200", "256", "356", "65536", "-256", "4294967296", "4294967346",
+          "-4294967246", "18446744073709551666", "-99999999999999999999"})
     {
         SCOPED_TRACE(value);
         const Result result = unit.run("--led --dutycycle=" + value);
@@ -434,10 +438,19 @@ TEST(Led, SetsTheIdleTimeInHundredsOfMilliseconds)
     }
 }
 
+TEST(Led, TakesAnIdleTimeBeyondThirtyTwoBitsAsFarAsALongHoldsIt)
+{
+    const bool wide = isProgram64Bit(); // else it is 2147483647, which is no multiple of 100
+    Unit unit;
+    const Result result = unit.run("--led --idletime=4294967300");
+    EXPECT_EQ(result.output, wide ? "LED idle time set to: 4294967300\n" : idleTimeRefused);
+    EXPECT_EQ(result.calls, wide ? ledCalls({"FrontLED_setIdleTime(41) = 0"}) : ledCalls());
+}
+
 TEST(Led, RefusesAnIdleTimeBetweenTheHundreds)
 {
     Unit unit;
-    for (const std::string value : {"150", "1", "99", "101", "2501", "-1", "-150"})
+    for (const std::string value : {"150", "1", "99", "101", "2501", "-1", "-150", "99999999999999999999"})
     {
         SCOPED_TRACE(value);
         const Result result = unit.run("--led --idletime=" + value);

@@ -435,13 +435,6 @@ TEST(OnOff, SendsAllOfTheSignalTimeWhateverItIs)
     }
 }
 
-// The class byte of its ELF header.
-bool isProgram64Bit()
-{
-    return readFile(programPath()).at(4) == 2;
-}
-
-// A long of 64 bits holds such a number, one of 32 bits stops at its highest value.
 TEST(OnOff, TakesANumberBeyondThirtyTwoBitsAsFarAsALongHoldsIt)
 {
     const bool wide = isProgram64Bit();

@@ -75,6 +75,11 @@ std::string standIns()
     return buildFolder() + "/tests/stand-ins.so";
 }
 
+bool isProgram64Bit()
+{
+    return readFile(programPath()).at(4) == 2; // the class byte of its ELF header
+}
+
 Command programOn(const std::string& unit, const std::vector<std::string>& arguments)
 {
     Command command{split(fromEnvironment("FOBROB_RUNNER", ""))};

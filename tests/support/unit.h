@@ -40,6 +40,9 @@ std::string simulatorFolder();
 std::string otherLibraryFolder(); // a device library that has a light sensor and nothing else
 std::string standIns();           // loaded before the program
 
+// Whether the program under test has numbers (`long`) of 64 bits, or such of 32 that stop at 2147483647.
+bool isProgram64Bit();
+
 class Unit
 {
 public:
