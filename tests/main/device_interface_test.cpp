@@ -167,13 +167,6 @@ TEST(DeviceInterface, ReleasesNothingWhereHelpIsAskedFor)
         EXPECT_EQ(unit.run(c.arguments).calls, Calls{c.call}) << c.arguments;
 }
 
-TEST(DeviceInterface, ObtainsTheHandleBeforeItReadsTheOptions)
-{
-    Unit unit;
-    EXPECT_EQ(unit.runComplaining("--buzzer --bogus").calls,
-              (Calls{"GetBuzzer() = handle", "Buzzer_release() = 0"}));
-}
-
 // The program with a device library in front of the simulated one that has a light sensor and nothing else.
 Outcome runOnOtherLibrary(const std::string& arguments)
 {
