@@ -512,6 +512,18 @@ TEST(Advanced, UsesEveryOtherHandleThatIsNull)
     }
 }
 
+TEST(Advanced, ResetsToFactorySettingsWithoutTheDisplaysModule)
+{
+    Unit unit;
+    unit.givesNull("GetAbout");
+    const Result result = unit.run("--advanced --factory");
+    EXPECT_EQ(result.output, "Factory reset completed.\n");
+    EXPECT_EQ(result.calls,
+              (Calls{"GetFirmwareUpgrade() = handle", "GetAbout() = null", "GetQVAuxPrivate() = handle",
+                     "QVAuxPrivate_writeSsRegister(3, 101, 1) = 0", "QVAuxPrivate_release() = 0",
+                     "About_release() = 3", "FirmwareUpgrade_release() = 0"}));
+}
+
 TEST(Advanced, TakesNoNoticeOfAFailedRelease)
 {
     Unit unit;

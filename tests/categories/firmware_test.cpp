@@ -156,6 +156,19 @@ TEST(Firmware, ReportsAStartThatFails)
     }
 }
 
+TEST(Firmware, StartsOnAHandleThatIsNull)
+{
+    FirmwareUnit unit;
+    unit.givesNull("GetFirmwareUpgrade");
+    const Result result = unit.run("--advanced --update=SS --force --filepath=" + unit.hex);
+    EXPECT_EQ(result.output,
+              fileCorrect + upgradeBegins + "startSSUpgrade: The module handle is not valid\n");
+    EXPECT_EQ(result.calls, (Calls{"GetFirmwareUpgrade() = null", "GetAbout() = handle",
+                                   "FirmwareUpgrade_startSSUpgrade(\"" + unit.hex + "\", 0) = 3",
+                                   "GetErrorStringA(3) = \"The module handle is not valid\"", "sleep(100)",
+                                   "About_release() = 0", "FirmwareUpgrade_release() = 3"}));
+}
+
 TEST(Firmware, FallsSilentWhereTheErrorOfAStartHasNoText)
 {
     for (const Work& work : works)
@@ -437,6 +450,17 @@ TEST(Firmware, HandsAFolderWithTheRightNameToTheUnit)
                                         "Error: The firmware file can not be read"}));
 }
 
+TEST(Firmware, LooksWhetherTheFileIsThereAndNotWhetherItCanBeRead)
+{
+    const TemporaryFolder copies;
+    const FirmwareUnit unit;
+    std::filesystem::permissions(unit.hex, std::filesystem::perms::none);
+    Command command =
+        unprivilegedProgramOn(copies, unit.file(), "--advanced --update=SS --filepath=" + unit.hex);
+    command.input = "no\n";
+    EXPECT_EQ(runCommand(command).output, fileCorrect + upgradeQuestion + "Upgrade aborted.\n");
+}
+
 TEST(Firmware, GoesAheadAtYesAlone)
 {
     using namespace std::string_literals;
@@ -683,6 +707,17 @@ TEST(Firmware, FollowsAJobWhoseStatusCallsWriteNothingForAWhile)
     ScriptedUnit unit(states({4, 6}));
     unit.set("/faults/FirmwareUpgrade_getUpgradeStatus", {{"ignored", true}, {"skip", 1}, {"times", 2}});
     EXPECT_EQ(unit.follow().output, fileCorrect + upgradeBegins + lines({"Flashing", "Done"}) + ssUpgraded);
+}
+
+TEST(Firmware, AsksForTheStatusWithoutALimitAndWithoutADelay)
+{
+    const FirmwareUnit unit;
+    Command command = programOn(unit.file(), "--advanced --update=SS --force --filepath=" + unit.hex);
+    command.environment["LD_PRELOAD"] = standIns() + ":" + buildFolder() + "/tests/long-job.so";
+    const auto start = std::chrono::steady_clock::now();
+    const Outcome outcome = runCommand(command);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    EXPECT_EQ(outcome.output, fileCorrect + upgradeBegins + lines({"Initiating", "Done"}) + ssUpgraded);
 }
 
 TEST(Firmware, ServesAPersonAtATerminalLineByLine)

@@ -38,18 +38,10 @@ Outcome runOn(const std::string& unit, const std::string& arguments)
     return runCommand(programOn(unit, arguments));
 }
 
-// A run by nobody, who may not look into every build folder: it is on copies.
 Outcome runUnprivileged(const std::string& unit, const std::string& arguments)
 {
     const TemporaryFolder copies;
-    std::filesystem::copy(programPath(), copies / "fobrob");
-    std::filesystem::copy(simulatorFolder() + "/libqv-aux2.so.2.11", copies / "libqv-aux2.so.2.11");
-    Command command = programOn(unit, arguments);
-    std::ranges::replace(command.words, programPath(), copies / "fobrob");
-    command.environment["LD_LIBRARY_PATH"] = copies.path;
-    command.environment.erase("LD_PRELOAD");
-    command.unprivileged = true;
-    return runCommand(command);
+    return runCommand(unprivilegedProgramOn(copies, unit, arguments));
 }
 
 // A run in which no file can grow beyond 2048 bytes, as on a disk that is full.

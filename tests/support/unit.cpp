@@ -1,6 +1,8 @@
 #include "support/unit.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <sstream>
 
 using nlohmann::json;
@@ -93,6 +95,24 @@ Command programOn(const std::string& unit, const std::vector<std::string>& argum
 Command programOn(const std::string& unit, const std::string& arguments)
 {
     return programOn(unit, split(arguments));
+}
+
+Command unprivilegedProgramOn(const TemporaryFolder& copies, const std::string& unit,
+                              const std::string& arguments)
+{
+    const auto copy = [&](const std::string& file)
+    {
+        const std::string to = copies / std::filesystem::path(file).filename();
+        std::filesystem::copy(file, to);
+        return to;
+    };
+    Command command = programOn(unit, arguments);
+    std::ranges::replace(command.words, programPath(), copy(programPath()));
+    copy(simulatorFolder() + "/libqv-aux2.so.2.11");
+    command.environment["LD_LIBRARY_PATH"] = copies.path;
+    command.environment["LD_PRELOAD"] = copy(standIns());
+    command.unprivileged = true;
+    return command;
 }
 
 Command throughShell(const std::string& script, Command command)

@@ -27,6 +27,10 @@ std::string lines(std::initializer_list<std::string> list);
 Command programOn(const std::string& unit, const std::string& arguments);
 Command programOn(const std::string& unit, const std::vector<std::string>& arguments);
 
+// The same for a run by nobody, who may not look into every build folder: it is on copies, in `copies`.
+Command unprivilegedProgramOn(const TemporaryFolder& copies, const std::string& unit,
+                              const std::string& arguments);
+
 // The command as "$@" of a shell script. Without the stand-ins, which are not made for the shell where the
 // program is for another processor.
 Command throughShell(const std::string& script, Command command);
