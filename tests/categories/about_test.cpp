@@ -513,6 +513,17 @@ TEST(AboutEeprom, PrintsATextUpToItsFirstZeroByte)
     EXPECT_EQ(valueBehind(unit.run("--about=EEPROM").output, "Unit serial="), "QX");
 }
 
+TEST(AboutEeprom, PrintsATextThatLooksLikeAFormat)
+{
+    for (const auto& [place, operation, label] : textFields)
+    {
+        SCOPED_TRACE(label);
+        Unit unit;
+        unit.set(place, "100 % %d%s%n%%");
+        EXPECT_EQ(valueBehind(unit.run("--about=EEPROM").output, label), "100 % %d%s%n%%");
+    }
+}
+
 TEST(AboutEeprom, PrintsAnEmptyTextWhereNoneWasWritten)
 {
     for (const auto& [place, operation, label] : textFields)
@@ -611,6 +622,13 @@ TEST(AboutEeprom, PrintsTheButtonsAsASignedNumber)
     }
 }
 
+TEST(AboutEeprom, PrintsNoButtonsWhereTheirNumberWasNotWritten)
+{
+    Unit unit;
+    unit.ignores("About_getNrOfButtons");
+    EXPECT_EQ(valueBehind(unit.run("--about=EEPROM").output, "Nr of configurable buttons="), "0");
+}
+
 TEST(AboutEeprom, LeavesOutTheCountsThatTheUnitLacks)
 {
     Unit unit(R"({"about": {"digitalIoConnections": null, "configurableInputs": null,
@@ -642,9 +660,28 @@ TEST(AboutEeprom, TellsTheDisplayFromTheTouchScreen)
 
 TEST(AboutEeprom, TakesNothingForAvailableThatWasNotWritten)
 {
-    Unit unit;
-    unit.ignores("About_getIsTouchScreenAvailable");
-    EXPECT_EQ(valueBehind(unit.run("--about=EEPROM").output, "TouchScreen available: "), "NO");
+    Unit touchless;
+    touchless.ignores("About_getIsTouchScreenAvailable");
+    EXPECT_THAT(touchless.run("--about=EEPROM").output,
+                HasSubstr("\nDisplay available: YES\nTouchScreen available: NO\n"));
+    Unit blind;
+    blind.ignores("About_getIsDisplayAvailable");
+    EXPECT_THAT(blind.run("--about=EEPROM").output,
+                HasSubstr("\nDisplay available: NO\nTouchScreen available: YES\n"));
+}
+
+TEST(AboutEeprom, TakesEveryFlagButZeroForYes)
+{
+    for (const int flag : {2, 128, 255})
+    {
+        SCOPED_TRACE(flag);
+        Unit unit;
+        unit.set("/about", {{"display", flag}, {"touchScreen", flag}});
+        unit.set("/addOnBoard", {{"bluetooth", flag}, {"gprs", flag}, {"gps", flag}, {"wlan", flag}});
+        const Result result = unit.run("--about=EEPROM");
+        EXPECT_EQ(result.output, Unit().run("--about=EEPROM").output);
+        EXPECT_THAT(result.calls, Contains("About_getIsWLANMounted([" + std::to_string(flag) + "]) = 0"));
+    }
 }
 
 constexpr struct
@@ -1033,6 +1070,31 @@ TEST(AboutDiagnostic, PrintsSignedTemperatures)
                                                                 "PCB temp=0\n"
                                                                 "CPU temp=-32768\n"
                                                                 "CPU BOARD temp=32767\n"));
+}
+
+TEST(AboutDiagnostic, PrintsZeroWhereNothingWasWritten)
+{
+    const char* const nothing = "StartupReason=Power was applied OK\n"
+                                "ShutdownReason=Serious error ERROR\n"
+                                "Hw error status=No error OK\n"
+                                "Run-time above 80C=0 min(s)\n"
+                                "Run-time between 40C-60C=0 min(s)\n"
+                                "Run-time between 60C-70C=0 min(s)\n"
+                                "Run-time between 70C-80C=0 min(s)\n"
+                                "Total heat time=0 min(s)\n"
+                                "Total run-time=0 min(s)\n"
+                                "Total suspend time=0 min(s)\n"
+                                "Min temp=0, max temp=0\n"
+                                "Power cycles=0\n"
+                                "SS temp=0\n"
+                                "PCB temp=0\n"
+                                "CPU temp=0\n"
+                                "CPU BOARD temp=0\n";
+    Unit unit;
+    for (const Field& field : diagnosticFields)
+        if (field.operation)
+            unit.ignores(field.operation);
+    EXPECT_EQ(unit.run("--about=Diagnostic").output, nothing);
 }
 
 TEST(AboutDiagnostic, RepeatsTheTemperatureBeforeForOneThatWasNotWritten)

@@ -146,6 +146,22 @@ TEST(OptionList, HeadsItsSectionsInItsOwnOrder)
                                         "-ON/OFF", "-VERSION", "-TOUCH", "-TELEMATICS (optional)"}));
 }
 
+// The help of the CAN category alone comes line by line.
+TEST(GeneralTexts, AreWrittenAtOnceAsTheHelpsOfTheCategoriesAre)
+{
+    Unit unit;
+    for (const char* arguments :
+         {"-h", "--help", "--list", "-v", "--version --help", "--temperature --help", "--power --help",
+          "--heater --help", "--about --help", "--led --help", "--digitalio --help", "--onoff --help",
+          "--advanced --help", "--buzzer --help", "--telematics --help", "--touch --help",
+          "--backlight --help", "--lightsensor --help"})
+    {
+        SCOPED_TRACE(arguments);
+        EXPECT_EQ(writesOf(programOn(unit.file(), arguments)),
+                  std::vector<std::string>{unit.run(arguments).output});
+    }
+}
+
 // Whether the output arrives is not looked at.
 TEST(GeneralTexts, EndWithSuccessWhereTheyCanNotBeWritten)
 {
