@@ -1,7 +1,6 @@
 #include "main/general.h"
 
-#include "main/output.h"
-
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -35,16 +34,16 @@ int programVersionBuild()
 
 void printProgramVersionLine()
 {
-    printLine(program_name, " ", programVersionMajor(), ".", programVersionMinor(), ".",
-              programVersionRelease(), ".", programVersionBuild());
+    std::printf("%s %d.%d.%d.%d\n", program_name, programVersionMajor(), programVersionMinor(),
+                programVersionRelease(), programVersionBuild());
 }
 
 void printVersion()
 {
     printProgramVersionLine();
-    printLine("\n"
-              "Fobrob is the property of the Fobrob project.\n"
-              "\n"
-              "Written by the Fobrob project.");
+    std::putchar('\n');
+    std::puts("Fobrob is the property of the Fobrob project.");
+    std::putchar('\n');
+    std::puts("Written by the Fobrob project.");
     std::exit(0);
 }
