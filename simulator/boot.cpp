@@ -17,7 +17,7 @@ void resetSettings(Unit& unit)
     unit.can = {};
     unit.touch = {};
     unit.telematics = {};
-    resetConfig(unit);
+    unit.config = {};
 }
 
 void applyFirmware(Firmware& firmware, Version& version)
@@ -68,9 +68,4 @@ void startUpIfDue(Unit& unit)
 {
     if (isStartUpDue(unit))
         startUp(unit);
-}
-
-void resetConfig(Unit& unit)
-{
-    unit.config = {};
 }

@@ -7,6 +7,3 @@
 // A unit that was shut down starts with the next call of the device API.
 bool isStartUpDue(const Unit& unit);
 void startUpIfDue(Unit& unit);
-
-// The System Supervisor's settings, back at their defaults.
-void resetConfig(Unit& unit);

@@ -5,6 +5,9 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 namespace
@@ -84,9 +87,9 @@ std::optional<Fault> enter(const char* operation, bool reachesUnit)
 }
 
 // Nothing is thrown at the caller, who may be written in C: a call that can not be made comes to
-// `failed(code)`.
-template <typename Call, typename Failed>
-auto guarded(const Call& call, const Failed& failed)
+// `otherwise(code)`.
+template <typename Call, typename Otherwise>
+auto guarded(const Call& call, const Otherwise& otherwise)
 {
     try
     {
@@ -95,11 +98,11 @@ auto guarded(const Call& call, const Failed& failed)
     catch (const StoreError& error)
     {
         complain(error);
-        return failed(error.code);
+        return otherwise(error.code);
     }
     catch (const std::exception&)
     {
-        return failed(failure);
+        return otherwise(failure);
     }
 }
 
@@ -142,15 +145,15 @@ Outcome performChange(const char* operation, const void* handle, const Change& w
         failed);
 }
 
-const void* obtainHandle(const char* operation)
+void* obtainHandle(const char* operation)
 {
     const std::optional<Fault> fault = faultOf(operation);
-    const void* handle = nullptr;
+    void* handle = nullptr;
     if (!fault || !fault->null)
     {
         handles.emplace_back(std::string_view(operation).substr(std::strlen("Get")));
         // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is a number, no place in memory
-        handle = reinterpret_cast<const void*>(handles.size() * handleStep);
+        handle = reinterpret_cast<void*>(handles.size() * handleStep);
     }
     trace(operation, handle ? "handle" : "null", false);
     return handle;

@@ -8,9 +8,9 @@
 #include "trace.h"
 #include "unit.h"
 
+#include <algorithm>
 #include <functional>
-#include <optional>
-#include <string_view>
+#include <span>
 
 // What a call comes to. `delivered` is false when nothing was written to its results.
 struct Outcome
@@ -27,7 +27,7 @@ Outcome performChange(const char* operation, const void* handle, const Change& w
 
 // A new handle of the module that `operation`, "Get<Module>", names; null when the unit has it so. Handles
 // are numbers that are never used twice, not places in memory, so a stale one is always found out.
-const void* obtainHandle(const char* operation);
+void* obtainHandle(const char* operation);
 ApiError releaseHandle(const char* operation, const void* handle);
 
 // A text by code, null when the unit has it so.
@@ -89,7 +89,7 @@ ApiError changing(const char* operation, const void* handle, const Change& work,
 template <typename Handle>
 Handle obtain(const char* operation)
 {
-    return static_cast<Handle>(const_cast<void*>(obtainHandle(operation)));
+    return static_cast<Handle>(obtainHandle(operation));
 }
 
 // Delivers a value that the unit has, or answers that it has none.
@@ -114,16 +114,31 @@ inline ApiError nothingNeeded(const Unit&)
     return success;
 }
 
+// The work, or the answer that the unit lacks what it needs.
+template <typename Work>
+auto needing(Requirement requirement, Work work)
+{
+    return [=](auto& unit) -> ApiError
+    {
+        if (const ApiError lack = requirement(unit); lack != success)
+            return lack;
+        return work(unit);
+    };
+}
+
+// The field of a unit at the end of a path of members: at<&Unit::buzzer, &Buzzer::volume>.
+template <auto... path>
+constexpr auto at = [](auto& unit) -> auto&
+{
+    return (unit.*....*path);
+};
+
 // An operation that reads one field. `field` gives the field of a unit.
 template <typename Field, typename Result>
 ApiError getField(const char* operation, const void* handle, Field field, Result* result,
                   Requirement requirement = nothingNeeded)
 {
-    const Reading work = [&](const Unit& unit)
-    {
-        const ApiError lack = requirement(unit);
-        return lack == success ? deliver(field(unit), result) : lack;
-    };
+    const Reading work = needing(requirement, [&](const Unit& unit) { return deliver(field(unit), result); });
     return reading(operation, handle, work, out(result));
 }
 
@@ -132,15 +147,14 @@ template <typename Field, typename Value, typename Valid>
 ApiError setField(const char* operation, const void* handle, Field field, Value value, Valid isValid,
                   Requirement requirement = nothingNeeded)
 {
-    const Change work = [&](Unit& unit) -> ApiError
-    {
-        if (const ApiError lack = requirement(unit); lack != success)
-            return lack;
-        if (!isValid(value))
-            return outOfRange;
-        field(unit) = value;
-        return success;
-    };
+    const Change work = needing(requirement,
+                                [&](Unit& unit)
+                                {
+                                    if (!isValid(value))
+                                        return outOfRange;
+                                    field(unit) = value;
+                                    return success;
+                                });
     return changing(operation, handle, work, value);
 }
 
@@ -149,5 +163,12 @@ constexpr auto within(auto minimum, auto maximum)
     return [=](auto value) { return minimum <= value && value <= maximum; };
 }
 
+constexpr auto oneOf(std::span<const Name> names)
+{
+    return [=](std::int32_t value)
+    { return std::ranges::any_of(names, [=](const Name& name) { return name.value == value; }); };
+}
+
 constexpr auto anyValue = [](auto) { return true; };
 constexpr auto onOrOff = within(0, 1);
+constexpr auto videoMask = within(0, 15); // four channels, a bit each

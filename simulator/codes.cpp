@@ -1,6 +1,6 @@
 #include "codes.h"
 
-#include <cstddef>
+#include <span>
 
 namespace
 {
@@ -35,8 +35,8 @@ constexpr Text codes[] = {
     {firmwareEmpty, "The firmware file holds no data"},
     {firmwareTooLarge, "The firmware does not fit into the target"},
     {firmwareDiffers, "The firmware in the target differs from the file"},
-    {firmwareGoesOn, "The firmware file goes on behind its end record"},
     {firmwareIncomplete, "The firmware is incomplete, its upgrade was interrupted"},
+    {firmwareGoesOn, "The firmware file goes on behind its end record"},
 };
 
 constexpr Text startupReasons[] = {
@@ -54,8 +54,7 @@ constexpr Text hwErrorStatuses[] = {
     {132, "EEPROM failed"},
 };
 
-template <std::size_t count>
-const char* textOf(const Text (&texts)[count], std::uint32_t code)
+const char* textOf(std::span<const Text> texts, std::uint32_t code)
 {
     for (const Text& text : texts)
         if (text.code == code)

@@ -14,6 +14,12 @@ inline ApiError displayNeeded(const Unit& unit)
     return supportedIf(unit.about.display);
 }
 
+// The front microcontroller comes with the display.
+inline ApiError frontNeeded(const Unit& unit)
+{
+    return displayNeeded(unit);
+}
+
 inline ApiError touchScreenNeeded(const Unit& unit)
 {
     return supportedIf(unit.about.touchScreen);

@@ -26,6 +26,7 @@ struct Flag
     Integer& value;
 };
 
+// These guides are for clang 14, which does not deduce the arguments of a record's template by itself.
 template <typename Integer>
 Flag(Integer&) -> Flag<Integer>;
 

@@ -10,18 +10,16 @@ ApiError getVersion(const char* operation, const void* handle, Field field, std:
                     std::uint8_t* minor, std::uint8_t* release, std::uint8_t* build,
                     Requirement requirement = nothingNeeded)
 {
-    const Reading work = [&](const Unit& unit)
-    {
-        const ApiError lack = requirement(unit);
-        if (lack != success)
-            return lack;
-        const auto& numbers = field(unit).numbers;
-        *major = numbers[0];
-        *minor = numbers[1];
-        *release = numbers[2];
-        *build = numbers[3];
-        return lack;
-    };
+    const Reading work = needing(requirement,
+                                 [&](const Unit& unit)
+                                 {
+                                     const auto& numbers = field(unit).numbers;
+                                     *major = numbers[0];
+                                     *minor = numbers[1];
+                                     *release = numbers[2];
+                                     *build = numbers[3];
+                                     return success;
+                                 });
     return reading(operation, handle, work, out(major), out(minor), out(release), out(build));
 }
 
@@ -41,10 +39,9 @@ ApiError wholeFpga(const Unit& unit)
     return whole(unit.firmware.fpga);
 }
 
-// The front microcontroller comes with the display.
 ApiError wholeFront(const Unit& unit)
 {
-    const ApiError lack = displayNeeded(unit);
+    const ApiError lack = frontNeeded(unit);
     return lack == success ? whole(unit.firmware.front) : lack;
 }
 
@@ -63,47 +60,39 @@ ApiError AuxVersion_release(AuxVersionHandle version)
 ApiError AuxVersion_getFPGAVersion(AuxVersionHandle version, std::uint8_t* major, std::uint8_t* minor,
                                    std::uint8_t* release, std::uint8_t* build)
 {
-    return getVersion(
-        __func__, version, [](const Unit& unit) -> auto& { return unit.versions.fpga; }, major, minor,
-        release, build, wholeFpga);
+    return getVersion(__func__, version, at<&Unit::versions, &Versions::fpga>, major, minor, release, build,
+                      wholeFpga);
 }
 
 ApiError AuxVersion_getFrontVersion(AuxVersionHandle version, std::uint8_t* major, std::uint8_t* minor,
                                     std::uint8_t* release, std::uint8_t* build)
 {
-    return getVersion(
-        __func__, version, [](const Unit& unit) -> auto& { return unit.versions.front; }, major, minor,
-        release, build, wholeFront);
+    return getVersion(__func__, version, at<&Unit::versions, &Versions::front>, major, minor, release, build,
+                      wholeFront);
 }
 
 ApiError AuxVersion_getSSVersion(AuxVersionHandle version, std::uint8_t* major, std::uint8_t* minor,
                                  std::uint8_t* release, std::uint8_t* build)
 {
-    return getVersion(
-        __func__, version, [](const Unit& unit) -> auto& { return unit.versions.ss; }, major, minor, release,
-        build, wholeSs);
+    return getVersion(__func__, version, at<&Unit::versions, &Versions::ss>, major, minor, release, build,
+                      wholeSs);
 }
 
 ApiError AuxVersion_getQVAuxVersion(AuxVersionHandle version, std::uint8_t* major, std::uint8_t* minor,
                                     std::uint8_t* release, std::uint8_t* build)
 {
-    return getVersion(
-        __func__, version, [](const Unit& unit) -> auto& { return unit.versions.api; }, major, minor, release,
-        build);
+    return getVersion(__func__, version, at<&Unit::versions, &Versions::api>, major, minor, release, build);
 }
 
 ApiError AuxVersion_getQVAuxDrvVersion(AuxVersionHandle version, std::uint8_t* major, std::uint8_t* minor,
                                        std::uint8_t* release, std::uint8_t* build)
 {
-    return getVersion(
-        __func__, version, [](const Unit& unit) -> auto& { return unit.versions.driver; }, major, minor,
-        release, build);
+    return getVersion(__func__, version, at<&Unit::versions, &Versions::driver>, major, minor, release,
+                      build);
 }
 
 ApiError AuxVersion_getOSVersion(AuxVersionHandle version, std::uint8_t* major, std::uint8_t* minor,
                                  std::uint8_t* release, std::uint8_t* build)
 {
-    return getVersion(
-        __func__, version, [](const Unit& unit) -> auto& { return unit.versions.os; }, major, minor, release,
-        build);
+    return getVersion(__func__, version, at<&Unit::versions, &Versions::os>, major, minor, release, build);
 }

@@ -5,28 +5,14 @@
 namespace
 {
 
-constexpr auto intensityOf = [](auto& unit) -> auto&
-{
-    return unit.backlight.intensity;
-};
-constexpr auto automaticOf = [](auto& unit) -> auto&
-{
-    return unit.backlight.automatic;
-};
-constexpr auto ledDimmingOf = [](auto& unit) -> auto&
-{
-    return unit.backlight.ledDimming;
-};
-
 ApiError setAutomatic(const char* operation, const void* handle, bool running)
 {
-    const Change work = [=](Unit& unit)
-    {
-        const ApiError lack = displayNeeded(unit);
-        if (lack == success)
-            automaticOf(unit) = running;
-        return lack;
-    };
+    const Change work = needing(displayNeeded,
+                                [=](Unit& unit)
+                                {
+                                    unit.backlight.automatic = running;
+                                    return success;
+                                });
     return changing(operation, handle, work);
 }
 
@@ -44,29 +30,30 @@ ApiError Backlight_release(BacklightHandle backlight)
 
 ApiError Backlight_getIntensity(BacklightHandle backlight, std::uint8_t* intensity)
 {
-    return getField(__func__, backlight, intensityOf, intensity, displayNeeded);
+    return getField(__func__, backlight, at<&Unit::backlight, &Backlight::intensity>, intensity,
+                    displayNeeded);
 }
 
 ApiError Backlight_setIntensity(BacklightHandle backlight, std::uint8_t intensity)
 {
-    return setField(__func__, backlight, intensityOf, intensity, anyValue, displayNeeded);
+    return setField(__func__, backlight, at<&Unit::backlight, &Backlight::intensity>, intensity, anyValue,
+                    displayNeeded);
 }
 
 ApiError Backlight_getAutomaticBLStatus(BacklightHandle backlight, std::uint8_t* running)
 {
-    return getField(__func__, backlight, automaticOf, running, displayNeeded);
+    return getField(__func__, backlight, at<&Unit::backlight, &Backlight::automatic>, running, displayNeeded);
 }
 
 ApiError Backlight_setAutomaticBLFilter(BacklightHandle backlight, std::int32_t first, std::int32_t second,
                                         std::int32_t third, std::int32_t fourth)
 {
-    const Change work = [&](Unit& unit)
-    {
-        const ApiError lack = displayNeeded(unit);
-        if (lack == success)
-            unit.backlight.filter = {first, second, third, fourth};
-        return lack;
-    };
+    const Change work = needing(displayNeeded,
+                                [&](Unit& unit)
+                                {
+                                    unit.backlight.filter = {first, second, third, fourth};
+                                    return success;
+                                });
     return changing(__func__, backlight, work, first, second, third, fourth);
 }
 
@@ -82,10 +69,12 @@ ApiError Backlight_stopAutomaticBL(BacklightHandle backlight)
 
 ApiError Backlight_getLedDimming(BacklightHandle backlight, std::int32_t* enabled)
 {
-    return getField(__func__, backlight, ledDimmingOf, enabled, displayNeeded);
+    return getField(__func__, backlight, at<&Unit::backlight, &Backlight::ledDimming>, enabled,
+                    displayNeeded);
 }
 
 ApiError Backlight_setLedDimming(BacklightHandle backlight, std::int32_t enabled)
 {
-    return setField(__func__, backlight, ledDimmingOf, enabled, onOrOff, displayNeeded);
+    return setField(__func__, backlight, at<&Unit::backlight, &Backlight::ledDimming>, enabled, onOrOff,
+                    displayNeeded);
 }

@@ -3,19 +3,6 @@
 namespace
 {
 
-constexpr auto frequencyOf = [](auto& unit) -> auto&
-{
-    return unit.buzzer.frequency;
-};
-constexpr auto volumeOf = [](auto& unit) -> auto&
-{
-    return unit.buzzer.volume;
-};
-constexpr auto enabledOf = [](auto& unit) -> auto&
-{
-    return unit.buzzer.enabled;
-};
-
 } // namespace
 
 BuzzerHandle GetBuzzer()
@@ -30,30 +17,30 @@ ApiError Buzzer_release(BuzzerHandle buzzer)
 
 ApiError Buzzer_getFrequency(BuzzerHandle buzzer, std::uint16_t* frequency)
 {
-    return getField(__func__, buzzer, frequencyOf, frequency);
+    return getField(__func__, buzzer, at<&Unit::buzzer, &Buzzer::frequency>, frequency);
 }
 
 ApiError Buzzer_setFrequency(BuzzerHandle buzzer, std::uint16_t frequency)
 {
-    return setField(__func__, buzzer, frequencyOf, frequency, within(700, 10000));
+    return setField(__func__, buzzer, at<&Unit::buzzer, &Buzzer::frequency>, frequency, within(700, 10000));
 }
 
 ApiError Buzzer_getVolume(BuzzerHandle buzzer, std::uint16_t* volume)
 {
-    return getField(__func__, buzzer, volumeOf, volume);
+    return getField(__func__, buzzer, at<&Unit::buzzer, &Buzzer::volume>, volume);
 }
 
 ApiError Buzzer_setVolume(BuzzerHandle buzzer, std::uint16_t volume)
 {
-    return setField(__func__, buzzer, volumeOf, volume, within(0, 2000));
+    return setField(__func__, buzzer, at<&Unit::buzzer, &Buzzer::volume>, volume, within(0, 2000));
 }
 
 ApiError Buzzer_getTrigger(BuzzerHandle buzzer, std::uint8_t* enabled)
 {
-    return getField(__func__, buzzer, enabledOf, enabled);
+    return getField(__func__, buzzer, at<&Unit::buzzer, &Buzzer::enabled>, enabled);
 }
 
 ApiError Buzzer_setTrigger(BuzzerHandle buzzer, std::uint8_t enabled)
 {
-    return setField(__func__, buzzer, enabledOf, enabled, onOrOff);
+    return setField(__func__, buzzer, at<&Unit::buzzer, &Buzzer::enabled>, enabled, onOrOff);
 }

@@ -23,43 +23,32 @@ ApiError Diagnostic_release(DiagnosticHandle diagnostic)
 
 ApiError Diagnostic_getStartupReason(DiagnosticHandle diagnostic, std::uint16_t* reason)
 {
-    return getField(
-        __func__, diagnostic, [](const Unit& unit) -> auto& { return unit.diagnostic.startupReason; },
-        reason);
+    return getField(__func__, diagnostic, at<&Unit::diagnostic, &Diagnostic::startupReason>, reason);
 }
 
 ApiError Diagnostic_getShutDownReason(DiagnosticHandle diagnostic, std::uint16_t* reason)
 {
-    return getField(
-        __func__, diagnostic, [](const Unit& unit) -> auto& { return unit.diagnostic.shutdownReason; },
-        reason);
+    return getField(__func__, diagnostic, at<&Unit::diagnostic, &Diagnostic::shutdownReason>, reason);
 }
 
 ApiError Diagnostic_getHwErrorStatus(DiagnosticHandle diagnostic, std::uint16_t* status)
 {
-    return getField(
-        __func__, diagnostic, [](const Unit& unit) -> auto& { return unit.diagnostic.hwErrorStatus; },
-        status);
+    return getField(__func__, diagnostic, at<&Unit::diagnostic, &Diagnostic::hwErrorStatus>, status);
 }
 
 ApiError Diagnostic_getPowerCycles(DiagnosticHandle diagnostic, std::uint16_t* cycles)
 {
-    return getField(
-        __func__, diagnostic, [](const Unit& unit) -> auto& { return unit.diagnostic.powerCycles; }, cycles);
+    return getField(__func__, diagnostic, at<&Unit::diagnostic, &Diagnostic::powerCycles>, cycles);
 }
 
 ApiError Diagnostic_getSSTemp(DiagnosticHandle diagnostic, std::int16_t* temperature)
 {
-    return getField(
-        __func__, diagnostic, [](const Unit& unit) -> auto& { return unit.diagnostic.ssTemperature; },
-        temperature);
+    return getField(__func__, diagnostic, at<&Unit::diagnostic, &Diagnostic::ssTemperature>, temperature);
 }
 
 ApiError Diagnostic_getPCBTemp(DiagnosticHandle diagnostic, std::int16_t* temperature)
 {
-    return getField(
-        __func__, diagnostic, [](const Unit& unit) -> auto& { return unit.diagnostic.pcbTemperature; },
-        temperature);
+    return getField(__func__, diagnostic, at<&Unit::diagnostic, &Diagnostic::pcbTemperature>, temperature);
 }
 
 ApiError Diagnostic_getTimer(DiagnosticHandle diagnostic, DiagnosticTimer* timer)

@@ -12,6 +12,5 @@ ApiError DigIO_release(DigIOHandle digIO)
 
 ApiError DigIO_getDigIO(DigIOHandle digIO, std::uint8_t* inputs)
 {
-    return getField(
-        __func__, digIO, [](const Unit& unit) { return unit.digitalInputs.inputs; }, inputs);
+    return getField(__func__, digIO, at<&Unit::digitalInputs, &DigitalInputs::inputs>, inputs);
 }

@@ -7,12 +7,9 @@ namespace
 ApiError start(const char* operation, const void* handle, FirmwareTarget target, FirmwareTask task,
                const char* path, std::int32_t flag)
 {
-    const Reading work = [&](const Unit& unit)
-    {
-        // The front microcontroller comes with the display.
-        const ApiError lack = target == FirmwareTarget::front ? displayNeeded(unit) : success;
-        return lack == success ? startFirmwareJob(unit, target, task, path) : lack;
-    };
+    const Requirement requirement = target == FirmwareTarget::front ? frontNeeded : nothingNeeded;
+    const Reading work =
+        needing(requirement, [&](const Unit& unit) { return startFirmwareJob(unit, target, task, path); });
     return reading(operation, handle, work, path, flag);
 }
 

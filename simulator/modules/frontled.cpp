@@ -3,23 +3,6 @@
 namespace
 {
 
-constexpr auto colorOf = [](auto& unit) -> auto&
-{
-    return unit.frontLed.color;
-};
-constexpr auto pulsesOf = [](auto& unit) -> auto&
-{
-    return unit.frontLed.pulses;
-};
-constexpr auto idleTimeOf = [](auto& unit) -> auto&
-{
-    return unit.frontLed.idleTime;
-};
-constexpr auto startupOf = [](auto& unit) -> auto&
-{
-    return unit.frontLed.startup;
-};
-
 } // namespace
 
 FrontLEDHandle GetFrontLED()
@@ -58,40 +41,40 @@ ApiError FrontLED_setSignal(FrontLEDHandle led, double frequency, std::uint8_t d
 
 ApiError FrontLED_getStandardColor(FrontLEDHandle led, std::int32_t* color)
 {
-    return getField(__func__, led, colorOf, color);
+    return getField(__func__, led, at<&Unit::frontLed, &FrontLed::color>, color);
 }
 
 ApiError FrontLED_setStandardColor(FrontLEDHandle led, std::int32_t color)
 {
-    return setField(__func__, led, colorOf, color, within(0, 5));
+    return setField(__func__, led, at<&Unit::frontLed, &FrontLed::color>, color, oneOf(colorNames));
 }
 
 ApiError FrontLED_getNrOfPulses(FrontLEDHandle led, std::uint8_t* pulses)
 {
-    return getField(__func__, led, pulsesOf, pulses);
+    return getField(__func__, led, at<&Unit::frontLed, &FrontLed::pulses>, pulses);
 }
 
 ApiError FrontLED_setNrOfPulses(FrontLEDHandle led, std::uint8_t pulses)
 {
-    return setField(__func__, led, pulsesOf, pulses, anyValue);
+    return setField(__func__, led, at<&Unit::frontLed, &FrontLed::pulses>, pulses, anyValue);
 }
 
 ApiError FrontLED_getIdleTime(FrontLEDHandle led, std::uint8_t* idleTime)
 {
-    return getField(__func__, led, idleTimeOf, idleTime);
+    return getField(__func__, led, at<&Unit::frontLed, &FrontLed::idleTime>, idleTime);
 }
 
 ApiError FrontLED_setIdleTime(FrontLEDHandle led, std::uint8_t idleTime)
 {
-    return setField(__func__, led, idleTimeOf, idleTime, anyValue);
+    return setField(__func__, led, at<&Unit::frontLed, &FrontLed::idleTime>, idleTime, anyValue);
 }
 
 ApiError FrontLED_getEnabledDuringStartup(FrontLEDHandle led, std::int32_t* enabled)
 {
-    return getField(__func__, led, startupOf, enabled);
+    return getField(__func__, led, at<&Unit::frontLed, &FrontLed::startup>, enabled);
 }
 
 ApiError FrontLED_setEnabledDuringStartup(FrontLEDHandle led, std::int32_t enabled)
 {
-    return setField(__func__, led, startupOf, enabled, onOrOff);
+    return setField(__func__, led, at<&Unit::frontLed, &FrontLed::startup>, enabled, onOrOff);
 }

@@ -12,6 +12,5 @@ ApiError Lightsensor_release(LightsensorHandle sensor)
 
 ApiError Lightsensor_getIlluminance(LightsensorHandle sensor, std::uint16_t* illuminance)
 {
-    return getField(
-        __func__, sensor, [](const Unit& unit) { return unit.lightsensor.illuminance; }, illuminance);
+    return getField(__func__, sensor, at<&Unit::lightsensor, &Lightsensor::illuminance>, illuminance);
 }

@@ -5,19 +5,6 @@
 namespace
 {
 
-constexpr auto videoOf = [](auto& unit) -> auto&
-{
-    return unit.power.video;
-};
-constexpr auto canOf = [](auto& unit) -> auto&
-{
-    return unit.power.can;
-};
-constexpr auto externalFanOf = [](auto& unit) -> auto&
-{
-    return unit.power.externalFan;
-};
-
 } // namespace
 
 PowerHandle GetPower()
@@ -32,30 +19,30 @@ ApiError Power_release(PowerHandle power)
 
 ApiError Power_getVideoPowerStatus(PowerHandle power, std::uint8_t* mask)
 {
-    return getField(__func__, power, videoOf, mask);
+    return getField(__func__, power, at<&Unit::power, &Supplies::video>, mask);
 }
 
 ApiError Power_setVideoPowerStatus(PowerHandle power, std::uint8_t mask)
 {
-    return setField(__func__, power, videoOf, mask, within(0, 15));
+    return setField(__func__, power, at<&Unit::power, &Supplies::video>, mask, videoMask);
 }
 
 ApiError Power_getCanPowerStatus(PowerHandle power, std::int32_t* enabled)
 {
-    return getField(__func__, power, canOf, enabled, canNeeded);
+    return getField(__func__, power, at<&Unit::power, &Supplies::can>, enabled, canNeeded);
 }
 
 ApiError Power_setCanPowerStatus(PowerHandle power, std::int32_t enabled)
 {
-    return setField(__func__, power, canOf, enabled, onOrOff, canNeeded);
+    return setField(__func__, power, at<&Unit::power, &Supplies::can>, enabled, onOrOff, canNeeded);
 }
 
 ApiError Power_getExtFanPowerStatus(PowerHandle power, std::int32_t* enabled)
 {
-    return getField(__func__, power, externalFanOf, enabled);
+    return getField(__func__, power, at<&Unit::power, &Supplies::externalFan>, enabled);
 }
 
 ApiError Power_setExtFanPowerStatus(PowerHandle power, std::int32_t enabled)
 {
-    return setField(__func__, power, externalFanOf, enabled, onOrOff);
+    return setField(__func__, power, at<&Unit::power, &Supplies::externalFan>, enabled, onOrOff);
 }

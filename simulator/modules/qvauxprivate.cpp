@@ -1,6 +1,5 @@
 #include "call.h"
 
-#include "boot.h"
 #include "hex_digits.h"
 #include "requirements.h"
 
@@ -71,7 +70,7 @@ ApiError QVAuxPrivate_writeSsRegister(QVAuxPrivateHandle privateAccess, std::int
     {
         const Register written{group, number, value};
         if (written == restoreDefaults)
-            resetConfig(unit);
+            unit.config = {}; // the System Supervisor's settings
         else if (written == bootCompleted)
             unit.boot.completed = true;
         else
@@ -83,6 +82,5 @@ ApiError QVAuxPrivate_writeSsRegister(QVAuxPrivateHandle privateAccess, std::int
 
 ApiError QVAuxPrivate_getSystemMode(QVAuxPrivateHandle privateAccess, std::int32_t* mode)
 {
-    return getField(
-        __func__, privateAccess, [](const Unit& unit) { return unit.boot.systemMode; }, mode);
+    return getField(__func__, privateAccess, at<&Unit::boot, &Boot::systemMode>, mode);
 }

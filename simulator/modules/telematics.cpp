@@ -5,39 +5,6 @@
 namespace
 {
 
-constexpr auto wlanPowerOf = [](auto& unit) -> auto&
-{
-    return unit.telematics.wlan.power;
-};
-constexpr auto wlanStartupPowerOf = [](auto& unit) -> auto&
-{
-    return unit.telematics.wlan.startupPower;
-};
-constexpr auto gprsPowerOf = [](auto& unit) -> auto&
-{
-    return unit.telematics.gprs.power;
-};
-constexpr auto gprsStartupPowerOf = [](auto& unit) -> auto&
-{
-    return unit.telematics.gprs.startupPower;
-};
-constexpr auto gpsPowerOf = [](auto& unit) -> auto&
-{
-    return unit.telematics.gps.power;
-};
-constexpr auto gpsStartupPowerOf = [](auto& unit) -> auto&
-{
-    return unit.telematics.gps.startupPower;
-};
-constexpr auto bluetoothPowerOf = [](auto& unit) -> auto&
-{
-    return unit.telematics.bluetooth.power;
-};
-constexpr auto bluetoothStartupPowerOf = [](auto& unit) -> auto&
-{
-    return unit.telematics.bluetooth.startupPower;
-};
-
 } // namespace
 
 TelematicsHandle GetTelematics()
@@ -52,80 +19,96 @@ ApiError Telematics_release(TelematicsHandle telematics)
 
 ApiError Telematics_getWLANPowerStatus(TelematicsHandle telematics, std::int32_t* status)
 {
-    return getField(__func__, telematics, wlanPowerOf, status, wlanNeeded);
+    return getField(__func__, telematics, at<&Unit::telematics, &Telematics::wlan, &Radio::power>, status,
+                    wlanNeeded);
 }
 
 ApiError Telematics_setWLANPowerStatus(TelematicsHandle telematics, std::int32_t status)
 {
-    return setField(__func__, telematics, wlanPowerOf, status, onOrOff, wlanNeeded);
+    return setField(__func__, telematics, at<&Unit::telematics, &Telematics::wlan, &Radio::power>, status,
+                    onOrOff, wlanNeeded);
 }
 
 ApiError Telematics_getWLANStartUpPowerStatus(TelematicsHandle telematics, std::int32_t* status)
 {
-    return getField(__func__, telematics, wlanStartupPowerOf, status, wlanNeeded);
+    return getField(__func__, telematics, at<&Unit::telematics, &Telematics::wlan, &Radio::startupPower>,
+                    status, wlanNeeded);
 }
 
 ApiError Telematics_setWLANStartUpPowerStatus(TelematicsHandle telematics, std::int32_t status)
 {
-    return setField(__func__, telematics, wlanStartupPowerOf, status, onOrOff, wlanNeeded);
+    return setField(__func__, telematics, at<&Unit::telematics, &Telematics::wlan, &Radio::startupPower>,
+                    status, onOrOff, wlanNeeded);
 }
 
 ApiError Telematics_getGPRSPowerStatus(TelematicsHandle telematics, std::int32_t* status)
 {
-    return getField(__func__, telematics, gprsPowerOf, status, gprsNeeded);
+    return getField(__func__, telematics, at<&Unit::telematics, &Telematics::gprs, &Radio::power>, status,
+                    gprsNeeded);
 }
 
 ApiError Telematics_setGPRSPowerStatus(TelematicsHandle telematics, std::int32_t status)
 {
-    return setField(__func__, telematics, gprsPowerOf, status, onOrOff, gprsNeeded);
+    return setField(__func__, telematics, at<&Unit::telematics, &Telematics::gprs, &Radio::power>, status,
+                    onOrOff, gprsNeeded);
 }
 
 ApiError Telematics_getGPRSStartUpPowerStatus(TelematicsHandle telematics, std::int32_t* status)
 {
-    return getField(__func__, telematics, gprsStartupPowerOf, status, gprsNeeded);
+    return getField(__func__, telematics, at<&Unit::telematics, &Telematics::gprs, &Radio::startupPower>,
+                    status, gprsNeeded);
 }
 
 ApiError Telematics_setGPRSStartUpPowerStatus(TelematicsHandle telematics, std::int32_t status)
 {
-    return setField(__func__, telematics, gprsStartupPowerOf, status, onOrOff, gprsNeeded);
+    return setField(__func__, telematics, at<&Unit::telematics, &Telematics::gprs, &Radio::startupPower>,
+                    status, onOrOff, gprsNeeded);
 }
 
 ApiError Telematics_getGPSPowerStatus(TelematicsHandle telematics, std::int32_t* status)
 {
-    return getField(__func__, telematics, gpsPowerOf, status, gpsNeeded);
+    return getField(__func__, telematics, at<&Unit::telematics, &Telematics::gps, &Radio::power>, status,
+                    gpsNeeded);
 }
 
 ApiError Telematics_setGPSPowerStatus(TelematicsHandle telematics, std::int32_t status)
 {
-    return setField(__func__, telematics, gpsPowerOf, status, onOrOff, gpsNeeded);
+    return setField(__func__, telematics, at<&Unit::telematics, &Telematics::gps, &Radio::power>, status,
+                    onOrOff, gpsNeeded);
 }
 
 ApiError Telematics_getGPSStartUpPowerStatus(TelematicsHandle telematics, std::int32_t* status)
 {
-    return getField(__func__, telematics, gpsStartupPowerOf, status, gpsNeeded);
+    return getField(__func__, telematics, at<&Unit::telematics, &Telematics::gps, &Radio::startupPower>,
+                    status, gpsNeeded);
 }
 
 ApiError Telematics_setGPSStartUpPowerStatus(TelematicsHandle telematics, std::int32_t status)
 {
-    return setField(__func__, telematics, gpsStartupPowerOf, status, onOrOff, gpsNeeded);
+    return setField(__func__, telematics, at<&Unit::telematics, &Telematics::gps, &Radio::startupPower>,
+                    status, onOrOff, gpsNeeded);
 }
 
 ApiError Telematics_getBTPowerStatus(TelematicsHandle telematics, std::int32_t* status)
 {
-    return getField(__func__, telematics, bluetoothPowerOf, status, bluetoothNeeded);
+    return getField(__func__, telematics, at<&Unit::telematics, &Telematics::bluetooth, &Radio::power>,
+                    status, bluetoothNeeded);
 }
 
 ApiError Telematics_setBTPowerStatus(TelematicsHandle telematics, std::int32_t status)
 {
-    return setField(__func__, telematics, bluetoothPowerOf, status, onOrOff, bluetoothNeeded);
+    return setField(__func__, telematics, at<&Unit::telematics, &Telematics::bluetooth, &Radio::power>,
+                    status, onOrOff, bluetoothNeeded);
 }
 
 ApiError Telematics_getBTStartUpPowerStatus(TelematicsHandle telematics, std::int32_t* status)
 {
-    return getField(__func__, telematics, bluetoothStartupPowerOf, status, bluetoothNeeded);
+    return getField(__func__, telematics, at<&Unit::telematics, &Telematics::bluetooth, &Radio::startupPower>,
+                    status, bluetoothNeeded);
 }
 
 ApiError Telematics_setBTStartUpPowerStatus(TelematicsHandle telematics, std::int32_t status)
 {
-    return setField(__func__, telematics, bluetoothStartupPowerOf, status, onOrOff, bluetoothNeeded);
+    return setField(__func__, telematics, at<&Unit::telematics, &Telematics::bluetooth, &Radio::startupPower>,
+                    status, onOrOff, bluetoothNeeded);
 }

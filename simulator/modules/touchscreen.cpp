@@ -5,11 +5,6 @@
 namespace
 {
 
-constexpr auto profileOf = [](auto& unit) -> auto&
-{
-    return unit.touch.profile;
-};
-
 constexpr std::int32_t useDejitter = 8;
 constexpr std::int32_t restoreDefaults = 11;
 
@@ -32,36 +27,33 @@ ApiError TouchScreen_release(TouchScreenHandle touch)
 
 ApiError TouchScreen_getMode(TouchScreenHandle touch, std::int32_t* mode)
 {
-    return getField(__func__, touch, profileOf, mode, touchScreenNeeded);
+    return getField(__func__, touch, at<&Unit::touch, &Touch::profile>, mode, touchScreenNeeded);
 }
 
 ApiError TouchScreen_setMode(TouchScreenHandle touch, std::int32_t mode)
 {
-    return setField(__func__, touch, profileOf, mode, within(0, 3), touchScreenNeeded);
+    return setField(__func__, touch, at<&Unit::touch, &Touch::profile>, mode, oneOf(profileNames),
+                    touchScreenNeeded);
 }
 
 // The setting that restores the defaults holds nothing and reads as 0.
 ApiError TouchScreen_getAdvancedSetting(TouchScreenHandle touch, std::int32_t setting, std::uint16_t* value)
 {
-    const Reading work = [&](const Unit& unit) -> ApiError
+    const auto get = [&](const Unit& unit)
     {
-        if (const ApiError lack = touchScreenNeeded(unit); lack != success)
-            return lack;
         if (!isStored(setting) && setting != restoreDefaults)
             return outOfRange;
         *value =
             isStored(setting) ? unit.touch.settings[static_cast<std::size_t>(setting)] : std::uint16_t{0};
         return success;
     };
-    return reading(__func__, touch, work, setting, out(value));
+    return reading(__func__, touch, needing(touchScreenNeeded, get), setting, out(value));
 }
 
 ApiError TouchScreen_setAdvancedSetting(TouchScreenHandle touch, std::int32_t setting, std::uint16_t value)
 {
-    const Change work = [&](Unit& unit) -> ApiError
+    const auto set = [&](Unit& unit)
     {
-        if (const ApiError lack = touchScreenNeeded(unit); lack != success)
-            return lack;
         if (setting == restoreDefaults)
             unit.touch.settings = Touch{}.settings;
         else if (!isStored(setting) || (setting == useDejitter && value > 1))
@@ -70,5 +62,5 @@ ApiError TouchScreen_setAdvancedSetting(TouchScreenHandle touch, std::int32_t se
             unit.touch.settings[static_cast<std::size_t>(setting)] = value;
         return success;
     };
-    return changing(__func__, touch, work, setting, value);
+    return changing(__func__, touch, needing(touchScreenNeeded, set), setting, value);
 }
