@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <fcntl.h>
+#include <string>
 #include <unistd.h>
 #include <utility>
 
@@ -43,3 +45,13 @@ public:
 private:
     int descriptor = -1;
 };
+
+// Opens a file as seen from the folder `base`, or AT_FDCWD. Never as one of the three standard descriptors:
+// where the program is started without one of them, it would print into the file or take its input from it.
+inline File openFile(int base, const std::string& path, int flags, mode_t mode = 0)
+{
+    File file(::openat(base, path.c_str(), flags | O_CLOEXEC, mode));
+    if (!file.isOpen() || file.get() > STDERR_FILENO)
+        return file;
+    return File(::fcntl(file.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+}

@@ -1,8 +1,7 @@
 #include "firmware_job.h"
 
-#include "file.h"
 #include "intel_hex.h"
-#include "store.h"
+#include "place.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -10,7 +9,6 @@
 #include <fcntl.h>
 #include <optional>
 #include <sha2.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <thread>
 
@@ -80,7 +78,7 @@ bool isRegular(const File& file)
 // False when the file can not be read. A pipe or a device is none: it may never begin or never end.
 bool readFile(const std::string& path, std::string& text)
 {
-    const File file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    const File file = openFile(AT_FDCWD, path, O_RDONLY | O_NONBLOCK);
     if (!file.isOpen() || !isRegular(file))
         return false;
     char block[65536];
@@ -235,11 +233,8 @@ ApiError startFirmwareJob(const Unit& unit, FirmwareTarget target, FirmwareTask 
 {
     if (job && !isOver(*job))
         return jobRunning;
-    const std::string beside = unitPath() + ".job";
-    File lock(::open(beside.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, 0666));
+    File lock = tryLock(unitPlace(), ".job");
     if (!lock.isOpen())
-        return unitFileUnwritable;
-    if (::flock(lock.get(), LOCK_EX | LOCK_NB) != 0)
         return jobRunning;
     const std::chrono::milliseconds pace(unit.firmware.pace);
     job.emplace(Job{target, task, path, std::move(lock), pace, Clock::now()});

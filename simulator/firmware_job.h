@@ -21,7 +21,7 @@ enum class FirmwareTask
 };
 
 // Begins a job; it does nothing before the first status call. One job runs on a unit at a time, whatever the
-// number of processes.
+// number of processes. Throws StoreError.
 ApiError startFirmwareJob(const Unit& unit, FirmwareTarget target, FirmwareTask task, const char* path);
 
 // Waits until the job has something new to tell. Does not wait without a job.

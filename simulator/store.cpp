@@ -1,17 +1,13 @@
 #include "store.h"
 
-#include "file.h"
 #include "json.h"
+#include "place.h"
 #include "unit_json.h"
 
 #include <cerrno>
-#include <climits>
-#include <cstdlib>
-#include <cstring>
 #include <ctime>
 #include <fcntl.h>
 #include <optional>
-#include <sys/file.h>
 #include <sys/stat.h>
 
 namespace
@@ -33,16 +29,6 @@ struct Snapshot
 std::optional<Snapshot> snapshot;
 
 constexpr auto unchanged = static_cast<uid_t>(-1); // to fchown
-
-[[noreturn]] void fail(Code code, const std::string& path, const std::string& what)
-{
-    throw StoreError(code, path + ": " + what);
-}
-
-[[noreturn]] void failWithErrno(Code code, const std::string& path)
-{
-    fail(code, path, std::strerror(errno));
-}
 
 bool sameTime(const timespec& one, const timespec& other)
 {
@@ -67,12 +53,6 @@ bool isSnapshot(const struct stat& status)
     return snapshot && snapshot->settled && status.st_dev == snapshot->status.st_dev &&
            status.st_ino == snapshot->status.st_ino && status.st_size == snapshot->status.st_size &&
            sameTime(status.st_ctim, snapshot->status.st_ctim);
-}
-
-// With the slash at its end; empty for the working folder.
-std::string folderOf(const std::string& path)
-{
-    return path.substr(0, path.rfind('/') + 1);
 }
 
 std::string readAll(const File& file, const std::string& path)
@@ -136,169 +116,123 @@ Unit toUnit(const Json& json, const std::string& path)
 }
 
 // Brings the snapshot up to date. False when there is no file.
-bool load(const std::string& path)
+bool load(const Place& place)
 {
     struct stat status
     {
     };
-    if (::stat(path.c_str(), &status) == 0 && isSnapshot(status))
+    if (::fstatat(place.folder.get(), place.name.c_str(), &status, 0) == 0 && isSnapshot(status))
         return true;
 
     // Not waiting for what stands at the other end of a pipe.
-    File file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    File file = openFile(place.folder.get(), place.name, O_RDONLY | O_NONBLOCK);
     const timespec now = fileClock();
     if (!file.isOpen() && errno == ENOENT)
         return false;
     if (!file.isOpen() || ::fstat(file.get(), &status) != 0)
-        failWithErrno(unitFileUnreadable, path);
+        failWithErrno(unitFileUnreadable, place.path);
     if (!S_ISREG(status.st_mode))
-        fail(unitFileUnreadable, path, "not a regular file");
+        fail(unitFileUnreadable, place.path, "not a regular file");
 
-    Json json = parse(readAll(file, path), path);
-    Unit unit = toUnit(json, path);
+    Json json = parse(readAll(file, place.path), place.path);
+    Unit unit = toUnit(json, place.path);
     const bool settled = isBefore(status.st_ctim, now);
     snapshot.emplace(Snapshot{std::move(file), status, settled, std::move(json), std::move(unit)});
     return true;
 }
 
-// Gives the new file the permissions of the old one. The owner can be kept by root alone, the group by its
-// members.
-void keepAccess(const File& file, const struct stat& old, const std::string& path)
+// Gives the new file the access that there was to the old one. The owner can be kept by root alone, the group
+// by its members. A group that can not be kept leaves nothing to the one in its place.
+bool keepAccess(const File& file, const struct stat& old)
 {
-    if (::fchmod(file.get(), old.st_mode & 0777) != 0 ||
-        (::fchown(file.get(), unchanged, old.st_gid) != 0 && errno != EPERM) ||
-        (::fchown(file.get(), old.st_uid, unchanged) != 0 && errno != EPERM))
-        failWithErrno(unitFileUnwritable, path);
+    mode_t mode = old.st_mode & 0777;
+    if (::fchown(file.get(), unchanged, old.st_gid) != 0)
+    {
+        if (errno != EPERM)
+            return false;
+        mode = (mode & ~static_cast<mode_t>(S_IRWXG)) | (mode & S_IRWXO) << 3;
+    }
+    return (::fchown(file.get(), old.st_uid, unchanged) == 0 || errno == EPERM) &&
+           ::fchmod(file.get(), mode) == 0;
 }
 
 // Replaces the unit's file. A process that is killed here leaves the old file or the new one.
-void save(const std::string& path, const Json& json)
+void save(const Place& place, const Json& json)
 {
+    const int folder = place.folder.get();
+    const std::string beside = place.name + ".new";
+    const std::string besidePath = place.path + ".new";
     struct stat old
     {
     };
-    const bool replaces = ::stat(path.c_str(), &old) == 0;
-    if (replaces && ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0)
-        failWithErrno(unitFileUnwritable, path);
+    const bool replaces = ::fstatat(folder, place.name.c_str(), &old, 0) == 0;
+    if (replaces && ::faccessat(folder, place.name.c_str(), W_OK, AT_EACCESS) != 0)
+        failWithErrno(unitFileUnwritable, place.path);
 
-    const std::string beside = path + ".new";
-    ::unlink(beside.c_str());
-    const File file(::open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    // What a killed process left.
+    if (::unlinkat(folder, beside.c_str(), 0) != 0 && errno != ENOENT)
+        failWithErrno(unitFileUnwritable, besidePath);
+    // Nobody else looks into it before it has the access of the old one.
+    const File file = openFile(folder, beside, O_WRONLY | O_CREAT | O_EXCL, replaces ? 0600 : 0666);
     if (!file.isOpen())
-        failWithErrno(unitFileUnwritable, beside);
+        failWithErrno(unitFileUnwritable, besidePath);
     try
     {
-        if (replaces)
-            keepAccess(file, old, beside);
-        writeAll(file, json.dump(2) + "\n", beside);
+        if (replaces && !keepAccess(file, old))
+            failWithErrno(unitFileUnwritable, besidePath);
+        writeAll(file, json.dump(2) + "\n", besidePath);
         if (::fsync(file.get()) != 0)
-            failWithErrno(unitFileUnwritable, beside);
-        if (::rename(beside.c_str(), path.c_str()) != 0)
-            failWithErrno(unitFileUnwritable, path);
+            failWithErrno(unitFileUnwritable, besidePath);
+        if (::renameat(folder, beside.c_str(), folder, place.name.c_str()) != 0)
+            failWithErrno(unitFileUnwritable, place.path);
     }
-    catch (const StoreError&)
+    catch (...)
     {
-        ::unlink(beside.c_str());
+        ::unlinkat(folder, beside.c_str(), 0);
         throw;
     }
 
-    const std::string folder = folderOf(path);
-    const File directory(::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const File directory = openFile(folder, ".", O_RDONLY | O_DIRECTORY);
     if (directory.isOpen())
         ::fsync(directory.get());
 }
 
-File lock(const std::string& path)
+File lock(const Place& place)
 {
-    const std::string beside = path + ".lock";
-    File file(::open(beside.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, 0666));
-    if (!file.isOpen())
-        failWithErrno(unitFileUnwritable, beside);
-    while (::flock(file.get(), LOCK_EX) != 0)
-        if (errno != EINTR)
-            failWithErrno(unitFileUnwritable, beside);
-    return file;
+    return takeLock(place, ".lock");
 }
 
-void makeFolders(const std::string& path)
+void makeUnit(const Place& place)
 {
-    for (auto slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1))
-    {
-        const std::string folder = path.substr(0, slash);
-        if (::mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST && errno != EISDIR)
-            failWithErrno(unitFileUnwritable, folder);
-    }
+    const File locked = lock(place);
+    if (!load(place))
+        save(place, unitToJson(Unit{}));
 }
 
-const char* environment(const char* name)
+void loadOrMake(const Place& place)
 {
-    const char* value = std::getenv(name);
-    return value && *value ? value : nullptr;
-}
-
-void makeUnit(const std::string& path)
-{
-    if (!environment("QVAUX_UNIT"))
-        makeFolders(path);
-    const File locked = lock(path);
-    if (!load(path))
-        save(path, unitToJson(Unit{}));
-}
-
-void loadOrMake(const std::string& path)
-{
-    if (load(path))
+    if (load(place))
         return;
-    makeUnit(path);
-    if (!load(path))
-        failWithErrno(unitFileUnreadable, path);
-}
-
-// Links are followed, so that the file behind them is replaced and not a link, whether or not it is there
-// yet.
-std::string withoutLinks(const std::string& path)
-{
-    if (char* real = ::realpath(path.c_str(), nullptr))
-    {
-        std::string found = real;
-        std::free(real);
-        return found;
-    }
-    char target[PATH_MAX];
-    const ssize_t length = errno == ENOENT ? ::readlink(path.c_str(), target, sizeof target) : -1;
-    if (length <= 0)
-        return path;
-    const std::string next(target, static_cast<std::size_t>(length));
-    return withoutLinks(next.front() == '/' ? next : folderOf(path) + next);
+    makeUnit(place);
+    if (!load(place))
+        failWithErrno(unitFileUnreadable, place.path);
 }
 
 } // namespace
 
-std::string unitPath()
-{
-    if (const char* file = environment("QVAUX_UNIT"))
-        return withoutLinks(file);
-    if (const char* state = environment("XDG_STATE_HOME"))
-        return withoutLinks(std::string(state) + "/qv-aux2/unit.json");
-    if (const char* home = environment("HOME"))
-        return withoutLinks(std::string(home) + "/.local/state/qv-aux2/unit.json");
-    throw StoreError(unitFileUnplaced,
-                     "neither QVAUX_UNIT, XDG_STATE_HOME nor HOME names a place for the unit file");
-}
-
 const Unit& currentUnit()
 {
-    loadOrMake(unitPath());
+    loadOrMake(unitPlace());
     return snapshot->unit;
 }
 
 ApiError changeUnit(const std::function<ApiError(Unit&)>& action)
 {
-    const std::string path = unitPath();
-    loadOrMake(path);
-    const File locked = lock(path);
-    if (!load(path))
-        failWithErrno(unitFileUnreadable, path);
+    const Place place = unitPlace();
+    loadOrMake(place);
+    const File locked = lock(place);
+    if (!load(place))
+        failWithErrno(unitFileUnreadable, place.path);
 
     Unit unit = snapshot->unit;
     const ApiError result = action(unit);
@@ -309,7 +243,7 @@ ApiError changeUnit(const std::function<ApiError(Unit&)>& action)
     {
         Json file = snapshot->json;
         updateJson(file, before, after);
-        save(path, file);
+        save(place, file);
     }
     return result;
 }

@@ -7,22 +7,10 @@
 
 #pragma once
 
-#include "codes.h"
+#include "store_error.h"
 #include "unit.h"
 
 #include <functional>
-#include <stdexcept>
-#include <string>
-
-// The unit can not be reached. The text names the file and the place in it.
-struct StoreError : std::runtime_error
-{
-    StoreError(Code reason, const std::string& text) : std::runtime_error(text), code(reason)
-    {
-    }
-
-    Code code;
-};
 
 // The unit as its file says now; made with the defaults when there is no file. The reference holds until
 // the next call of the store. Throws StoreError.
@@ -31,6 +19,3 @@ const Unit& currentUnit();
 // Runs `action` on the unit and saves what it changed, all under the lock. Throws StoreError; the file is
 // then as it was.
 ApiError changeUnit(const std::function<ApiError(Unit&)>& action);
-
-// The path of the unit's file. Throws StoreError when the environment names none.
-std::string unitPath();

@@ -19,7 +19,7 @@ bool tracing()
 // A trace that can not be written is given up without a word: it must not change what the caller sees.
 void appendToTrace(const std::string& line)
 {
-    const File file(::open(tracePath(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666));
+    const File file = openFile(AT_FDCWD, tracePath(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK, 0666);
     if (file.isOpen() && ::write(file.get(), line.data(), line.size()) < 0)
         return;
 }

@@ -168,7 +168,7 @@ TEST(Store, FailsWhereTheFolderIsNotThere)
     const TemporaryFolder folder;
     const Outcome outcome = runOn(folder / "none/unit.json", "--buzzer --volume=40");
     EXPECT_EQ(outcome.output, cannotBeWritten);
-    EXPECT_EQ(outcome.errors, complaint(folder / "none/unit.json.lock", "No such file or directory"));
+    EXPECT_EQ(outcome.errors, complaint(folder / "none/unit.json", "No such file or directory"));
 }
 
 TEST(Store, FailsWhereAFolderCanNotBeMade)
@@ -329,7 +329,7 @@ TEST(Store, WritesNoResultWhereTheCallCanNotBeCounted)
     std::uint16_t volume = 4711;
     testing::internal::CaptureStderr();
     EXPECT_EQ(Buzzer_getVolume(buzzer, &volume), 67u);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), complaint(unit.file() + ".new", "File exists"));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), complaint(unit.file() + ".new", "Is a directory"));
     EXPECT_EQ(volume, 4711);
 }
 
