@@ -452,13 +452,11 @@ TEST(Firmware, HandsAFolderWithTheRightNameToTheUnit)
 
 TEST(Firmware, LooksWhetherTheFileIsThereAndNotWhetherItCanBeRead)
 {
-    const TemporaryFolder copies;
     const FirmwareUnit unit;
     std::filesystem::permissions(unit.hex, std::filesystem::perms::none);
-    Command command =
-        unprivilegedProgramOn(copies, unit.file(), "--advanced --update=SS --filepath=" + unit.hex);
+    Command command = programOn(unit.file(), "--advanced --update=SS --filepath=" + unit.hex);
     command.input = "no\n";
-    EXPECT_EQ(runCommand(command).output, fileCorrect + upgradeQuestion + "Upgrade aborted.\n");
+    EXPECT_EQ(Nobody().run(command).output, fileCorrect + upgradeQuestion + "Upgrade aborted.\n");
 }
 
 TEST(Firmware, GoesAheadAtYesAlone)

@@ -595,6 +595,19 @@ TEST(FirmwareJob, KeepsItsPaceWithoutBurningTheProcessor)
     EXPECT_LT(outcome.processorTime, time.count() / 4);
 }
 
+TEST(FirmwareJob, KeepsItsPaceWhileTheClockJumps)
+{
+    FirmwareUnit unit;
+    unit.set("/firmware/pace", 100); // ms
+    Command command = programOn(unit.file(), "--advanced --update=SS --force --filepath=" + unit.hex);
+    command.environment["STAND_IN_CLOCK"] = "jumps";
+    const auto begin = Clock::now();
+    EXPECT_EQ(runCommand(command).output, upgraded);
+    const std::chrono::duration<double> time = Clock::now() - begin;
+    EXPECT_GE(time.count(), 6 * 0.1);
+    EXPECT_LT(time.count(), 60);
+}
+
 TEST(FirmwareJob, ReadsALargeFileInShortTime)
 {
     FirmwareUnit unit;

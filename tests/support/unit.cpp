@@ -97,30 +97,30 @@ Command programOn(const std::string& unit, const std::string& arguments)
     return programOn(unit, split(arguments));
 }
 
-Command unprivilegedProgramOn(const TemporaryFolder& copies, const std::string& unit,
-                              const std::string& arguments)
-{
-    const auto copy = [&](const std::string& file)
-    {
-        const std::string to = copies / std::filesystem::path(file).filename();
-        std::filesystem::copy(file, to);
-        return to;
-    };
-    Command command = programOn(unit, arguments);
-    std::ranges::replace(command.words, programPath(), copy(programPath()));
-    copy(simulatorFolder() + "/libqv-aux2.so.2.11");
-    command.environment["LD_LIBRARY_PATH"] = copies.path;
-    command.environment["LD_PRELOAD"] = copy(standIns());
-    command.unprivileged = true;
-    return command;
-}
-
 Command throughShell(const std::string& script, Command command)
 {
-    const std::vector<std::string> shell = {"/bin/sh", "-c", script, "sh"};
+    // The stand-ins are not made for the shell where the program is for another processor.
+    const std::vector<std::string> shell = {
+        "/bin/sh", "-c", script, "sh", "env", "LD_PRELOAD=" + command.environment["LD_PRELOAD"]};
     command.words.insert(command.words.begin(), shell.begin(), shell.end());
     command.environment.erase("LD_PRELOAD");
     return command;
+}
+
+Nobody::Nobody()
+{
+    std::filesystem::copy(programPath(), copies / "fobrob");
+    std::filesystem::copy(simulatorFolder() + "/libqv-aux2.so.2.11", copies / "libqv-aux2.so.2.11");
+    std::filesystem::copy(standIns(), copies / "stand-ins.so");
+}
+
+Outcome Nobody::run(Command command) const
+{
+    std::ranges::replace(command.words, programPath(), copies / "fobrob");
+    command.environment["LD_LIBRARY_PATH"] = copies.path;
+    command.environment["LD_PRELOAD"] = copies / "stand-ins.so";
+    command.unprivileged = true;
+    return runCommand(command);
 }
 
 Unit::Unit(const std::string& keys)

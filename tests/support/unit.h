@@ -27,12 +27,7 @@ std::string lines(std::initializer_list<std::string> list);
 Command programOn(const std::string& unit, const std::string& arguments);
 Command programOn(const std::string& unit, const std::vector<std::string>& arguments);
 
-// The same for a run by nobody, who may not look into every build folder: it is on copies, in `copies`.
-Command unprivilegedProgramOn(const TemporaryFolder& copies, const std::string& unit,
-                              const std::string& arguments);
-
-// The command as "$@" of a shell script. Without the stand-ins, which are not made for the shell where the
-// program is for another processor.
+// The command as "$@" of a shell script.
 Command throughShell(const std::string& script, Command command);
 
 // Where the program under test is found, and what stands in for the world around it. All of it is in one
@@ -46,6 +41,18 @@ std::string standIns();           // loaded before the program
 
 // Whether the program under test has numbers (`long`) of 64 bits, or such of 32 that stop at 2147483647.
 bool isProgram64Bit();
+
+// Runs commands as nobody, if the tests run as root. Nobody may not look into every build folder, so these
+// are on copies of the program and the simulated unit.
+class Nobody
+{
+public:
+    Nobody();
+    Outcome run(Command command) const;
+
+private:
+    TemporaryFolder copies;
+};
 
 class Unit
 {

@@ -1,0 +1,167 @@
+// Standard input, output and error output that are closed, full or go away.
+
+#include "support/firmware_unit.h"
+#include "support/terminal.h"
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <sys/wait.h>
+
+namespace
+{
+
+const std::string makesTwoSettings = "--buzzer --frequency=800 --volume=40";
+const Calls callsOfTwoSettings =
+    callsOn("Buzzer", {"Buzzer_setFrequency(800) = 0", "Buzzer_setVolume(40) = 0"});
+
+// One run of the program, with what a shell does before it.
+struct ShellRun
+{
+    ShellRun(Unit& unit, const std::string& script, const std::string& arguments)
+    {
+        Command command = throughShell(script, programOn(unit.file(), arguments));
+        command.environment["QVAUX_TRACE"] = unit.folder / "trace";
+        command.input = unit.input;
+        writeFile(unit.folder / "trace", "");
+        outcome = runCommand(command);
+        calls = readFile(unit.folder / "trace");
+    }
+
+    Outcome outcome;
+    std::string calls;
+};
+
+std::string text(const Calls& calls)
+{
+    std::string all;
+    for (const std::string& call : calls)
+        all += call + "\n";
+    return all;
+}
+
+// The unit's files and the call trace are opened by the program; none of them may come to stand where
+// standard input or output is expected.
+TEST(Streams, MayBeClosedInEveryCombination)
+{
+    for (unsigned closed = 0; closed < 8; ++closed)
+    {
+        const std::string script = std::string("exec \"$@\"") + (closed & 1 ? " <&-" : "") +
+                                   (closed & 2 ? " >&-" : "") + (closed & 4 ? " 2>&-" : "");
+        SCOPED_TRACE(script);
+        const auto ifOpen = [&](unsigned stream, const std::string& what)
+        { return closed & stream ? "" : what; };
+
+        Unit unit(R"({"buzzer": {"volume": 5}})");
+        const ShellRun change(unit, script, makesTwoSettings + " --none");
+        EXPECT_EQ(change.outcome.status, 0);
+        EXPECT_EQ(change.outcome.output,
+                  ifOpen(2, "Buzzer frequency set to: 800 Hz.\nBuzzer volume set to: 40\n"));
+        EXPECT_THAT(change.outcome.errors, testing::EndsWith(ifOpen(4, "unrecognized option '--none'\n")));
+        EXPECT_EQ(change.calls, text(callsOfTwoSettings));
+        EXPECT_EQ(unit.content(), nlohmann::json::parse(R"({"buzzer": {"volume": 40, "frequency": 800}})"));
+
+        FirmwareUnit asked;
+        const std::string before = readFile(asked.file());
+        const ShellRun question(asked, script, "--advanced --verify=Front --filepath=" + asked.hex);
+        EXPECT_EQ(question.outcome.status, 0);
+        EXPECT_EQ(question.calls.find("FirmwareUpgrade_start") != std::string::npos, !(closed & 1));
+        EXPECT_EQ(readFile(asked.file()), before);
+
+        Unit damaged;
+        writeFile(damaged.file(), "{");
+        const ShellRun complaint(damaged, script, makesTwoSettings);
+        EXPECT_EQ(complaint.outcome.status, 0);
+        EXPECT_EQ(complaint.outcome.output, ifOpen(2, "setFrequency: The unit file is damaged\n"
+                                                      "setVolume: The unit file is damaged\n"));
+        EXPECT_EQ(readFile(damaged.file()), "{");
+    }
+}
+
+TEST(Streams, MakeNoDifferenceToTheUnitWhereOutputIsFull)
+{
+    for (const char* script :
+         {"exec \"$@\" >/dev/full", "exec \"$@\" 2>/dev/full", "exec \"$@\" >/dev/full 2>&1"})
+    {
+        SCOPED_TRACE(script);
+        Unit unit;
+        const ShellRun run(unit, script, makesTwoSettings + " --none");
+        EXPECT_EQ(run.outcome.status, 0);
+        EXPECT_EQ(run.calls, text(callsOfTwoSettings));
+        EXPECT_EQ(unit["/buzzer/volume"], 40);
+    }
+}
+
+TEST(Streams, MakeNoDifferenceToFirmwareWorkWhereOutputIsFull)
+{
+    FirmwareUnit unit;
+    const ShellRun run(unit, "exec \"$@\" >/dev/full", "--advanced --update=Front --filepath=" + unit.hex);
+    EXPECT_EQ(run.outcome.status, 0);
+    EXPECT_NE(unit["/firmware/front/digest"], nullptr);
+}
+
+// Standard output becomes a pipe whose reader has gone.
+const std::string nobodyReads = "exec 3<>\"$PIPE\" 4>\"$PIPE\" 3<&-; exec \"$@\" >&4";
+
+TEST(Streams, MakeNoDifferenceToTheUnitWhereTheReaderGoesAwayAndTheSignalIsIgnored)
+{
+    Unit unit;
+    const std::string pipe = "PIPE=" + (unit.folder / "pipe") + "; mkfifo \"$PIPE\"; ";
+    const ShellRun run(unit, "trap '' PIPE; " + pipe + nobodyReads, makesTwoSettings);
+    EXPECT_EQ(run.outcome.status, 0);
+    EXPECT_EQ(run.calls, text(callsOfTwoSettings));
+    EXPECT_EQ(unit["/buzzer/volume"], 40);
+}
+
+// The system's way with programs whose output nobody reads: the first line that can not be written is the
+// end.
+TEST(Streams, EndTheProgramBySignalWhereTheReaderGoesAway)
+{
+    Unit unit;
+    const std::string pipe = "PIPE=" + (unit.folder / "pipe") + "; mkfifo \"$PIPE\"; ";
+    const ShellRun run(unit, "exec env --default-signal=PIPE sh -c '" + pipe + nobodyReads + "' sh \"$@\"",
+                       makesTwoSettings);
+    EXPECT_TRUE(WIFSIGNALED(run.outcome.status) && WTERMSIG(run.outcome.status) == SIGPIPE)
+        << run.outcome.status;
+    EXPECT_EQ(run.calls, "GetBuzzer() = handle\nBuzzer_setFrequency(800) = 0\n");
+    EXPECT_EQ(unit.content(), nlohmann::json::parse(R"({"buzzer": {"frequency": 800}})"));
+    EXPECT_EQ(unit.run("--buzzer --volume=40").output, "Buzzer volume set to: 40\n");
+}
+
+TEST(Streams, TakeTheEndOfInputForARefusal)
+{
+    FirmwareUnit unit;
+    for (const char* script : {"exec \"$@\" </dev/null", "exec \"$@\" <&-", "exec \"$@\" </",
+                               "printf yes | (read none; exec \"$@\")"})
+    {
+        SCOPED_TRACE(script);
+        const ShellRun run(unit, script, "--advanced --verify=Front --filepath=" + unit.hex);
+        EXPECT_THAT(run.outcome.output, testing::EndsWith("[yes/no]?\nVerify aborted.\n"));
+        EXPECT_EQ(run.calls.find("FirmwareUpgrade_start"), std::string::npos);
+        EXPECT_THAT(run.calls, testing::HasSubstr("FirmwareUpgrade_release() = 0\n"));
+    }
+}
+
+// Nothing is held while the answer is waited for, nothing has been begun, and the shell's Ctrl-C is the end
+// of it.
+TEST(Streams, WaitForAnAnswerUntilTheyAreInterrupted)
+{
+    FirmwareUnit unit;
+    Command command = programOn(unit.file(), "--advanced --update=Front --filepath=" + unit.hex);
+    command.environment["QVAUX_TRACE"] = unit.folder / "waiting";
+    Terminal terminal(command);
+    ASSERT_TRUE(terminal.sees("Do you wish to continue [yes/no]?"));
+    const std::string before = readFile(unit.file());
+    EXPECT_EQ(unit.run("--advanced --verify=Front --force --filepath=" + unit.hex).output.find("Another"),
+              std::string::npos);
+    EXPECT_EQ(readFile(unit.file()), before);
+
+    terminal.type("ye\x03"); // Ctrl-C
+    const int status = terminal.end();
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGINT) << status;
+    EXPECT_EQ(readFile(unit.file()), before);
+    EXPECT_EQ(readFile(unit.folder / "waiting"),
+              "GetFirmwareUpgrade() = handle\nGetAbout() = handle\nAbout_getIsDisplayAvailable([1]) = 0\n");
+}
+
+} // namespace

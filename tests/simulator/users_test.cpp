@@ -1,0 +1,162 @@
+// Two users of one unit: who runs the tests, and nobody. Without root both are the same, who owns every file.
+
+#include "support/unit.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+
+constexpr uid_t nobody = 65534;
+constexpr const char* changed = "Buzzer volume set to: 40\n";
+
+bool isRoot()
+{
+    return getuid() == 0;
+}
+
+struct stat statusOf(const std::string& file)
+{
+    struct stat status
+    {
+    };
+    EXPECT_EQ(stat(file.c_str(), &status), 0) << file;
+    return status;
+}
+
+void give(const std::string& file, uid_t user, mode_t mode)
+{
+    ASSERT_TRUE(chown(file.c_str(), user, static_cast<gid_t>(-1)) == 0 || !isRoot());
+    ASSERT_EQ(chmod(file.c_str(), mode), 0);
+}
+
+class Users : public testing::Test
+{
+protected:
+    Outcome run(uid_t user, const std::string& arguments, mode_t umaskOfIt)
+    {
+        const Command command = programOn(unit.file(), arguments);
+        const mode_t mask = umask(umaskOfIt);
+        Outcome outcome = user == nobody ? other.run(command) : runCommand(command);
+        umask(mask);
+        return outcome;
+    }
+
+    Outcome change(uid_t user, mode_t umaskOfIt = 022)
+    {
+        return run(user, "--buzzer --volume=40", umaskOfIt);
+    }
+
+    Outcome startJob(uid_t user)
+    {
+        const std::string file = unit.folder / "firmware.hex";
+        writeFile(file, "");
+        return run(user, "--advanced --verify=SS --force --filepath=" + file, 077);
+    }
+
+    std::string complaint(const std::string& ending, const std::string& what) const
+    {
+        return "libqv-aux2: " + unit.file() + ending + ": " + what + "\n";
+    }
+
+    const std::string before = R"({"buzzer": {"volume": 5}})";
+    Unit unit{before};
+    Nobody other;
+};
+
+// The first user's change makes the lock; the second one's must still be able to take it.
+TEST_F(Users, ChangeTheUnitInTurnAsThePermissionsOfItsFileSay)
+{
+    for (const uid_t owner : {uid_t{0}, nobody})
+        for (const mode_t mode : {0600u, 0644u, 0666u})
+            for (const uid_t first : {uid_t{0}, nobody})
+                for (mode_t umaskOfAll : {022u, 077u})
+                {
+                    SCOPED_TRACE(testing::Message()
+                                 << "of " << owner << ", mode " << std::oct << mode << ", first " << std::dec
+                                 << first << ", umask " << std::oct << umaskOfAll);
+                    std::filesystem::remove(unit.file() + ".lock");
+                    uid_t ownerNow = owner;
+                    for (const uid_t user : {first, first == 0 ? nobody : uid_t{0}})
+                    {
+                        writeFile(unit.file(), before);
+                        give(unit.file(), ownerNow, mode);
+                        const bool may = !isRoot() || user == 0 || user == ownerNow || mode == 0666;
+                        EXPECT_EQ(change(user, umaskOfAll).output == changed, may) << user;
+                        EXPECT_EQ(readFile(unit.file()) != before, may) << user;
+                        EXPECT_EQ(statusOf(unit.file()).st_mode & 0777, mode) << user;
+                        if (may && user == nobody)
+                            ownerNow = nobody; // for only root can give a file away
+                        EXPECT_EQ(statusOf(unit.file()).st_uid, isRoot() ? ownerNow : getuid()) << user;
+                        EXPECT_FALSE(fileExists(unit.file() + ".new")) << user;
+                    }
+                }
+}
+
+TEST_F(Users, LeaveTheGroupNothingWhereItCanNotBeKept)
+{
+    give(unit.file(), nobody, 0660);
+    const bool isForeign = chown(unit.file().c_str(), static_cast<uid_t>(-1), 1) == 0;
+    EXPECT_EQ(change(nobody).output, changed);
+    EXPECT_EQ(statusOf(unit.file()).st_mode & 0777, isForeign ? 0600u : 0660u);
+}
+
+// Where everybody may write but remove his own files alone, as in /tmp.
+TEST_F(Users, NeedTheFileToBeTheirsInAStickyFolder)
+{
+    chmod(unit.folder.path.c_str(), 01777);
+    give(unit.file(), 0, 0666);
+    ASSERT_EQ(change(0).output, changed);
+    writeFile(unit.file(), before);
+    const Outcome outcome = change(nobody);
+    EXPECT_EQ(outcome.errors, isRoot() ? complaint("", "Operation not permitted") : "");
+    EXPECT_EQ(readFile(unit.file()) == before, isRoot());
+    EXPECT_FALSE(fileExists(unit.file() + ".new"));
+
+    give(unit.file(), nobody, 0666);
+    EXPECT_EQ(change(nobody).output, changed);
+}
+
+// The kernel refuses to open the files of others there with O_CREAT (fs.protected_regular), even to root.
+TEST_F(Users, TakeTheLockOfAnotherInAStickyFolder)
+{
+    chmod(unit.folder.path.c_str(), 01777);
+    give(unit.file(), nobody, 0666);
+    ASSERT_EQ(change(nobody).output, changed);
+    EXPECT_EQ(change(0).output, changed);
+    EXPECT_EQ(statusOf(unit.file()).st_uid, isRoot() ? nobody : getuid());
+}
+
+TEST_F(Users, SeeWhoseLeftoverIsInTheWayInAStickyFolder)
+{
+    chmod(unit.folder.path.c_str(), 01777);
+    give(unit.file(), nobody, 0666);
+    writeFile(unit.file() + ".new", "");
+    EXPECT_EQ(change(nobody).errors, isRoot() ? complaint(".new", "Operation not permitted") : "");
+    EXPECT_EQ(change(0).output, changed);
+    EXPECT_EQ(change(nobody).output, changed);
+}
+
+TEST_F(Users, StartFirmwareJobsInTurn)
+{
+    unit.set("/firmware/pace", 0);
+    chmod(unit.file().c_str(), 0666);
+    const std::string ofRoot = startJob(0).output;
+    EXPECT_NE(ofRoot.find("Upgrade failed in state: Reading File.\n"), std::string::npos) << ofRoot;
+    EXPECT_EQ(startJob(nobody).output, ofRoot);
+}
+
+TEST_F(Users, AreToldOfTheJobsFileThatTheyMayNotOpen)
+{
+    writeFile(unit.file() + ".job", "");
+    give(unit.file() + ".job", 0, 0);
+    const Outcome outcome = startJob(nobody);
+    EXPECT_TRUE(outcome.output.ends_with("startSSVerification: The unit file can not be written\n"))
+        << outcome.output;
+    EXPECT_EQ(outcome.errors, complaint(".job", "Permission denied"));
+}
+
+} // namespace
