@@ -14,11 +14,6 @@ Outcome check(const std::string& library, const std::string& tool = checker)
     return runCommand({{tool, library}, {{"PATH", "/usr/bin:/bin"}}});
 }
 
-int exitStatus(const Outcome& outcome)
-{
-    return WEXITSTATUS(outcome.status);
-}
-
 TEST(DeviceLibraryCheck, IsContentWithTheSimulatedUnit)
 {
     const std::string library = simulatorFolder() + "/libqv-aux2.so.2.11";

@@ -79,31 +79,9 @@ std::string between(const std::string& begin, const std::string& end, const std:
                : text.substr(at + begin.size(), text.find(end, at + begin.size()) - at - begin.size());
 }
 
-int exitStatus(const Outcome& outcome)
-{
-    return WIFEXITED(outcome.status) ? WEXITSTATUS(outcome.status) : -1;
-}
-
 Outcome runShell(const std::string& script)
 {
     return runCommand({.words = {"sh", "-euc", script}, .environment = {{"PATH", std::getenv("PATH")}}});
-}
-
-// Runs a command for which `fobrob` is the program on `unit`.
-Outcome runOn(const Unit& unit, const std::vector<std::string>& words,
-              std::map<std::string, std::string> environment = {})
-{
-    const Command program = programOn(unit.file(), "");
-    std::string starter = "#!/bin/sh\nexec env";
-    for (const auto& [name, value] : program.environment)
-        starter += " '" + name + "=" + value + "'";
-    for (const std::string& word : program.words)
-        starter += " '" + word + "'";
-    const TemporaryFolder bin;
-    writeFile(bin / "fobrob", starter + " \"$@\"\n");
-    std::filesystem::permissions(bin / "fobrob", std::filesystem::perms::all);
-    environment.insert({"PATH", bin.path + ":/usr/bin:/bin"});
-    return runCommand({.words = words, .environment = environment});
 }
 
 TEST(Integration, ShowsTheExamplesAsTheyAre)

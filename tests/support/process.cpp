@@ -80,6 +80,11 @@ void executeCommand(const Command& command)
     _exit(127);
 }
 
+int exitStatus(const Outcome& outcome)
+{
+    return WIFEXITED(outcome.status) ? WEXITSTATUS(outcome.status) : -1;
+}
+
 Outcome runCommand(const Command& command)
 {
     const TemporaryFolder folder;

@@ -22,6 +22,9 @@ struct Outcome
     double processorTime; // seconds, of the user and the system
 };
 
+// -1 where a signal ended it.
+int exitStatus(const Outcome& outcome);
+
 // A command that does not end within two minutes is killed.
 Outcome runCommand(const Command& command);
 

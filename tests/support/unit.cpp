@@ -215,3 +215,24 @@ void Unit::shutDown()
 {
     run("--advanced --shutdown");
 }
+
+// What is preloaded must not be preloaded into the command, which may be for another processor.
+Outcome runOn(const Unit& unit, const std::vector<std::string>& words,
+              std::map<std::string, std::string> environment)
+{
+    Command program = programOn(unit.file(), "");
+    environment.insert(program.environment.extract("QVAUX_UNIT"));
+    std::string starter = "#!/bin/sh\nexec env";
+    for (const auto& [name, value] : program.environment)
+        starter += " '" + name + "=" + value + "'";
+    for (const std::string& word : program.words)
+        starter += " '" + word + "'";
+    const TemporaryFolder bin;
+    for (const std::string name : {"fobrob", "fobrob-sim"})
+    {
+        writeFile(bin / name, starter + " \"$@\"\n");
+        std::filesystem::permissions(bin / name, std::filesystem::perms::all);
+    }
+    environment.insert({"PATH", bin.path + ":/usr/bin:/bin"});
+    return runCommand({.words = words, .environment = environment});
+}

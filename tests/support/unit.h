@@ -93,3 +93,7 @@ public:
 private:
     Result finish(const Command& command);
 };
+
+// Runs a command that finds the program, on the unit, under the names `fobrob` and `fobrob-sim`.
+Outcome runOn(const Unit& unit, const std::vector<std::string>& words,
+              std::map<std::string, std::string> environment = {});

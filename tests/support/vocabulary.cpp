@@ -1,0 +1,125 @@
+#include "support/vocabulary.h"
+
+#include "main/options.h"
+#include "support/unit.h"
+
+#include <algorithm>
+#include <cctype>
+#include <regex>
+
+namespace
+{
+
+std::string source(const std::string& file)
+{
+    return readFile(PROJECT_FOLDER "/src/" + file);
+}
+
+std::string sourceOf(const std::string& category)
+{
+    const std::string own = source("categories/" + category + ".cpp");
+    return category == "advanced" ? own + source("categories/firmware.cpp") : own;
+}
+
+std::vector<std::string> namesOf(const std::vector<std::string>& codes)
+{
+    std::vector<std::string> names;
+    for (const std::string& code : codes)
+        names.push_back(inSmallLetters(code));
+    return names;
+}
+
+// Whether a value must, may or can not follow the option.
+int argumentOf(const std::string& option)
+{
+    for (const auto* row = longOptions; row->name; ++row)
+        if (option == row->name)
+            return row->has_arg;
+    ADD_FAILURE() << "no option is named " << option;
+    return no_argument;
+}
+
+// Every word in the source that the program might compare a value with.
+Words candidates(const std::string& category)
+{
+    Words words;
+    for (const std::string& word : matches(R"|("([\w%]+)")|", sourceOf(category) + source("main/words.h")))
+        if (word.ends_with("%d"))
+            for (const char number : {'0', '1', '2', '3', '4'})
+                words.insert(word.substr(0, word.size() - 2) + number);
+        else
+            words.insert(word);
+    // Taken for the sake of those who write what they see, and shown to nobody.
+    words.erase("TS_CALIBTATION_WIDTH");
+    return words;
+}
+
+// The category as its options need it.
+std::string opening(const std::string& category)
+{
+    if (category == "about")
+        return "--about=RawEEPROM";
+    if (category == "advanced")
+        return "--advanced --filepath=/";
+    if (category == "can")
+        return "--can=CAN0";
+    if (category == "power")
+        return "--power=current";
+    return "--" + category;
+}
+
+bool isTaken(Unit& unit, const std::string& line)
+{
+    const std::string output = unit.run(line).output;
+    const auto says = [&](const char* text) { return output.find(text) != output.npos; };
+    return !output.empty() && !says("Invalid") && !says("out of range") && !says("full path");
+}
+
+Words taken(Unit& unit, const std::string& line, int argument, const Words& candidates)
+{
+    if (argument == no_argument)
+        return {""};
+    Words words = {"="};
+    if (argument == optional_argument && isTaken(unit, line))
+        words.insert("");
+    // What takes any word wants a number.
+    if (isTaken(unit, line + "=nonsense"))
+        return words;
+    for (const std::string& word : candidates)
+        if (isTaken(unit, line + "=" + word))
+            words.insert(inSmallLetters(word));
+    return words;
+}
+
+} // namespace
+
+Vocabulary vocabularyOfTheProgram()
+{
+    Unit unit;
+    Vocabulary vocabulary;
+    for (const std::string& category : namesOf(matches(R"(\{OPT_(\w+), handle)", source("main/main.cpp"))))
+    {
+        const Words words = candidates(category);
+        vocabulary["--" + category] = taken(unit, "--" + category, argumentOf(category), words);
+        for (const std::string& option : namesOf(matches(R"(\{OPT_(\w+), &)", sourceOf(category))))
+            vocabulary["--" + category + " --" + option] =
+                taken(unit, opening(category) + " --" + option, argumentOf(option), words);
+    }
+    return vocabulary;
+}
+
+std::string inSmallLetters(std::string text)
+{
+    std::ranges::transform(text, text.begin(),
+                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
+std::vector<std::string> matches(const std::string& pattern, const std::string& text)
+{
+    const std::regex expression(pattern);
+    std::vector<std::string> found;
+    for (std::sregex_iterator match(text.begin(), text.end(), expression), end; match != end; ++match)
+        found.push_back((*match)[1]);
+    return found;
+}
