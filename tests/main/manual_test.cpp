@@ -95,7 +95,11 @@ Words wordsOf(const std::string& entry)
     if (head.find(" = ") == head.npos || head.find(" Op = ") != head.npos)
         words.insert("");
     for (const std::string& line : matches(R"((?:^|\n)\.(.*))", entry))
-        words.merge(markedWords(line));
+    {
+        Words marked = markedWords(line);
+        words.merge(marked);
+        EXPECT_TRUE(marked.empty()) << "A word that is marked twice can be lost unnoticed:\n" << entry;
+    }
     return words;
 }
 
