@@ -10,16 +10,23 @@ shift
 category=${1%%=*}
 given=" "
 target=
+taker= # an option without a value, which takes the next word for it
 for word; do
-    given="$given${word%%=*} "
+    word=$taker$word
+    taker=
     case $word in
+    --eeprom | --setting | --update | --verify | --filepath) taker=$word= ;;
     --update=* | --verify=*) target=${word#*=} ;;
     esac
+    [ -n "$taker" ] || given="$given${word%%=*} "
 done
+typed=$taker$typed
 
 print_lines() # LINE...
 {
-    printf "%s\n" "$@"
+    for line; do
+        printf "%s\n" "${line#"$taker"}"
+    done
 }
 
 # A file is taken by what stands behind its last dot, and only by its full path.

@@ -128,6 +128,7 @@ TEST(Integration, BuildsAndInstallsByTheCommandsOfTheDocument)
     EXPECT_THAT(outcome.output, HasSubstr("/libqv-aux2.so.2.11 has every operation that fobrob calls\n"));
     EXPECT_FALSE(fileExists(sources / "build/unit/simulator"));
     EXPECT_TRUE(fileExists(work / "image/usr/share/man/man1/fobrob.1"));
+    EXPECT_TRUE(fileExists(work / "image/usr/share/zsh/site-functions/_fobrob"));
     EXPECT_TRUE(
         fileExists(work / "image/etc/systemd/system/multi-user.target.wants/fobrob-boot-completed.service"));
 
