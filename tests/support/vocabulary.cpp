@@ -43,10 +43,10 @@ int argumentOf(const std::string& option)
 Words candidates(const std::string& category)
 {
     Words words;
-    for (const std::string& word : matches(R"|("([\w%]+)")|", sourceOf(category) + source("main/words.h")))
-        if (word.ends_with("%d"))
+    for (const std::string& word : matches(R"|("(\w+)")|", sourceOf(category) + source("main/words.h")))
+        if (word == "CAN")
             for (const char number : {'0', '1', '2', '3', '4'})
-                words.insert(word.substr(0, word.size() - 2) + number);
+                words.insert(word + number);
         else
             words.insert(word);
     // Taken for the sake of those who write what they see, and shown to nobody.
