@@ -27,7 +27,7 @@ struct Sources
 
 // By channel number.
 constexpr std::int32_t channelCount = 24;
-static const char* const voltageChannelNames[channelCount] = {
+static const char voltageChannelNames[channelCount][11] = {
     "24VIN",      "24V", "12V", "12VID",   "5V",       "3V3",     "VTFT",  "5VSTB",
     "1V9",        "1V8", "1V5", "1V2",     "1V05",     "1V0",     "0V9",   "VREF_INT",
     "24V_BACKUP", "2V5", "1V1", "1V3_PER", "1V3_VDDA", "3V3STBY", "VPMIC", "VMAIN",

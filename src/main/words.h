@@ -8,7 +8,7 @@
 struct Word
 {
     std::int32_t value;
-    const char* text;
+    char text[56]; // in its place, for each pointer in a table is adjusted at every start
 };
 
 // The text of `value`, or `otherwise` when the table has none.
