@@ -1,15 +1,21 @@
 /* The least that a program can do for one command line: the same device calls, the same bytes, one write a
    line. Built once for each row of the table, with ROW naming its function. What a row prints is what the
-   device that answers at once and writes nothing leaves to print. */
+   device that answers at once and writes nothing, but that it has four CAN channels, leaves to print.
+
+   Which calls to make is known when it is built, and so is every line. The values of settings alone are given
+   on its command line, as text, as they are to fobrob. */
 
 #include "device/qv_aux2.h"
 
 #include <stdio.h>
+#include <stdlib.h>
 #include <string.h>
+#include <strings.h>
 #include <unistd.h>
 
-/* The other numbers stand in the lines as they come out; a double is left to the C library to format. */
-#define PUT_DOUBLE(format, ...)                                                                              \
+/* The numbers stand in the lines as they come out; but a double is left to the C library to format, and so is
+   the version of the program, as fobrob does it. */
+#define PUT_FORMATTED(format, ...)                                                                           \
     do                                                                                                       \
     {                                                                                                        \
         char line[64];                                                                                       \
@@ -21,6 +27,19 @@ static void put(const char* line)
 {
     if (write(STDOUT_FILENO, line, strlen(line)) < 0)
         _exit(1);
+}
+
+static char** values;
+
+static long number(int index)
+{
+    return strtol(values[index], NULL, 10);
+}
+
+/* In any case. Anything else is not looked for. */
+static int isWord(int index, const char* word)
+{
+    return strcasecmp(values[index], word) == 0;
 }
 
 static void lightsensor(void)
@@ -49,7 +68,7 @@ static void buzzer(void)
 static void buzzer_set(void)
 {
     BuzzerHandle buzzer = GetBuzzer();
-    Buzzer_setFrequency(buzzer, 800);
+    Buzzer_setFrequency(buzzer, (uint16_t)number(0));
     put("Buzzer frequency set to: 800 Hz.\n");
     Buzzer_release(buzzer);
 }
@@ -71,7 +90,7 @@ static void backlight(void)
 static void backlight_set(void)
 {
     BacklightHandle backlight = GetBacklight();
-    Backlight_setIntensity(backlight, 200);
+    Backlight_setIntensity(backlight, (uint8_t)number(0));
     put("Backlight intensity set to: 200\n");
     Backlight_release(backlight);
 }
@@ -83,7 +102,7 @@ static void led(void)
     uint8_t small = 0;
     int32_t state = 0;
     FrontLED_getSignal(led, &frequency, &small);
-    PUT_DOUBLE("LED Frequency: %g\n", frequency);
+    PUT_FORMATTED("LED Frequency: %g\n", frequency);
     FrontLED_getSignal(led, &frequency, &small);
     put("LED Duty Cycle: 0 %.\n");
     FrontLED_getStandardColor(led, &state);
@@ -100,7 +119,7 @@ static void led(void)
 static void led_set(void)
 {
     FrontLEDHandle led = GetFrontLED();
-    FrontLED_setStandardColor(led, 2);
+    FrontLED_setStandardColor(led, isWord(0, "BLUE") ? 2 : 0);
     put("LED color set to: BLUE\n");
     FrontLED_release(led);
 }
@@ -112,7 +131,27 @@ static void can(void)
     uint8_t count = 0;
     About_getNrOfCANConnections(about, &count);
     About_release(about);
-    put("Invalid argument: No valid arguments could be found.\n");
+    uint16_t baudrate = 0;
+    CanSetting_getBaudrate(can, 1, &baudrate);
+    put("CAN device 0 baud rate: 0\n");
+    CanSetting_getBaudrate(can, 2, &baudrate);
+    put("CAN device 1 baud rate: 0\n");
+    CanSetting_getBaudrate(can, 3, &baudrate);
+    put("CAN device 2 baud rate: 0\n");
+    CanSetting_getBaudrate(can, 4, &baudrate);
+    put("CAN device 3 baud rate: 0\n");
+    CanSetting_release(can);
+}
+
+static void can_set(void)
+{
+    CanSettingHandle can = GetCanSetting();
+    AboutHandle about = GetAbout();
+    uint8_t count = 0;
+    About_getNrOfCANConnections(about, &count);
+    About_release(about);
+    CanSetting_setBaudrate(can, isWord(0, "CAN1") ? 2 : 1, (uint16_t)number(1));
+    put("CAN device 1 baud rate set to: 250\n");
     CanSetting_release(can);
 }
 
@@ -128,7 +167,7 @@ static void heater(void)
 static void heater_set(void)
 {
     ConfigHandle config = GetConfig();
-    Config_setHeatingTempLimit(config, 5);
+    Config_setHeatingTempLimit(config, (int16_t)number(0));
     put("Heater temperature set to: 5 C.\n");
     Config_release(config);
 }
@@ -159,7 +198,7 @@ static void power_set(void)
 {
     PowerHandle power = GetPower();
     ConfigHandle config = GetConfig();
-    Power_setCanPowerStatus(power, 1);
+    Power_setCanPowerStatus(power, isWord(1, "Enable"));
     put("Current - CAN power status set to Enable.\n");
     Power_release(power);
     Config_release(config);
@@ -193,7 +232,7 @@ static void onoff(void)
 static void onoff_set(void)
 {
     ConfigHandle config = GetConfig();
-    Config_setShortButtonPressAction(config, 1);
+    Config_setShortButtonPressAction(config, isWord(0, "SUSPEND"));
     put("Short press set to: SUSPEND\n");
     Config_release(config);
 }
@@ -229,7 +268,7 @@ static void touch(void)
 static void touch_set(void)
 {
     TouchScreenHandle touch = GetTouchScreen();
-    TouchScreen_setMode(touch, 3);
+    TouchScreen_setMode(touch, isWord(0, "TOUCH") ? 3 : 0);
     put("TouchScreen profile set to: TOUCH\n");
     TouchScreen_release(touch);
 }
@@ -260,16 +299,27 @@ static void telematics(void)
 static void telematics_set(void)
 {
     TelematicsHandle telematics = GetTelematics();
-    Telematics_setWLANPowerStatus(telematics, 1);
+    Telematics_setWLANPowerStatus(telematics, isWord(0, "ENABLED"));
     put("WLAN power set to: ENABLED\n");
     Telematics_release(telematics);
+}
+
+static void put_program_version(void)
+{
+    PUT_FORMATTED("%s %d.%d.%d.%d\n", "fobrob", 2, 9, 0, 0);
+}
+
+static void program_version(void)
+{
+    put_program_version();
+    put("\nFobrob is the property of the Fobrob project.\n\nWritten by the Fobrob project.\n");
 }
 
 static void version(void)
 {
     AuxVersionHandle version = GetAuxVersion();
     uint8_t major = 0, minor = 0, release = 0, build = 0;
-    put("fobrob 2.9.0.0\n");
+    put_program_version();
     AuxVersion_getFPGAVersion(version, &major, &minor, &release, &build);
     put("FPGAVersion: 0.0.0.0\n");
     AuxVersion_getFrontVersion(version, &major, &minor, &release, &build);
@@ -330,7 +380,7 @@ static void about_adc(void)
     for (int32_t channel = 0; channel < 24; ++channel)
     {
         Adc_getVoltage(adc, channel, &volts);
-        PUT_DOUBLE("VOLTAGE_%s: Voltage=%g\n", names[channel], volts);
+        PUT_FORMATTED("VOLTAGE_%s: Voltage=%g\n", names[channel], volts);
     }
     QVAuxPrivate_release(privateAccess);
     Adc_release(adc);
@@ -347,6 +397,7 @@ static void about_diagnostic(void)
     DiagnosticTimer timer = {0};
     uint16_t number = 0;
     int16_t degrees = 0;
+    int16_t maximum = 0;
     int32_t status = 0;
     Diagnostic_getStartupReason(diagnostic, &number);
     GetStartupReasonStringA(number);
@@ -364,7 +415,7 @@ static void about_diagnostic(void)
     put("Total heat time=0 min(s)\n");
     put("Total run-time=0 min(s)\n");
     put("Total suspend time=0 min(s)\n");
-    Diagnostic_getMinMaxTemp(diagnostic, &degrees, &degrees);
+    Diagnostic_getMinMaxTemp(diagnostic, &degrees, &maximum);
     put("Min temp=0, max temp=0\n");
     Diagnostic_getPowerCycles(diagnostic, &number);
     put("Power cycles=0\n");
@@ -406,7 +457,7 @@ static void about_eeprom(void)
     About_getMainProdArtNr(about, text, sizeof text);
     put("Main prod art nr=\n");
     About_getNrOfCANConnections(about, &small);
-    put("Number of CAN connections=255\n");
+    put("Number of CAN connections=4\n");
     About_getNrOfETHConnections(about, &small);
     put("Number of ethernet connections=255\n");
     About_getNrOfSerialConnections(about, &small);
@@ -479,8 +530,10 @@ static void category_help(void)
     text();
 }
 
-int main(void)
+int main(int count, char** arguments)
 {
+    (void)count;
+    values = arguments + 1;
     ROW();
     return 0;
 }
