@@ -127,10 +127,13 @@ auto needing(Requirement requirement, Work work)
 }
 
 // The field of a unit at the end of a path of members: at<&Unit::buzzer, &Buzzer::volume>.
-template <auto... path>
-constexpr auto at = [](auto& unit) -> auto&
+template <auto member, auto... further>
+constexpr auto at = [](auto& record) -> auto&
 {
-    return (unit.*....*path);
+    if constexpr (sizeof...(further) == 0)
+        return record.*member;
+    else
+        return at<further...>(record.*member);
 };
 
 // An operation that reads one field. `field` gives the field of a unit.

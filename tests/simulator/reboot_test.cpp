@@ -38,6 +38,17 @@ std::vector<std::string> settings(Unit& unit)
     return lines;
 }
 
+TEST(Reboot, ComesWithTheNextProcess)
+{
+    Unit unit(R"({"diagnostic": {"powerCycles": 7}})");
+    unit.shutDown();
+    EXPECT_EQ(unit["/boot/running"], false);
+    unit.run("--buzzer --volume");
+    unit.run("--buzzer --volume");
+    EXPECT_EQ(unit["/boot/running"], true);
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], 8);
+}
+
 TEST(Reboot, CountsAPowerCycleWithTheNextCall)
 {
     Unit unit(R"({"diagnostic": {"powerCycles": 10}})");

@@ -570,6 +570,15 @@ TEST(Store, LosesNoChangeWhileItsFolderIsALinkNowAndThen)
 }
 
 // FOBROB_LOAD=100 makes it 100 runs of each.
+TEST(Store, CountsTheCallsOfAFaultAcrossProcesses)
+{
+    Unit unit;
+    unit.failsOnce("Buzzer_getVolume", 77, 1);
+    EXPECT_EQ(unit.run("--buzzer --volume").output, "Buzzer Volume: 1000\n");
+    EXPECT_EQ(unit.run("--buzzer --volume").output, "getVolume: Error 77\n");
+    EXPECT_EQ(unit.run("--buzzer --volume").output, "Buzzer Volume: 1000\n");
+}
+
 TEST(Store, CountsEveryRunOf64ProcessesAtOnce)
 {
     const char* const load = std::getenv("FOBROB_LOAD");

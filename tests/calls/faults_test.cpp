@@ -30,15 +30,6 @@ TEST(Faults, FailEveryCallAndLeaveTheFileAlone)
     EXPECT_EQ(readFile(unit.file()), before);
 }
 
-TEST(Faults, FailInOtherProcessesToo)
-{
-    Unit unit;
-    unit.failsOnce("Buzzer_getVolume", 77, 1);
-    EXPECT_EQ(unit.run("--buzzer --volume").output, "Buzzer Volume: 1000\n");
-    EXPECT_EQ(unit.run("--buzzer --volume").output, "getVolume: Error 77\n");
-    EXPECT_EQ(unit.run("--buzzer --volume").output, "Buzzer Volume: 1000\n");
-}
-
 TEST(Faults, FailFromTheNthCallOn)
 {
     const CalledUnit unit(R"({"faults": {"Buzzer_getVolume": {"code": 77, "skip": 2}}})");

@@ -1,9 +1,6 @@
 #include "device/qv_aux2.h"
 #include "support/called_unit.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 namespace
 {
 
@@ -36,31 +33,6 @@ TEST(Boot, BeginsWithTheNextCallAfterAShutdown)
     callTheUnit();
     EXPECT_EQ(unit["/boot/running"], true);
     EXPECT_EQ(unit["/boot/completed"], false);
-    EXPECT_EQ(unit["/diagnostic/powerCycles"], 8);
-}
-
-TEST(Boot, BeginsInAnotherProcess)
-{
-    Unit unit(R"({"diagnostic": {"powerCycles": 7}})");
-    unit.shutDown();
-    EXPECT_EQ(unit["/boot/running"], false);
-    unit.run("--buzzer --volume");
-    unit.run("--buzzer --volume");
-    EXPECT_EQ(unit["/boot/running"], true);
-    EXPECT_EQ(unit["/diagnostic/powerCycles"], 8);
-}
-
-TEST(Boot, BeginsOnceForManyProcesses)
-{
-    const CalledUnit unit(R"({"boot": {"running": false}, "diagnostic": {"powerCycles": 7}})");
-    for (int i = 0; i < 16; ++i)
-        if (fork() == 0)
-        {
-            callTheUnit();
-            _exit(0);
-        }
-    for (int i = 0; i < 16; ++i)
-        wait(nullptr);
     EXPECT_EQ(unit["/diagnostic/powerCycles"], 8);
 }
 

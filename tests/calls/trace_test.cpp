@@ -4,8 +4,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace
 {
@@ -152,25 +150,6 @@ TEST(Trace, ChangesNothingWhereItCanNotBeWritten)
         EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     }
     EXPECT_EQ(unit["/buzzer/volume"], 40);
-}
-
-TEST(Trace, KeepsTheLinesOfManyProcessesWhole)
-{
-    const CalledUnit unit(json{{"errorTexts", {{"77", std::string(3000, 'x')}}}}.dump());
-    constexpr int processes = 16;
-    constexpr int callsOfEach = 100;
-    for (int i = 0; i < processes; ++i)
-        if (fork() == 0)
-        {
-            for (int call = 0; call < callsOfEach; ++call)
-                GetErrorStringA(77);
-            _exit(0);
-        }
-    for (int i = 0; i < processes; ++i)
-        wait(nullptr);
-    const Calls calls = unit.calls();
-    EXPECT_EQ(calls.size(), static_cast<std::size_t>(processes * callsOfEach));
-    EXPECT_THAT(calls, Each("GetErrorStringA(77) = \"" + std::string(3000, 'x') + "\""));
 }
 
 } // namespace
