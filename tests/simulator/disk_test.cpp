@@ -12,7 +12,8 @@ namespace
 
 constexpr const char* cannotBeWritten = "setVolume: The unit file can not be written\n";
 constexpr const char* cannotMount =
-    "nothing may be mounted here: that takes root, in a container one with the right to";
+    "Nothing may be mounted here, which takes root, and in a container the right to. Store.KeepsTheFileOnAFullDisk "
+    "and Store.ReadsInAFolderThatMayNotBeWrittenAndRefusesToChange show the same by a limit and by permissions.";
 
 Outcome runOn(const std::string& unit, const std::string& arguments)
 {
@@ -92,7 +93,6 @@ TEST(Disk, MakesNoUnitWhereItIsFull)
     EXPECT_EQ(runOn(file, "--buzzer --volume").output, "Buzzer Volume: 1000\n");
 }
 
-// Without root, Store.ReadsInAFolderThatMayNotBeWrittenAndRefusesToChange.
 TEST(Disk, IsReadAndNotChangedWhereItIsReadOnly)
 {
     const Unit unit(R"({"buzzer": {"volume": 5}})");
