@@ -18,7 +18,7 @@ const Calls callsOfTwoSettings =
 // One run of the program, with what a shell does before it.
 struct ShellRun
 {
-    ShellRun(Unit& unit, const std::string& script, const std::string& arguments)
+    ShellRun(const Unit& unit, const std::string& script, const std::string& arguments)
     {
         Command command = throughShell(script, programOn(unit.file(), arguments));
         command.environment["QVAUX_TRACE"] = unit.folder / "trace";
@@ -46,11 +46,11 @@ TEST(Streams, MayBeClosedInEveryCombination)
 {
     for (unsigned closed = 0; closed < 8; ++closed)
     {
-        const std::string script = std::string("exec \"$@\"") + (closed & 1 ? " <&-" : "") +
-                                   (closed & 2 ? " >&-" : "") + (closed & 4 ? " 2>&-" : "");
+        const std::string script = std::string("exec \"$@\"") + ((closed & 1) != 0 ? " <&-" : "") +
+                                   ((closed & 2) != 0 ? " >&-" : "") + ((closed & 4) != 0 ? " 2>&-" : "");
         SCOPED_TRACE(script);
         const auto ifOpen = [&](unsigned stream, const std::string& what)
-        { return closed & stream ? "" : what; };
+        { return (closed & stream) != 0 ? "" : what; };
 
         Unit unit(R"({"buzzer": {"volume": 5}})");
         const ShellRun change(unit, script, makesTwoSettings + " --none");

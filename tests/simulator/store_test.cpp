@@ -539,7 +539,7 @@ TEST(Store, LosesNoChangeWhileItsFolderIsALinkNowAndThen)
         [&]
         {
             while (renameat2(AT_FDCWD, here.c_str(), AT_FDCWD, link.c_str(), RENAME_EXCHANGE) == 0)
-                usleep(50);
+                std::this_thread::sleep_for(std::chrono::microseconds(50));
         });
     setenv("QVAUX_UNIT", (here + "/unit.json").c_str(), 1);
     std::vector<int> children;

@@ -29,9 +29,12 @@ extern "C" __attribute__((visibility("default"))) unsigned sleep(unsigned second
 extern "C" __attribute__((visibility("default"))) int clock_gettime(clockid_t clock, timespec* now) noexcept
 {
     constexpr long day = 24L * 60 * 60;
-    static bool ahead = false;
     const long result = syscall(SYS_clock_gettime, clock, now);
     if ((clock == CLOCK_REALTIME || clock == CLOCK_REALTIME_COARSE) && std::getenv("STAND_IN_CLOCK"))
-        now->tv_sec += (ahead = !ahead) ? day : -day;
+    {
+        static bool ahead = false;
+        ahead = !ahead;
+        now->tv_sec += ahead ? day : -day;
+    }
     return static_cast<int>(result);
 }
