@@ -1,6 +1,7 @@
 #include "main/output.h"
 
 #include <charconv>
+#include <csignal>
 #include <cstdio>
 
 static bool silenced = false;
@@ -11,6 +12,8 @@ void prepareOutput()
 {
     static char buffer[16384];
     std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
+    // A reader that goes away ends neither firmware work nor the settings that are still to be made.
+    std::signal(SIGPIPE, SIG_IGN);
 }
 
 static void writeText(const char* text)

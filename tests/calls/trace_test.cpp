@@ -9,7 +9,6 @@ namespace
 {
 
 using nlohmann::json;
-using testing::Each;
 
 TEST(Trace, TellsArgumentsAndResultsInOrder)
 {
