@@ -1,6 +1,7 @@
 // docs/integration.md and the files of examples/ that it shows. The scripts run with a `fobrob` of their own,
 // which is the program under test on a simulated unit; the commands run in a copy of the sources.
 
+#include "support/snippets.h"
 #include "support/unit.h"
 
 #include <algorithm>
@@ -27,27 +28,6 @@ std::string replaced(std::string text, const std::string& what, const std::strin
     return text;
 }
 
-// What stands indented in the document, part by part.
-std::vector<std::string> snippets()
-{
-    const std::string indent(4, ' ');
-    std::istringstream text(readFile(document));
-    std::vector<std::string> parts;
-    bool inside = false;
-    for (std::string line; std::getline(text, line);)
-    {
-        const bool indented = line.starts_with(indent);
-        if (indented && !inside)
-            parts.emplace_back();
-        inside = indented || (inside && line.empty());
-        if (inside)
-            parts.back() += line.substr(std::min(indent.size(), line.size())) + "\n";
-    }
-    for (std::string& part : parts)
-        part.erase(part.find_last_not_of('\n') + 2);
-    return parts;
-}
-
 // Everything in examples/.
 std::vector<std::string> exampleFiles()
 {
@@ -62,7 +42,7 @@ std::string commands(bool atTheDesk)
 {
     const std::vector<std::string> files = exampleFiles();
     std::string script;
-    for (const std::string& snippet : snippets())
+    for (const std::string& snippet : snippets(document))
         if (std::ranges::find(files, snippet) == files.end() &&
             snippet.starts_with("LD_LIBRARY_PATH=") == atTheDesk)
             script += snippet;
@@ -86,7 +66,7 @@ Outcome runShell(const std::string& script)
 
 TEST(Integration, ShowsTheExamplesAsTheyAre)
 {
-    EXPECT_THAT(snippets(), testing::IsSupersetOf(exampleFiles()));
+    EXPECT_THAT(snippets(document), testing::IsSupersetOf(exampleFiles()));
 }
 
 TEST(Integration, LinksToFilesThatAreThere)

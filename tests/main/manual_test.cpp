@@ -227,12 +227,6 @@ TEST(Manual, OfTheSimulatedUnitNamesEveryKeyOfItsFile)
     EXPECT_THAT(namesBehind(" ", macroLines("Va", manual)), testing::IsSupersetOf(unitFileKeys()));
 }
 
-TEST(Manual, InMarkdownNamesEveryKeyOfTheUnitFile)
-{
-    const std::string manual = projectFile("docs/simulated-unit.md");
-    EXPECT_THAT(namesBehind("`", manual), testing::IsSupersetOf(unitFileKeys()));
-}
-
 TEST(Manual, IsWellFormed)
 {
     for (const char* page : {"fobrob.1", "fobrob-sim.1"})

@@ -1,5 +1,6 @@
-// What the manual pages show: sessions, scripts and unit files.
+// What the manual pages and documents show: sessions, scripts and unit files.
 
+#include "support/snippets.h"
 #include "support/unit.h"
 #include "support/vocabulary.h"
 
@@ -87,6 +88,24 @@ TEST(ManualExamples, ShowSessionsAsTheyAre)
                 ++sessions;
             }
     EXPECT_EQ(sessions, 4);
+}
+
+TEST(DocumentExamples, ShowSessionsAsTheyAre)
+{
+    int sessions = 0;
+    for (const char* document : {"README.md", "docs/simulated-unit.md"})
+    {
+        SCOPED_TRACE(document);
+        const Unit unit;
+        for (const std::string& snippet : snippets(std::string(PROJECT_FOLDER "/") + document))
+            if (snippet.starts_with("$ "))
+            {
+                const std::regex atTheDesk("\\./try");
+                expectSession(unit, std::regex_replace(snippet, atTheDesk, "fobrob-sim"));
+                ++sessions;
+            }
+    }
+    EXPECT_EQ(sessions, 7);
 }
 
 TEST(ManualExamples, SwitchTheFanOnAtStartUpAndLeaveCanOff)
