@@ -150,7 +150,7 @@ ApiError call(ApiError (*operation)(Handle, Parameter...), Handle handle, Argume
     return operation(handle, static_cast<Parameter>(arguments)...);
 }
 
-// The handles, obtained once. An input's faults can not keep them back.
+// The handles, obtained once. An input's faults cannot keep them back.
 #define MODULE(module) module##Handle given##module;
 #define READS_TEXT(module, operation)
 #define READS(module, operation, type)

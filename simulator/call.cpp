@@ -86,7 +86,7 @@ std::optional<Fault> enter(const char* operation, bool reachesUnit)
     return fault;
 }
 
-// Nothing is thrown at the caller, who may be written in C: a call that can not be made comes to
+// Nothing is thrown at the caller, who may be written in C: a call that cannot be made comes to
 // `otherwise(code)`.
 template <typename Call, typename Otherwise>
 auto guarded(const Call& call, const Otherwise& otherwise)
@@ -120,7 +120,7 @@ Outcome performReading(const char* operation, const void* handle, const Reading&
     return guarded(
         [&]
         {
-            // Before the results are written, so that none is when the unit can not be changed.
+            // Before the results are written, so that none is when the unit cannot be changed.
             const std::optional<Fault> fault = enter(operation, true);
             return answer(operation, handle, fault, currentUnit(), work);
         },

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <cerrno>
 #include <fcntl.h>
 #include <string>
 #include <unistd.h>
@@ -45,6 +46,22 @@ public:
 private:
     int descriptor = -1;
 };
+
+// Appends what is left of the file. False when it cannot be read to its end.
+inline bool readAll(const File& file, std::string& text)
+{
+    char block[65536];
+    for (;;)
+    {
+        const ssize_t count = ::read(file.get(), block, sizeof block);
+        if (count == 0)
+            return true;
+        if (count > 0)
+            text.append(block, static_cast<std::size_t>(count));
+        else if (errno != EINTR)
+            return false;
+    }
+}
 
 // Opens a file as seen from the folder `base`, or AT_FDCWD. Never as one of the three standard descriptors:
 // where the program is started without one of them, it would print into the file or take its input from it.

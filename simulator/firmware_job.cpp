@@ -4,7 +4,6 @@
 #include "place.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <fcntl.h>
 #include <optional>
@@ -75,23 +74,11 @@ bool isRegular(const File& file)
     return ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-// False when the file can not be read. A pipe or a device is none: it may never begin or never end.
+// False when the file cannot be read. A pipe or a device is none: it may never begin or never end.
 bool readFile(const std::string& path, std::string& text)
 {
     const File file = openFile(AT_FDCWD, path, O_RDONLY | O_NONBLOCK);
-    if (!file.isOpen() || !isRegular(file))
-        return false;
-    char block[65536];
-    for (;;)
-    {
-        const ssize_t count = ::read(file.get(), block, sizeof block);
-        if (count == 0)
-            return true;
-        if (count > 0)
-            text.append(block, static_cast<std::size_t>(count));
-        else if (errno != EINTR)
-            return false;
-    }
+    return file.isOpen() && isRegular(file) && readAll(file, text);
 }
 
 HexFault readFirmware()

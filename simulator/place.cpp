@@ -36,7 +36,7 @@ std::string folderOf(const std::string& path)
     return path.substr(0, path.rfind('/') + 1);
 }
 
-// The place that `path` names, seen from the folder `base`; its folder is not open when it can not be opened.
+// The place that `path` names, seen from the folder `base`; its folder is not open when it cannot be opened.
 Place placeFrom(int base, const std::string& path)
 {
     const std::string folder = folderOf(path);

@@ -35,7 +35,7 @@ bool sameTime(const timespec& one, const timespec& other)
     return one.tv_sec == other.tv_sec && one.tv_nsec == other.tv_nsec;
 }
 
-// Files are stamped by a clock with ticks: two changes within one can not be told apart by their times.
+// Files are stamped by a clock with ticks: two changes within one cannot be told apart by their times.
 timespec fileClock()
 {
     timespec now{};
@@ -53,21 +53,6 @@ bool isSnapshot(const struct stat& status)
     return snapshot && snapshot->settled && status.st_dev == snapshot->status.st_dev &&
            status.st_ino == snapshot->status.st_ino && status.st_size == snapshot->status.st_size &&
            sameTime(status.st_ctim, snapshot->status.st_ctim);
-}
-
-std::string readAll(const File& file, const std::string& path)
-{
-    std::string text;
-    char block[16384];
-    ssize_t count;
-    while ((count = ::read(file.get(), block, sizeof block)) != 0)
-    {
-        if (count > 0)
-            text.append(block, static_cast<std::size_t>(count));
-        else if (errno != EINTR)
-            failWithErrno(unitFileUnreadable, path);
-    }
-    return text;
 }
 
 void writeAll(const File& file, const std::string& text, const std::string& path)
@@ -126,7 +111,6 @@ bool load(const Place& place)
 
     // Not waiting for what stands at the other end of a pipe.
     File file = openFile(place.folder.get(), place.name, O_RDONLY | O_NONBLOCK);
-    const timespec now = fileClock();
     if (!file.isOpen() && errno == ENOENT)
         return false;
     if (!file.isOpen() || ::fstat(file.get(), &status) != 0)
@@ -134,7 +118,11 @@ bool load(const Place& place)
     if (!S_ISREG(status.st_mode))
         fail(unitFileUnreadable, place.path, "not a regular file");
 
-    Json json = parse(readAll(file, place.path), place.path);
+    const timespec now = fileClock();
+    std::string text;
+    if (!readAll(file, text))
+        failWithErrno(unitFileUnreadable, place.path);
+    Json json = parse(text, place.path);
     Unit unit = toUnit(json, place.path);
     const bool settled = isBefore(status.st_ctim, now);
     snapshot.emplace(Snapshot{std::move(file), status, settled, std::move(json), std::move(unit)});
@@ -142,7 +130,7 @@ bool load(const Place& place)
 }
 
 // Gives the new file the access that there was to the old one. The owner can be kept by root alone, the group
-// by its members. A group that can not be kept leaves nothing to the one in its place.
+// by its members. A group that cannot be kept leaves nothing to the one in its place.
 bool keepAccess(const File& file, const struct stat& old)
 {
     mode_t mode = old.st_mode & 0777;

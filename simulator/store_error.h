@@ -1,4 +1,4 @@
-// The unit can not be reached. The text names the file and the place in it.
+// The unit cannot be reached. The text names the file and the place in it.
 
 #pragma once
 

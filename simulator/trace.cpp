@@ -16,7 +16,7 @@ bool tracing()
     return tracePath() && *tracePath();
 }
 
-// A trace that can not be written is given up without a word: it must not change what the caller sees.
+// A trace that cannot be written is given up without a word: it must not change what the caller sees.
 void appendToTrace(const std::string& line)
 {
     const File file = openFile(AT_FDCWD, tracePath(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK, 0666);

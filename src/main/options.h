@@ -70,7 +70,7 @@ enum OptionCode : int
     OPT_LED_DIMMING = 60,
     OPT_LIGHTSENSOR = 61,
     OPT_ILLUMINANCE = 62,
-    // The same number as '?', which getopt_long returns for whatever it can not take. The advanced category
+    // The same number as '?', which getopt_long returns for whatever it cannot take. The advanced category
     // therefore reads a mistyped option as this one. It is meant to stay so.
     OPT_RESCUE_MODE_NEXT_BOOT = 63,
     OPT_FACTORY_RESET = 64,

@@ -447,7 +447,7 @@ TEST(Firmware, HandsAFolderWithTheRightNameToTheUnit)
     EXPECT_EQ(result.output, fileCorrect + upgradeBegins +
                                  lines({"Initiating", "Preparing communication", "Reading File",
                                         "Update progress", "Upgrade failed in state: Reading File.",
-                                        "Error: The firmware file can not be read"}));
+                                        "Error: The firmware file cannot be read"}));
 }
 
 TEST(Firmware, LooksWhetherTheFileIsThereAndNotWhetherItCanBeRead)

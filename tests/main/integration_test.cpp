@@ -425,7 +425,7 @@ TEST(UpgradeFirmware, FailsWhereThePathIsNotFull)
     EXPECT_THAT(run.outcome.output, testing::StartsWith("Please enter the full path"));
 }
 
-// Not a word of it comes to fobrob, which makes a rescue boot of what it can not make out.
+// Not a word of it comes to fobrob, which makes a rescue boot of what it cannot make out.
 TEST(UpgradeFirmware, RefusesAnotherTarget)
 {
     const RollOut run = rollOut(Unit(), "ALL", "/ss.hex");

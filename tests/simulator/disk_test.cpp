@@ -10,7 +10,7 @@
 namespace
 {
 
-constexpr const char* cannotBeWritten = "setVolume: The unit file can not be written\n";
+constexpr const char* cannotBeWritten = "setVolume: The unit file cannot be written\n";
 constexpr const char* cannotMount =
     "Nothing may be mounted here, which takes root, and in a container the right to. Store.KeepsTheFileOnAFullDisk "
     "and Store.ReadsInAFolderThatMayNotBeWrittenAndRefusesToChange show the same by a limit and by permissions.";
@@ -86,7 +86,7 @@ TEST(Disk, MakesNoUnitWhereItIsFull)
         GTEST_SKIP() << cannotMount;
     fill(disk, 1, 9);
     const std::string file = disk / "unit.json";
-    EXPECT_EQ(runOn(file, "--buzzer --volume").output, "getVolume: The unit file can not be written\n");
+    EXPECT_EQ(runOn(file, "--buzzer --volume").output, "getVolume: The unit file cannot be written\n");
     EXPECT_FALSE(fileExists(file));
     EXPECT_FALSE(fileExists(file + ".new"));
     std::filesystem::remove(disk / "ballast");
@@ -124,7 +124,7 @@ TEST(Disk, TakesNoFirmwareWhereItIsReadOnly)
         runOn(disk / "unit.json", "--advanced --update=SS --force --filepath=" + (disk / "firmware.hex"));
     EXPECT_EQ(outcome.output,
               lines({"File format is correct.", "This upgrade can take a few minutes to perform.",
-                     "startSSUpgrade: The unit file can not be written"}));
+                     "startSSUpgrade: The unit file cannot be written"}));
     EXPECT_EQ(outcome.errors, complaint(disk / "unit.json.job", "Read-only file system"));
 }
 

@@ -290,7 +290,7 @@ TEST(FirmwareJob, ReadsFilesAlone)
         SCOPED_TRACE(name);
         FirmwareUnit unit;
         EXPECT_EQ(unit.run("--advanced --update=SS --force --filepath=" + (made.folder / name)).output,
-                  upgradeFailed("Reading File", "The firmware file can not be read"));
+                  upgradeFailed("Reading File", "The firmware file cannot be read"));
     }
 }
 
@@ -310,7 +310,7 @@ TEST(FirmwareJob, CanNotReadAFileThatIsGone)
                     unit.folder / "output");
     ASSERT_TRUE(comesTrue([&] { return readFile(unit.folder / "output").ends_with("Initiating\n"); }));
     std::filesystem::remove(unit.hex);
-    const std::string failure = upgradeFailed("Reading File", "The firmware file can not be read");
+    const std::string failure = upgradeFailed("Reading File", "The firmware file cannot be read");
     EXPECT_TRUE(comesTrue([&] { return readFile(unit.folder / "output") == failure; }));
 }
 

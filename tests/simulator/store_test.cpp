@@ -23,8 +23,8 @@ namespace
 using nlohmann::json;
 using testing::AnyOf;
 
-constexpr const char* cannotBeWritten = "setVolume: The unit file can not be written\n";
-constexpr const char* cannotBeRead = "getVolume: The unit file can not be read\n";
+constexpr const char* cannotBeWritten = "setVolume: The unit file cannot be written\n";
+constexpr const char* cannotBeRead = "getVolume: The unit file cannot be read\n";
 constexpr const char* isDamaged = "getVolume: The unit file is damaged\n";
 
 // A run whose unit is found by `environment`.
@@ -226,7 +226,7 @@ TEST(Store, LocksTheSameFileBehindALinkAndWithoutIt)
     EXPECT_EQ(unit["/faults/Buzzer_getVolume/skip"], 1000 - 32);
 }
 
-// Files that can not be used.
+// Files that cannot be used.
 
 TEST(Store, RefusesALinkToItself)
 {
@@ -292,11 +292,11 @@ TEST(Store, FailsToMakeAUnitInAFolderThatMayNotBeWritten)
     chmod(folder.path.c_str(), 0555);
     const Outcome outcome = runUnprivileged(folder / "unit.json", "--buzzer --volume");
     chmod(folder.path.c_str(), 0777);
-    EXPECT_EQ(outcome.output, "getVolume: The unit file can not be written\n");
+    EXPECT_EQ(outcome.output, "getVolume: The unit file cannot be written\n");
     EXPECT_EQ(outcome.errors, complaint(folder / "unit.json.lock", "Permission denied"));
 }
 
-// With the lock there already, it is the new file that can not be made.
+// With the lock there already, it is the new file that cannot be made.
 TEST(Store, KeepsTheFileWhereNoneCanBeMadeBesideIt)
 {
     Unit unit(R"({"buzzer": {"volume": 5}})");

@@ -154,7 +154,7 @@ TEST_F(Users, AreToldOfTheJobsFileThatTheyMayNotOpen)
     writeFile(unit.file() + ".job", "");
     give(unit.file() + ".job", 0, 0);
     const Outcome outcome = startJob(nobody);
-    EXPECT_TRUE(outcome.output.ends_with("startSSVerification: The unit file can not be written\n"))
+    EXPECT_TRUE(outcome.output.ends_with("startSSVerification: The unit file cannot be written\n"))
         << outcome.output;
     EXPECT_EQ(outcome.errors, complaint(".job", "Permission denied"));
 }

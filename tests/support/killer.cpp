@@ -29,7 +29,7 @@ int startWatched(const Command& command)
 bool killAtSystemCall(const Command& command, unsigned stop)
 {
     Command watched = command;
-    watched.environment["ASAN_OPTIONS"] = "detect_leaks=0"; // The search for leaks can not be watched.
+    watched.environment["ASAN_OPTIONS"] = "detect_leaks=0"; // The search for leaks cannot be watched.
     const pid_t child = startWatched(watched);
     int status = 0;
     waitpid(child, &status, 0);

@@ -11,7 +11,7 @@ public:
     // A disk in memory with options like "size=64k,nr_inodes=8".
     static PrivateMount disk(const std::string& options);
 
-    // The folder, which can not be written there.
+    // The folder, which cannot be written there.
     static PrivateMount readOnly(const std::string& folder);
 
     ~PrivateMount();

@@ -148,7 +148,7 @@ void writeFile(const std::string& path, const std::string& content)
     std::ofstream file(path, std::ios::binary);
     file << content;
     if (!file.flush())
-        throw std::runtime_error("can not write " + path);
+        throw std::runtime_error("cannot write " + path);
 }
 
 bool fileExists(const std::string& path)

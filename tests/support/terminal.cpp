@@ -56,7 +56,7 @@ bool Terminal::sees(const std::string& line)
 void Terminal::type(const std::string& typed)
 {
     if (write(master, typed.data(), typed.size()) != static_cast<ssize_t>(typed.size()))
-        throw std::runtime_error("can not type at the terminal");
+        throw std::runtime_error("cannot type at the terminal");
 }
 
 int Terminal::end()

@@ -29,7 +29,7 @@ std::vector<std::string> namesOf(const std::vector<std::string>& codes)
     return names;
 }
 
-// Whether a value must, may or can not follow the option.
+// Whether a value must, may or cannot follow the option.
 int argumentOf(const std::string& option)
 {
     for (const auto* row = longOptions; row->name; ++row)
