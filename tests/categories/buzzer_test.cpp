@@ -32,13 +32,6 @@ const char* const frequencyRefusal =
 const char* const volumeRefusal = "Invalid argument: Volume is not within allowed range (0 - 2000)\n";
 
 // The calls between obtaining the handle and giving it back.
-Calls withHandle(Calls calls)
-{
-    calls.insert(calls.begin(), "GetBuzzer() = handle");
-    calls.push_back("Buzzer_release() = 0");
-    return calls;
-}
-
 TEST(Buzzer, ShowsAllSettingsByDefault)
 {
     Unit unit(R"({"buzzer": {"frequency": 1234, "volume": 56, "enabled": true}})");
@@ -46,8 +39,8 @@ TEST(Buzzer, ShowsAllSettingsByDefault)
     EXPECT_EQ(result.output, "Buzzer Frequency: 1234\n"
                              "Buzzer Volume: 56\n"
                              "Buzzer status:  Enabled.\n");
-    EXPECT_EQ(result.calls, withHandle({"Buzzer_getFrequency([1234]) = 0", "Buzzer_getVolume([56]) = 0",
-                                        "Buzzer_getTrigger([1]) = 0"}));
+    EXPECT_EQ(result.calls, callsOn("Buzzer", {"Buzzer_getFrequency([1234]) = 0",
+                                               "Buzzer_getVolume([56]) = 0", "Buzzer_getTrigger([1]) = 0"}));
 }
 
 TEST(Buzzer, ReadsEachSettingOnRequest)
@@ -69,7 +62,7 @@ TEST(Buzzer, ReadsEachSettingOnRequest)
             Unit unit;
             const Result result = unit.run(std::string("--buzzer ") + c.option + value);
             EXPECT_EQ(result.output, c.output);
-            EXPECT_EQ(result.calls, withHandle({c.call}));
+            EXPECT_EQ(result.calls, callsOn("Buzzer", {c.call}));
         }
 }
 
@@ -78,7 +71,7 @@ TEST(Buzzer, SetsTheFrequency)
     Unit unit;
     const Result result = unit.run("--buzzer --frequency=800");
     EXPECT_EQ(result.output, "Buzzer frequency set to: 800 Hz.\n");
-    EXPECT_EQ(result.calls, withHandle({"Buzzer_setFrequency(800) = 0"}));
+    EXPECT_EQ(result.calls, callsOn("Buzzer", {"Buzzer_setFrequency(800) = 0"}));
     EXPECT_EQ(unit["/buzzer/frequency"], 800);
 }
 
@@ -87,7 +80,7 @@ TEST(Buzzer, SetsTheVolume)
     Unit unit;
     const Result result = unit.run("--buzzer --volume=40");
     EXPECT_EQ(result.output, "Buzzer volume set to: 40\n");
-    EXPECT_EQ(result.calls, withHandle({"Buzzer_setVolume(40) = 0"}));
+    EXPECT_EQ(result.calls, callsOn("Buzzer", {"Buzzer_setVolume(40) = 0"}));
     EXPECT_EQ(unit["/buzzer/volume"], 40);
 }
 
@@ -99,7 +92,7 @@ TEST(Buzzer, SetsTheStatusByAWordInAnyCase)
         Unit unit;
         const Result result = unit.run(std::string("--buzzer --status=") + word);
         EXPECT_EQ(result.output, "Buzzer status set to enable.\n");
-        EXPECT_EQ(result.calls, withHandle({"Buzzer_setTrigger(1) = 0"}));
+        EXPECT_EQ(result.calls, callsOn("Buzzer", {"Buzzer_setTrigger(1) = 0"}));
         EXPECT_EQ(unit["/buzzer/enabled"], true);
     }
     for (const char* word : {"Disable", "disable", "DISABLE", "dIsAbLe"})
@@ -108,7 +101,7 @@ TEST(Buzzer, SetsTheStatusByAWordInAnyCase)
         Unit unit(R"({"buzzer": {"enabled": true}})");
         const Result result = unit.run(std::string("--buzzer --status=") + word);
         EXPECT_EQ(result.output, "Buzzer status set to disable.\n");
-        EXPECT_EQ(result.calls, withHandle({"Buzzer_setTrigger(0) = 0"}));
+        EXPECT_EQ(result.calls, callsOn("Buzzer", {"Buzzer_setTrigger(0) = 0"}));
         EXPECT_EQ(unit["/buzzer/enabled"], false);
     }
 }
@@ -121,7 +114,7 @@ TEST(Buzzer, RefusesAnyOtherStatusWord)
         Unit unit;
         const Result result = unit.run(std::string("--buzzer --status=") + word);
         EXPECT_EQ(result.output, "Invalid argument\n");
-        EXPECT_EQ(result.calls, withHandle({}));
+        EXPECT_EQ(result.calls, callsOn("Buzzer", {}));
     }
     Unit unit;
     EXPECT_EQ(unit.run(std::vector<std::string>{"--buzzer", "--status=Enable "}).output,
@@ -146,7 +139,7 @@ TEST(Buzzer, AcceptsFrequenciesInTheirRange)
         const Result result = unit.run(std::string("--buzzer --frequency=") + c.text);
         const std::string frequency = std::to_string(c.frequency);
         EXPECT_EQ(result.output, "Buzzer frequency set to: " + frequency + " Hz.\n");
-        EXPECT_EQ(result.calls, withHandle({"Buzzer_setFrequency(" + frequency + ") = 0"}));
+        EXPECT_EQ(result.calls, callsOn("Buzzer", {"Buzzer_setFrequency(" + frequency + ") = 0"}));
         EXPECT_EQ(unit["/buzzer/frequency"], c.frequency);
     }
 }
@@ -160,7 +153,7 @@ TEST(Buzzer, RefusesFrequenciesOutsideTheirRange)
         Unit unit;
         const Result result = unit.run(std::string("--buzzer --frequency=") + text);
         EXPECT_EQ(result.output, frequencyRefusal);
-        EXPECT_EQ(result.calls, withHandle({}));
+        EXPECT_EQ(result.calls, callsOn("Buzzer", {}));
     }
 }
 
@@ -181,7 +174,7 @@ TEST(Buzzer, AcceptsVolumesInTheirRange)
         const Result result = unit.run(std::string("--buzzer --volume=") + c.text);
         const std::string volume = std::to_string(c.volume);
         EXPECT_EQ(result.output, "Buzzer volume set to: " + volume + "\n");
-        EXPECT_EQ(result.calls, withHandle({"Buzzer_setVolume(" + volume + ") = 0"}));
+        EXPECT_EQ(result.calls, callsOn("Buzzer", {"Buzzer_setVolume(" + volume + ") = 0"}));
         EXPECT_EQ(unit["/buzzer/volume"], c.volume);
     }
 }
@@ -194,7 +187,7 @@ TEST(Buzzer, RefusesVolumesOutsideTheirRange)
         Unit unit;
         const Result result = unit.run(std::string("--buzzer --volume=") + text);
         EXPECT_EQ(result.output, volumeRefusal);
-        EXPECT_EQ(result.calls, withHandle({}));
+        EXPECT_EQ(result.calls, callsOn("Buzzer", {}));
     }
 }
 
@@ -205,15 +198,15 @@ TEST(Buzzer, WorksInItsOwnOrder)
     EXPECT_EQ(result.output, "Buzzer frequency set to: 800 Hz.\n"
                              "Buzzer volume set to: 3\n"
                              "Buzzer status set to disable.\n");
-    EXPECT_EQ(result.calls, withHandle({"Buzzer_setFrequency(800) = 0", "Buzzer_setVolume(3) = 0",
-                                        "Buzzer_setTrigger(0) = 0"}));
+    EXPECT_EQ(result.calls, callsOn("Buzzer", {"Buzzer_setFrequency(800) = 0", "Buzzer_setVolume(3) = 0",
+                                               "Buzzer_setTrigger(0) = 0"}));
 }
 
 TEST(Buzzer, SetsTheFrequencyBeforeTheStatus)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--buzzer --status=disable --frequency=800").calls,
-              withHandle({"Buzzer_setFrequency(800) = 0", "Buzzer_setTrigger(0) = 0"}));
+              callsOn("Buzzer", {"Buzzer_setFrequency(800) = 0", "Buzzer_setTrigger(0) = 0"}));
 }
 
 TEST(Buzzer, ReadsAndSetsInOneRun)
@@ -245,7 +238,7 @@ TEST(Buzzer, GoesOnBehindARefusedValue)
     const Result result = unit.run("--buzzer --frequency=1 --volume=2001 --status=Enable");
     EXPECT_EQ(result.output,
               std::string(frequencyRefusal) + volumeRefusal + "Buzzer status set to enable.\n");
-    EXPECT_EQ(result.calls, withHandle({"Buzzer_setTrigger(1) = 0"}));
+    EXPECT_EQ(result.calls, callsOn("Buzzer", {"Buzzer_setTrigger(1) = 0"}));
 }
 
 TEST(Buzzer, RefusesForeignOptionsWithoutReading)
@@ -256,7 +249,7 @@ TEST(Buzzer, RefusesForeignOptionsWithoutReading)
         Unit unit;
         const Result result = unit.run(std::string("--buzzer ") + option);
         EXPECT_EQ(result.output, "Invalid argument\n");
-        EXPECT_EQ(result.calls, withHandle({}));
+        EXPECT_EQ(result.calls, callsOn("Buzzer", {}));
     }
 }
 
@@ -272,7 +265,7 @@ TEST(Buzzer, RefusesAnUnknownOptionAfterItsDiagnostic)
     const Result result = unit.runComplaining("--buzzer --bogus");
     EXPECT_EQ(result.output, "Invalid argument\n");
     EXPECT_NE(result.errors.find("unrecognized option '--bogus'"), std::string::npos);
-    EXPECT_EQ(result.calls, withHandle({}));
+    EXPECT_EQ(result.calls, callsOn("Buzzer", {}));
 }
 
 TEST(Buzzer, LetsAnUnknownOptionThroughBesideItsOwn)
@@ -347,8 +340,8 @@ TEST(Buzzer, ReportsEachFailedOperationAndReleases)
         unit.fails(c.operation, 77);
         const Result result = unit.run(std::string("--buzzer ") + c.option);
         EXPECT_EQ(result.output, c.output);
-        EXPECT_EQ(result.calls, withHandle({std::string(c.operation) + c.call + " = 77",
-                                            "GetErrorStringA(77) = \"Error 77\""}));
+        EXPECT_EQ(result.calls, callsOn("Buzzer", {std::string(c.operation) + c.call + " = 77",
+                                                   "GetErrorStringA(77) = \"Error 77\""}));
         EXPECT_EQ(unit["/buzzer"], nullptr);
     }
 }
@@ -380,8 +373,8 @@ TEST(Buzzer, FallsSilentWhereTheErrorHasNoText)
     unit.fails("Buzzer_setFrequency", 77);
     const Result result = unit.run("--buzzer --frequency=800 --volume=40 --status=Enable");
     EXPECT_EQ(result.output, "setFrequency: ");
-    EXPECT_EQ(result.calls, withHandle({"Buzzer_setFrequency(800) = 77", "GetErrorStringA(77) = null",
-                                        "Buzzer_setVolume(40) = 0", "Buzzer_setTrigger(1) = 0"}));
+    EXPECT_EQ(result.calls, callsOn("Buzzer", {"Buzzer_setFrequency(800) = 77", "GetErrorStringA(77) = null",
+                                               "Buzzer_setVolume(40) = 0", "Buzzer_setTrigger(1) = 0"}));
 }
 
 TEST(Buzzer, PrintsUnsignedNumbersOfFullWidth)

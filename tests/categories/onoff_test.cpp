@@ -88,14 +88,6 @@ std::string changing(const Setting& setting)
     return "Config_set" + setting.operation + "(" + setting.sent + ") = 0";
 }
 
-// The handle is taken before and given back behind all the work.
-Calls within(Calls work)
-{
-    work.insert(work.begin(), "GetConfig() = handle");
-    work.push_back("Config_release() = 0");
-    return work;
-}
-
 TEST(OnOff, ReadsAllEightSettingsInOrder)
 {
     Unit unit;
@@ -108,7 +100,7 @@ TEST(OnOff, ReadsAllEightSettingsInOrder)
     }
     const Result result = unit.run("--onoff");
     EXPECT_EQ(result.output, output);
-    EXPECT_EQ(result.calls, within(work));
+    EXPECT_EQ(result.calls, callsOn("Config", work));
 }
 
 TEST(OnOff, ReadsOneSettingAlone)
@@ -120,7 +112,7 @@ TEST(OnOff, ReadsOneSettingAlone)
             SCOPED_TRACE(each.option + noValue);
             const Result result = unit.run("--onoff " + each.option + noValue);
             EXPECT_EQ(result.output, each.readLine + "\n");
-            EXPECT_EQ(result.calls, within({getting(each)}));
+            EXPECT_EQ(result.calls, callsOn("Config", {getting(each)}));
         }
 }
 
@@ -132,7 +124,7 @@ TEST(OnOff, ChangesOneSettingAlone)
         Unit unit;
         const Result result = unit.run("--onoff " + each.option + "=" + each.value);
         EXPECT_EQ(result.output, each.setLine + "\n");
-        EXPECT_EQ(result.calls, within({changing(each)}));
+        EXPECT_EQ(result.calls, callsOn("Config", {changing(each)}));
         EXPECT_EQ(unit.run("--onoff " + each.option).output, each.newReadLine + "\n");
     }
 }
@@ -150,7 +142,7 @@ TEST(OnOff, ChangesEverythingInItsOwnOrder)
     Unit unit;
     const Result result = unit.run("--onoff" + options);
     EXPECT_EQ(result.output, output);
-    EXPECT_EQ(result.calls, within(work));
+    EXPECT_EQ(result.calls, callsOn("Config", work));
 }
 
 TEST(OnOff, SetsTheShortPressBeforeTheSuspendTime)
@@ -241,7 +233,7 @@ TEST(OnOff, TracesAFailedChange)
     Unit unit;
     unit.fails("Config_setSuspendMaxTime", 77);
     EXPECT_EQ(unit.run("--onoff --suspend_max_time=30").calls,
-              within({"Config_setSuspendMaxTime(30) = 77", "GetErrorStringA(77) = \"Error 77\""}));
+              callsOn("Config", {"Config_setSuspendMaxTime(30) = 77", "GetErrorStringA(77) = \"Error 77\""}));
 }
 
 TEST(OnOff, FallsSilentWhereTheErrorHasNoText)
@@ -298,7 +290,7 @@ TEST(OnOff, TakesEveryActionInAnyCase)
                 const Result result = unit.run("--onoff " + each.option + "=" + word);
                 EXPECT_EQ(result.output, each.setLabel + action.word + "\n");
                 EXPECT_EQ(result.calls,
-                          within({"Config_set" + each.operation + "(" + action.number + ") = 0"}));
+                          callsOn("Config", {"Config_set" + each.operation + "(" + action.number + ") = 0"}));
                 EXPECT_EQ(unit[each.place], action.kept);
             }
 }
@@ -337,7 +329,7 @@ TEST(OnOff, RefusesOtherActionWordsAndGoesOn)
                 unit.run(std::vector<std::string>{"--onoff", "--suspend_max_time", each.option + "=" + word});
             EXPECT_EQ(result.output, lines({"Invalid argument: The action argument is not valid.",
                                             "SuspendMaxTime: 120min"}));
-            EXPECT_EQ(result.calls, within({"Config_getSuspendMaxTime([120]) = 0"}));
+            EXPECT_EQ(result.calls, callsOn("Config", {"Config_getSuspendMaxTime([120]) = 0"}));
         }
 }
 
@@ -388,7 +380,8 @@ TEST(OnOff, SendsTheLowSixteenBitsOfATimeAndShowsAllOfIt)
             SCOPED_TRACE(each.option + "=" + text);
             const Result result = unit.run("--onoff " + each.option + "=" + text);
             EXPECT_EQ(result.output, each.setLabel + shown + each.unit + "\n");
-            EXPECT_EQ(result.calls, within({"Config_set" + each.operation + "(" + sent + ") = 0"}));
+            EXPECT_EQ(result.calls,
+                      callsOn("Config", {"Config_set" + each.operation + "(" + sent + ") = 0"}));
             EXPECT_EQ(unit.run("--onoff " + each.option).output, each.readLabel + sent + each.unit + "\n");
         }
 }
@@ -402,7 +395,7 @@ TEST(OnOff, RefusesNegativeTimes)
             SCOPED_TRACE(each.option + "=" + text);
             const Result result = unit.run("--onoff " + each.option + "=" + text);
             EXPECT_EQ(result.output, "Invalid argument: The time argument is not valid.\n");
-            EXPECT_EQ(result.calls, within({}));
+            EXPECT_EQ(result.calls, callsOn("Config", {}));
         }
 }
 
@@ -430,7 +423,7 @@ TEST(OnOff, SendsAllOfTheSignalTimeWhateverItIs)
         SCOPED_TRACE(text);
         const Result result = unit.run("--onoff --onoff_signal_time=" + text);
         EXPECT_EQ(result.output, "OnOff Signal time set to: " + sent + "s\n");
-        EXPECT_EQ(result.calls, within({"Config_setExtOnOffSigTrigTime(" + sent + ") = 0"}));
+        EXPECT_EQ(result.calls, callsOn("Config", {"Config_setExtOnOffSigTrigTime(" + sent + ") = 0"}));
         EXPECT_EQ(unit.run("--onoff --onoff_signal_time").output, "OnOffSignalTime: " + sent + "s\n");
     }
 }
@@ -475,7 +468,7 @@ TEST(OnOff, ShowsTheWordForAlwaysOnAsItWasTyped)
         SCOPED_TRACE(word);
         const Result result = unit.run("--onoff --always_on=" + word);
         EXPECT_EQ(result.output, "PowerOnStartup set to: " + word + ".\n");
-        EXPECT_EQ(result.calls, within({"Config_setPowerOnStartup(" + sent + ") = 0"}));
+        EXPECT_EQ(result.calls, callsOn("Config", {"Config_setPowerOnStartup(" + sent + ") = 0"}));
         EXPECT_EQ(unit["/config/powerOnStartup"], kept);
     }
 }
@@ -489,7 +482,7 @@ TEST(OnOff, RefusesOtherWordsForAlwaysOnEvenThoseOfTheHelp)
         const Result result = unit.run(std::string("--onoff --unit_startup --always_on=") + word);
         EXPECT_EQ(result.output, lines({"Invalid argument to always_on. Should be Enabled/Disabled",
                                         "UnitStartup: FRONT button and ONOFF signal"}));
-        EXPECT_EQ(result.calls, within({"Config_getStartupTriggerConfig([3]) = 0"}));
+        EXPECT_EQ(result.calls, callsOn("Config", {"Config_getStartupTriggerConfig([3]) = 0"}));
     }
 }
 
@@ -528,7 +521,7 @@ TEST(OnOff, TakesEveryTriggerInAnyCase)
             const Result result = unit.run("--onoff --unit_startup=" + word);
             EXPECT_EQ(result.output, "Startup Trigger set to: " + trigger.description + "\n");
             const std::string sent = std::to_string(trigger.value);
-            EXPECT_EQ(result.calls, within({"Config_setStartupTriggerConfig(" + sent + ") = 0"}));
+            EXPECT_EQ(result.calls, callsOn("Config", {"Config_setStartupTriggerConfig(" + sent + ") = 0"}));
             EXPECT_EQ(unit["/config/startupTrigger"], trigger.value);
             EXPECT_EQ(unit.run("--onoff --unit_startup").output,
                       "UnitStartup: " + trigger.description + "\n");
@@ -555,7 +548,7 @@ TEST(OnOff, RefusesOtherTriggerWordsAndGoesOn)
         const Result result = unit.run(std::string("--onoff --suspend_max_time --unit_startup=") + word);
         EXPECT_EQ(result.output,
                   lines({"Invalid argument: The trigger argument is not valid.", "SuspendMaxTime: 120min"}));
-        EXPECT_EQ(result.calls, within({"Config_getSuspendMaxTime([120]) = 0"}));
+        EXPECT_EQ(result.calls, callsOn("Config", {"Config_getSuspendMaxTime([120]) = 0"}));
     }
 }
 
@@ -567,7 +560,7 @@ TEST(OnOff, RefusesAForeignOptionWithoutReading)
         SCOPED_TRACE(option);
         const Result result = unit.run(std::string("--onoff ") + option);
         EXPECT_EQ(result.output, "Invalid argument\n");
-        EXPECT_EQ(result.calls, within({}));
+        EXPECT_EQ(result.calls, callsOn("Config", {}));
     }
 }
 
@@ -586,7 +579,7 @@ TEST(OnOff, RefusesAnUnknownOptionAfterItsDiagnostic)
     Unit unit;
     const Result alone = unit.runComplaining("--onoff --shotpress=SUSPEND");
     EXPECT_EQ(alone.output, "Invalid argument\n");
-    EXPECT_EQ(alone.calls, within({}));
+    EXPECT_EQ(alone.calls, callsOn("Config", {}));
     EXPECT_THAT(alone.errors, testing::HasSubstr("unrecognized option '--shotpress=SUSPEND'"));
     EXPECT_EQ(unit.runComplaining("--onoff --bogus --shortpress").output, "ShortPressAction: SUSPEND\n");
 }

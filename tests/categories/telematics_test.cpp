@@ -85,14 +85,6 @@ std::string changing(const Setting& setting, const std::string& status)
     return "Telematics_set" + setting.operation + "(" + status + ") = 0";
 }
 
-// The handle is taken before and given back behind all the work.
-Calls within(Calls work)
-{
-    work.insert(work.begin(), "GetTelematics() = handle");
-    work.push_back("Telematics_release() = 0");
-    return work;
-}
-
 TEST(Telematics, ReadsAllEightSettingsInOrder)
 {
     Unit unit(R"({"telematics": {"wlan": {"power": true, "startupPower": false},
@@ -107,10 +99,11 @@ TEST(Telematics, ReadsAllEightSettingsInOrder)
                      "Bluetooth Power status: ENABLED", "Bluetooth Startup Power status: ENABLED"}));
     EXPECT_EQ(
         result.calls,
-        within({"Telematics_getWLANPowerStatus([1]) = 0", "Telematics_getWLANStartUpPowerStatus([0]) = 0",
-                "Telematics_getGPRSPowerStatus([0]) = 0", "Telematics_getGPRSStartUpPowerStatus([1]) = 0",
-                "Telematics_getGPSPowerStatus([0]) = 0", "Telematics_getGPSStartUpPowerStatus([0]) = 0",
-                "Telematics_getBTPowerStatus([1]) = 0", "Telematics_getBTStartUpPowerStatus([1]) = 0"}));
+        callsOn("Telematics",
+                {"Telematics_getWLANPowerStatus([1]) = 0", "Telematics_getWLANStartUpPowerStatus([0]) = 0",
+                 "Telematics_getGPRSPowerStatus([0]) = 0", "Telematics_getGPRSStartUpPowerStatus([1]) = 0",
+                 "Telematics_getGPSPowerStatus([0]) = 0", "Telematics_getGPSStartUpPowerStatus([0]) = 0",
+                 "Telematics_getBTPowerStatus([1]) = 0", "Telematics_getBTStartUpPowerStatus([1]) = 0"}));
 }
 
 TEST(Telematics, ReadsOneSettingAlone)
@@ -123,7 +116,7 @@ TEST(Telematics, ReadsOneSettingAlone)
             unit.set(each.place, false);
             const Result result = unit.run("--telematics " + each.option + noValue);
             EXPECT_EQ(result.output, each.readLabel + "DISABLED\n");
-            EXPECT_EQ(result.calls, within({getting(each, "0")}));
+            EXPECT_EQ(result.calls, callsOn("Telematics", {getting(each, "0")}));
         }
 }
 
@@ -160,7 +153,7 @@ TEST(Telematics, SwitchesOneSettingAloneInAnyCase)
                 SCOPED_TRACE(each.option + "=" + typed);
                 const Result result = unit.run("--telematics " + each.option + "=" + typed);
                 EXPECT_EQ(result.output, each.setLabel + word + "\n");
-                EXPECT_EQ(result.calls, within({changing(each, sent)}));
+                EXPECT_EQ(result.calls, callsOn("Telematics", {changing(each, sent)}));
                 EXPECT_EQ(unit[each.place], kept);
             }
     }
@@ -179,7 +172,7 @@ TEST(Telematics, SwitchesEverythingInItsOwnOrder)
     Unit unit;
     const Result result = unit.run("--telematics" + options);
     EXPECT_EQ(result.output, output);
-    EXPECT_EQ(result.calls, within(work));
+    EXPECT_EQ(result.calls, callsOn("Telematics", work));
 }
 
 TEST(Telematics, ReadsAndSwitchesInOneRun)
@@ -221,7 +214,7 @@ TEST(Telematics, RefusesOtherWordsAndGoesOn)
             SCOPED_TRACE(each.option + "=" + word);
             const Result result = unit.run("--telematics " + each.option + "=" + word);
             EXPECT_EQ(result.output, "Invalid argument: The state argument is not valid.\n");
-            EXPECT_EQ(result.calls, within({}));
+            EXPECT_EQ(result.calls, callsOn("Telematics", {}));
         }
     EXPECT_EQ(
         unit.run("--telematics --wlanpower=on --gsmpower=DISABLED --gpspower=off --bluetoothpower").output,
@@ -266,8 +259,9 @@ TEST(Telematics, TracesAFailedSwitching)
 {
     Unit unit;
     unit.fails("Telematics_setBTPowerStatus", 77);
-    EXPECT_EQ(unit.run("--telematics --bluetoothpower=ENABLED").calls,
-              within({"Telematics_setBTPowerStatus(1) = 77", "GetErrorStringA(77) = \"Error 77\""}));
+    EXPECT_EQ(
+        unit.run("--telematics --bluetoothpower=ENABLED").calls,
+        callsOn("Telematics", {"Telematics_setBTPowerStatus(1) = 77", "GetErrorStringA(77) = \"Error 77\""}));
 }
 
 TEST(Telematics, FallsSilentWhereTheErrorHasNoText)
@@ -349,7 +343,7 @@ TEST(Telematics, RefusesAForeignOptionWithoutReading)
         SCOPED_TRACE(options);
         const Result result = unit.run(std::string("--telematics ") + options);
         EXPECT_EQ(result.output, "Invalid argument\n");
-        EXPECT_EQ(result.calls, within({}));
+        EXPECT_EQ(result.calls, callsOn("Telematics", {}));
     }
 }
 
@@ -368,7 +362,7 @@ TEST(Telematics, RefusesAnUnknownOptionAfterItsDiagnostic)
     Unit unit;
     const Result alone = unit.runComplaining("--telematics --bogus");
     EXPECT_EQ(alone.output, "Invalid argument\n");
-    EXPECT_EQ(alone.calls, within({}));
+    EXPECT_EQ(alone.calls, callsOn("Telematics", {}));
     EXPECT_THAT(alone.errors, testing::HasSubstr("unrecognized option '--bogus'"));
     EXPECT_EQ(unit.runComplaining("--telematics --bogus --gpspower=DISABLED").output,
               "GPS power set to: DISABLED\n");

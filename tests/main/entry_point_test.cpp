@@ -174,7 +174,7 @@ TEST(OptionTable, IsTheOneThatTheCategoriesParseWith)
     EXPECT_NE(unit.runComplaining("--lightsensor --=x").errors.find(all + "\n"), std::string::npos);
 }
 
-TEST(FrontDoor, HintsAtTheHelpWhereThereIsNoOption)
+TEST(EntryPoint, HintsAtTheHelpWhereThereIsNoOption)
 {
     expectHint("");
     expectHint("stray");
@@ -185,27 +185,27 @@ TEST(FrontDoor, HintsAtTheHelpWhereThereIsNoOption)
     EXPECT_EQ(unit.run(std::vector<std::string>{""}).output, hint);
 }
 
-TEST(FrontDoor, HintsAtTheHelpWhereAnInnerOptionComesFirst)
+TEST(EntryPoint, HintsAtTheHelpWhereAnInnerOptionComesFirst)
 {
     for (const Row& row : rows)
         if (row.use == Use::inner)
             expectHint(dashed(row) + (row.argument == required_argument ? "=100" : ""));
 }
 
-TEST(FrontDoor, HintsAtTheHelpWhereAnInnerOptionWithAValueComesFirst)
+TEST(EntryPoint, HintsAtTheHelpWhereAnInnerOptionWithAValueComesFirst)
 {
     for (const Row& row : rows)
         if (row.use == Use::inner && row.argument == optional_argument)
             expectHint(dashed(row) + "=100");
 }
 
-TEST(FrontDoor, HintsAtTheHelpWhereACategoryComesTooLate)
+TEST(EntryPoint, HintsAtTheHelpWhereACategoryComesTooLate)
 {
     expectHint("--frequency=100 --buzzer");
     expectHint("--rescue_mode_next_boot --advanced");
 }
 
-TEST(FrontDoor, RefusesAValueForAnOptionThatTakesNone)
+TEST(EntryPoint, RefusesAValueForAnOptionThatTakesNone)
 {
     for (const Row& row : rows)
         if (row.argument == no_argument)
@@ -213,19 +213,19 @@ TEST(FrontDoor, RefusesAValueForAnOptionThatTakesNone)
                                    "option '" + dashed(row) + "' doesn't allow an argument");
 }
 
-TEST(FrontDoor, RefusesAnEmptyValueForAnOptionThatTakesNone)
+TEST(EntryPoint, RefusesAnEmptyValueForAnOptionThatTakesNone)
 {
     expectComplaintAndHint("--buzzer=", "option '--buzzer' doesn't allow an argument");
 }
 
-TEST(FrontDoor, MissesTheValueOfAnOptionThatNeedsOne)
+TEST(EntryPoint, MissesTheValueOfAnOptionThatNeedsOne)
 {
     for (const Row& row : rows)
         if (row.argument == required_argument)
             expectComplaintAndHint(dashed(row), "option '" + dashed(row) + "' requires an argument");
 }
 
-TEST(FrontDoor, RefusesWhatIsNoOption)
+TEST(EntryPoint, RefusesWhatIsNoOption)
 {
     expectComplaintAndHint("--bogus", "unrecognized option '--bogus'");
     expectComplaintAndHint("--bogus --version", "unrecognized option '--bogus'");
@@ -235,7 +235,7 @@ TEST(FrontDoor, RefusesWhatIsNoOption)
     expectComplaintAndHint("-list", "invalid option -- 'l'");
 }
 
-TEST(FrontDoor, TellsOptionsApartByCase)
+TEST(EntryPoint, TellsOptionsApartByCase)
 {
     expectComplaintAndHint("--Version", "unrecognized option '--Version'");
     expectComplaintAndHint("--HELP", "unrecognized option '--HELP'");
@@ -243,7 +243,7 @@ TEST(FrontDoor, TellsOptionsApartByCase)
     expectComplaintAndHint("-V", "invalid option -- 'V'");
 }
 
-TEST(FrontDoor, RefusesAnAmbiguousAbbreviation)
+TEST(EntryPoint, RefusesAnAmbiguousAbbreviation)
 {
     expectComplaintAndHint("--l", "option '--l' is ambiguous; possibilities: '--led' '--list' "
                                   "'--longpress_time' '--longpress' '--led_dimming' '--lightsensor'\n");
@@ -252,7 +252,7 @@ TEST(FrontDoor, RefusesAnAmbiguousAbbreviation)
                                        "'--onoff_signal_time' '--onoff_signal'\n");
 }
 
-TEST(FrontDoor, TakesAnUnambiguousAbbreviation)
+TEST(EntryPoint, TakesAnUnambiguousAbbreviation)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--vers").output, unit.run("--version").output);
@@ -263,7 +263,7 @@ TEST(FrontDoor, TakesAnUnambiguousAbbreviation)
     EXPECT_EQ(unit.run("--hel").output, unit.run("--help").output);
 }
 
-TEST(FrontDoor, PrefersAWholeNameToTheLongerOnesThatItBegins)
+TEST(EntryPoint, PrefersAWholeNameToTheLongerOnesThatItBegins)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--led").calls.front(), "GetFrontLED() = handle");
@@ -271,7 +271,7 @@ TEST(FrontDoor, PrefersAWholeNameToTheLongerOnesThatItBegins)
     EXPECT_EQ(unit.run("--onoff --onoff_signal").calls[1], "Config_getOnOffSigAction([2]) = 0");
 }
 
-TEST(FrontDoor, PassesOverStrayWords)
+TEST(EntryPoint, PassesOverStrayWords)
 {
     Unit unit;
     const Result result = unit.run("stray --version");
@@ -280,7 +280,7 @@ TEST(FrontDoor, PassesOverStrayWords)
     EXPECT_EQ(unit.run("one --lightsensor two --illuminance three").output, "Illuminance: 320\n");
 }
 
-TEST(FrontDoor, LeadsToEveryCategory)
+TEST(EntryPoint, LeadsToEveryCategory)
 {
     const struct Case
     {
@@ -310,7 +310,7 @@ TEST(FrontDoor, LeadsToEveryCategory)
         EXPECT_TRUE(unit.run(std::string(c.category) + " --help").output.starts_with(c.title)) << c.category;
 }
 
-TEST(FrontDoor, RunsOneCategoryOnly)
+TEST(EntryPoint, RunsOneCategoryOnly)
 {
     Unit unit;
     const Result result = unit.run("--lightsensor --illuminance --buzzer --version");
@@ -319,7 +319,7 @@ TEST(FrontDoor, RunsOneCategoryOnly)
 }
 
 // Each of them in a category that tells a value from none.
-TEST(FrontDoor, TakesAnEmptyValueForNone)
+TEST(EntryPoint, TakesAnEmptyValueForNone)
 {
     Unit unit;
     for (const char* category : {"--about", "--can", "--digitalio", "--power", "--temperature", "--version"})
@@ -333,7 +333,7 @@ TEST(FrontDoor, TakesAnEmptyValueForNone)
     }
 }
 
-TEST(FrontDoor, HandsTheValueToTheCategory)
+TEST(EntryPoint, HandsTheValueToTheCategory)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--about").output, "Invalid argument: Category argument could not be found. "
@@ -347,13 +347,13 @@ TEST(FrontDoor, HandsTheValueToTheCategory)
 }
 
 // A value is written behind an equals sign; a word of its own is a stray one.
-TEST(FrontDoor, TakesNoWordBehindACategoryForItsValue)
+TEST(EntryPoint, TakesNoWordBehindACategoryForItsValue)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--temperature PCB").output, unit.run("--temperature").output);
 }
 
-TEST(FrontDoor, ShowsTheGeneralHelp)
+TEST(EntryPoint, ShowsTheGeneralHelp)
 {
     Unit unit;
     const std::string usage = unit.run("--help").output;
@@ -362,7 +362,7 @@ TEST(FrontDoor, ShowsTheGeneralHelp)
         EXPECT_EQ(unit.run(arguments).output, usage) << arguments;
 }
 
-TEST(FrontDoor, ShowsTheProgramVersion)
+TEST(EntryPoint, ShowsTheProgramVersion)
 {
     Unit unit;
     const std::string version = unit.run("-v").output;
@@ -371,7 +371,7 @@ TEST(FrontDoor, ShowsTheProgramVersion)
         EXPECT_EQ(unit.run(arguments).output, version) << arguments;
 }
 
-TEST(FrontDoor, ShowsTheOptionList)
+TEST(EntryPoint, ShowsTheOptionList)
 {
     Unit unit;
     const std::string list = unit.run("--list").output;
@@ -380,21 +380,21 @@ TEST(FrontDoor, ShowsTheOptionList)
         EXPECT_EQ(unit.run(arguments).output, list) << arguments;
 }
 
-TEST(FrontDoor, TouchesNoDeviceForTheGeneralActions)
+TEST(EntryPoint, TouchesNoDeviceForTheGeneralActions)
 {
     Unit unit;
     for (const char* arguments : {"-h", "--help", "-v", "--list"})
         EXPECT_EQ(unit.run(arguments).calls, Calls{}) << arguments;
 }
 
-TEST(FrontDoor, LeavesTheShortOptionsNoMeaningBehindACategory)
+TEST(EntryPoint, LeavesTheShortOptionsNoMeaningBehindACategory)
 {
     Unit unit;
     for (const char* arguments : {"--buzzer -h", "--buzzer -v", "--buzzer -hv"})
         EXPECT_EQ(unit.run(arguments).output, "Invalid argument\n") << arguments;
 }
 
-TEST(FrontDoor, ComplainsBehindACategoryToo)
+TEST(EntryPoint, ComplainsBehindACategoryToo)
 {
     const struct Case
     {
@@ -417,7 +417,7 @@ TEST(FrontDoor, ComplainsBehindACategoryToo)
     }
 }
 
-TEST(FrontDoor, ExitsWithSuccessWhateverTheHandlerGives)
+TEST(EntryPoint, ExitsWithSuccessWhateverTheHandlerGives)
 {
     Unit unit; // every run checks the exit status
     unit.fails("Buzzer_release", 77);
