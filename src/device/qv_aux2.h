@@ -143,8 +143,8 @@ ApiError CanSetting_setBaudrate(CanSettingHandle can, uint8_t channel, uint16_t 
 
 // Config: what the System Supervisor does at start-up, on the buttons and on the on/off signal.
 // Actions: 0 none, 1 suspend, 2 shutdown. Start-up triggers are a bit set: 1 front button, 2 on/off
-// signal, 4 CAN, 8 configurable inputs. Video masks: bit 0 is channel 1. Boot modes: 0 normal, 3 rescue,
-// 4 rescue with factory reset.
+// signal, 4 CAN, 8 configurable inputs. Video masks: bit 0 is channel 1. Boot modes: 3 rescue, 4 rescue
+// with factory reset.
 
 ConfigHandle GetConfig(void);
 ApiError Config_release(ConfigHandle config);
@@ -265,8 +265,7 @@ ApiError Power_setCanPowerStatus(PowerHandle power, int32_t enabled);
 ApiError Power_getExtFanPowerStatus(PowerHandle power, int32_t* enabled);
 ApiError Power_setExtFanPowerStatus(PowerHandle power, int32_t enabled);
 
-// QVAuxPrivate: raw access. EEPROM selectors: 0 main board, 1 add-on board. System modes: 0 normal,
-// 1 rescue.
+// QVAuxPrivate: raw access. EEPROM selectors: 0 main board, 1 add-on board.
 
 QVAuxPrivateHandle GetQVAuxPrivate(void);
 ApiError QVAuxPrivate_release(QVAuxPrivateHandle privateAccess);
