@@ -67,9 +67,10 @@ static std::uint8_t deviceChannel(std::uint8_t index)
 
 static void readBaudrates(CanSettingHandle can, const char* argument)
 {
+    const bool all = asksToRead(argument);
     for (std::uint8_t index = 0; index < canChannelCount; ++index)
     {
-        if (!asksToRead(argument) && !isChannel(argument, index))
+        if (!all && !isChannel(argument, index))
             continue;
         std::uint16_t baudrate = 0;
         if (succeeded("getBaudrate", CanSetting_getBaudrate(can, deviceChannel(index), &baudrate)))
