@@ -513,6 +513,15 @@ TEST(AboutEeprom, PrintsATextUpToItsFirstZeroByte)
     EXPECT_EQ(valueBehind(unit.run("--about=EEPROM").output, "Unit serial="), "QX");
 }
 
+TEST(AboutEeprom, PrintsLettersBeyondThoseOfEnglish)
+{
+    Unit unit(R"({"about": {"unitSerial": "Ä-1 µ"}, "faults": {"About_getMainPCBSerial": {"code": 77}},
+                  "errorTexts": {"77": "Zu heiß"}})");
+    const std::string output = unit.run("--about=EEPROM").output;
+    EXPECT_EQ(valueBehind(output, "Unit serial="), "Ä-1 µ");
+    EXPECT_EQ(valueBehind(output, "getMainPCBSerial: "), "Zu heiß");
+}
+
 TEST(AboutEeprom, PrintsATextThatLooksLikeAFormat)
 {
     for (const auto& [place, operation, label] : textFields)
