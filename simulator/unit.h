@@ -208,6 +208,7 @@ struct Diagnostic
     Fitted<std::int16_t> pcbTemperature = std::int16_t{34};
     Fitted<std::int16_t> cpuTemperature = std::int16_t{48};
     Fitted<std::int16_t> boardTemperature = std::int16_t{39};
+    std::int32_t sensorStatus = 0; // the word beside the temperatures of CPU and CPU board
 
     static void describe(auto& key, auto& self)
     {
@@ -228,6 +229,7 @@ struct Diagnostic
         key("pcbTemperature", self.pcbTemperature);
         key("cpuTemperature", self.cpuTemperature);
         key("boardTemperature", self.boardTemperature);
+        key("sensorStatus", self.sensorStatus);
     }
 };
 

@@ -85,7 +85,7 @@ ApiError Diagnostic_getPMTemp(DiagnosticHandle diagnostic, std::int32_t sensor, 
         const ApiError code = deliver(
             sensor == cpu ? unit.diagnostic.cpuTemperature : unit.diagnostic.boardTemperature, temperature);
         if (code == success)
-            *status = 0;
+            *status = unit.diagnostic.sensorStatus;
         return code;
     };
     return reading(__func__, diagnostic, work, sensor, out(temperature), out(status));

@@ -5,6 +5,7 @@
 #include "main/output.h"
 
 #include <cstdint>
+#include <cstdio>
 
 struct VersionItem
 {
@@ -68,7 +69,10 @@ int handleVersion(const char* argument, int argc, char** argv, const char*, cons
     }
 
     if (asksToRead(argument))
+    {
         printProgramVersionLine();
+        std::fflush(stdout);
+    }
     bool printed = false;
     for (const VersionItem& item : items)
     {

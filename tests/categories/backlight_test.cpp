@@ -108,8 +108,8 @@ TEST(Backlight, SetsTheIntensity)
         const char* printed;
         int sent;
     } cases[] = {
-        {"1", "1", 1},   {"2", "2", 2},  {"254", "254", 254}, {"255", "255", 255}, {"12abc", "12", 12},
-        {"007", "7", 7}, {"+9", "9", 9}, {" 33", "33", 33},   {"2.9", "2", 2},
+        {"1", "1", 1},     {"2", "2", 2},  {"254", "254", 254}, {"255", "255", 255}, {"12abc", "12", 12},
+        {"010", "10", 10}, {"+9", "9", 9}, {" 33", "33", 33},   {"2.9", "2", 2},
     };
     for (const auto& [value, printed, sent] : cases)
     {
@@ -166,7 +166,7 @@ TEST(Backlight, TakesAnIntensityBeyondThirtyTwoBitsAsFarAsALongHoldsIt)
 TEST(Backlight, RefusesAnIntensityBelowOne)
 {
     Unit unit;
-    for (const std::string value : {"0", "-1", "-255", "-65535", "abc", "x9", "0.9", "-"})
+    for (const std::string value : {"0", "-1", "-255", "-65535", "abc", "x9", "0x10", "0.9", "-"})
     {
         SCOPED_TRACE(value);
         const Result result = unit.run("--backlight --intensity=" + value);

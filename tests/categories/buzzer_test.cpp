@@ -31,7 +31,6 @@ const char* const frequencyRefusal =
     "Invalid argument: The Frequency is not within allowed range (700 Hz - 10 000 Hz)\n";
 const char* const volumeRefusal = "Invalid argument: Volume is not within allowed range (0 - 2000)\n";
 
-// The calls between obtaining the handle and giving it back.
 TEST(Buzzer, ShowsAllSettingsByDefault)
 {
     Unit unit(R"({"buzzer": {"frequency": 1234, "volume": 56, "enabled": true}})");

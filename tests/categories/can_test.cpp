@@ -156,7 +156,7 @@ TEST(Can, SendsTheLowSixteenBitsOfABaudrate)
     } cases[] = {{"1", 1},         {"65534", 65534}, {"65535", 65535},
                  {"65537", 1},     {"70000", 4464},  {"2147483647", 65535},
                  {"-1", 65535},    {"-65000", 536},  {"99999999999999999999", 65535},
-                 {"250kbit", 250}, {"12.9", 12}};
+                 {"250kbit", 250}, {"12.9", 12},     {"0800", 800}};
     for (const auto& [value, sent] : cases)
     {
         SCOPED_TRACE(value);
@@ -172,7 +172,7 @@ TEST(Can, SendsTheLowSixteenBitsOfABaudrate)
 TEST(Can, SendsTextAndWhatTheCutLeavesEmptyAsZero)
 {
     Unit unit = unitWithTwoChannels();
-    for (const std::string value : {"abc", "0", "65536", "-65536", "-99999999999999999999"})
+    for (const std::string value : {"abc", "0", "65536", "-65536", "0x1F4", "-99999999999999999999"})
     {
         SCOPED_TRACE(value);
         const Result result = unit.run("--can=CAN0 --baudrate=" + value);
@@ -255,6 +255,16 @@ TEST(Can, ReadsAndSetsTheLastOf255Channels)
               canCalls(255, {"CanSetting_setBaudrate(255, 800) = 0"}));
     EXPECT_EQ(unit.run("--can=CAN254").output, "CAN device 254 baud rate: 800\n");
     EXPECT_EQ(unit.run("--can=CAN255").output, "");
+}
+
+TEST(Can, TakesAnyFailureToCountForFourChannels)
+{
+    for (const unsigned code : {1u, 2u, 18u, 4294967295u})
+    {
+        Unit unit;
+        unit.fails("About_getNrOfCANConnections", code);
+        EXPECT_EQ(unit.run("--can=CAN3").output, "CAN device 3 baud rate: 500\n") << code;
+    }
 }
 
 TEST(Can, TakesAUnitThatCannotCountForOneOfFourChannels)

@@ -26,7 +26,19 @@ TEST(Lightsensor, ReadsTheIlluminanceByDefault)
 TEST(Lightsensor, ReadsTheIlluminanceOnRequest)
 {
     Unit unit(R"({"lightsensor": {"illuminance": 12}})");
-    EXPECT_EQ(unit.run("--lightsensor --illuminance").output, "Illuminance: 12\n");
+    for (const char* arguments : {"--lightsensor --illuminance", "--lightsensor --illuminance --illuminance"})
+    {
+        const Result result = unit.run(arguments);
+        EXPECT_EQ(result.output, "Illuminance: 12\n");
+        EXPECT_EQ(result.calls, callsOn("Lightsensor", {"Lightsensor_getIlluminance([12]) = 0"}));
+    }
+}
+
+TEST(Lightsensor, RefusesManyForeignOptionsOnce)
+{
+    Unit unit;
+    EXPECT_EQ(unit.run("--lightsensor --frequency --wlanpower --rescue_mode_next_boot -v").output,
+              "Invalid argument\n");
 }
 
 TEST(Lightsensor, PrintsTheHighestIlluminanceUnsigned)
@@ -48,6 +60,8 @@ TEST(Lightsensor, LetsAForeignOptionThroughBesideItsOwn)
     Unit unit;
     EXPECT_EQ(unit.run("--lightsensor --illuminance --frequency").output, "Illuminance: 320\n");
     EXPECT_EQ(unit.run("--lightsensor --frequency --illuminance").output, "Illuminance: 320\n");
+    EXPECT_EQ(unit.run("--lightsensor --illuminance -h").output, "Illuminance: 320\n");
+    EXPECT_EQ(unit.run("--lightsensor -v --illuminance").output, "Illuminance: 320\n");
 }
 
 TEST(Lightsensor, RefusesTheShortOptions)
@@ -82,7 +96,7 @@ TEST(Lightsensor, RefusesAValueForItsOption)
 TEST(Lightsensor, ShowsItsHelpAndReleasesNothing)
 {
     Unit unit;
-    const Result result = unit.run("--lightsensor --help");
+    const Result result = unit.run("--lightsensor --help --bogus");
     EXPECT_EQ(result.output, help);
     EXPECT_EQ(result.calls, (Calls{"GetLightsensor() = handle"}));
 }
@@ -99,6 +113,7 @@ TEST(Lightsensor, ReportsAFailedReadingAndReleases)
     Unit unit;
     unit.fails("Lightsensor_getIlluminance", 77);
     const Result result = unit.run("--lightsensor");
+    EXPECT_EQ(unit.run("--lightsensor --illuminance --frequency").output, "getIlluminance: Error 77\n");
     EXPECT_EQ(result.output, "getIlluminance: Error 77\n");
     EXPECT_EQ(result.calls, (Calls{"GetLightsensor() = handle", "Lightsensor_getIlluminance([]) = 77",
                                    "GetErrorStringA(77) = \"Error 77\"", "Lightsensor_release() = 0"}));

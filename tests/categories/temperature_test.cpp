@@ -98,6 +98,16 @@ TEST(Temperature, TakesNoValueForAllSensors)
     EXPECT_EQ(unit.run("--temperature SS").output, all);
 }
 
+TEST(Temperature, TakesNoHeedOfTheSensorsStatus)
+{
+    Unit unit(R"({"diagnostic": {"sensorStatus": 7}})");
+    EXPECT_EQ(unit.run("--temperature").output, all);
+    EXPECT_EQ(unit.run("--temperature=CPU").output, "CPU temp=48\n");
+    EXPECT_EQ(unit.run("--temperature=BOARD").output, "CPU BOARD temp=39\n");
+    EXPECT_NE(unit.run("--about=Diagnostic").output.find("\nCPU temp=48\nCPU BOARD temp=39\n"),
+              std::string::npos);
+}
+
 TEST(Temperature, PrintsSignedValuesOfSixteenBits)
 {
     Unit unit(R"({"diagnostic": {"ssTemperature": -5, "pcbTemperature": -32768,

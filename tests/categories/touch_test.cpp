@@ -320,8 +320,8 @@ TEST(Touch, RestoresTheDefaults)
 TEST(Touch, RefusesOtherSettingsAsTheyWereTyped)
 {
     Unit unit;
-    for (const std::string word :
-         {"bogus", "Ts_Low", "LOW_LEVEL", "1", "ERROR", "noArgument", " TS_LOW_LEVEL", "TS_LOW_LEVEL\xE4", "\x80\xFF"})
+    for (const std::string word : {"bogus", "Ts_Low", "LOW_LEVEL", "1", "ERROR", "noArgument",
+                                   " TS_LOW_LEVEL", "TS_LOW_LEVEL\xE4", "\x80\xFF"})
         for (const char* value : {"", "=5"})
         {
             SCOPED_TRACE(word);

@@ -95,6 +95,23 @@ TEST(DeviceInterface, ReportsAFailedOperationInOneLine)
     }
 }
 
+// Codes 2 and 18 mean more than a failure in the reports of --about alone.
+TEST(DeviceInterface, ReportsEveryCodeButSuccess)
+{
+    for (const Module& module : modules)
+        for (const unsigned code : {1u, 2u, 5u, 18u, 255u, 256u, 65536u})
+        {
+            if (std::string(module.arguments).starts_with("--about") && (code == 2 || code == 18))
+                continue;
+            SCOPED_TRACE(module.operation);
+            Unit unit;
+            unit.failsOnce(module.operation, code);
+            unit.set("/errorTexts/" + std::to_string(code), "The bus is silent");
+            EXPECT_NE(unit.run(module.arguments).output.find(": The bus is silent\n"), std::string::npos)
+                << code;
+        }
+}
+
 TEST(DeviceInterface, IsSilentBehindAnErrorWithoutText)
 {
     for (const Module& module : modules)

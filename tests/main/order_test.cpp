@@ -31,12 +31,90 @@ TEST(Order, TheLightSensorIsHeldUntilTheRefusalIsPrinted)
               lines({"GetLightsensor() = handle", "Invalid argument", "Lightsensor_release() = 0"}));
 }
 
+TEST(Order, EveryLineComesBehindItsCallAndBeforeTheNext)
+{
+    const struct
+    {
+        const char* arguments;
+        const char* module;
+        Calls between;
+        const char* keys = "{}";
+    } cases[] = {
+        {"--lightsensor", "Lightsensor", {"Lightsensor_getIlluminance([320]) = 0", "Illuminance: 320"}},
+        {"--version=FPGA",
+         "AuxVersion",
+         {"AuxVersion_getFPGAVersion([], [], [], []) = 77", "GetErrorStringA(77) = \"Error 77\"",
+          "getFPGAVersion: Error 77"},
+         R"({"faults": {"AuxVersion_getFPGAVersion": {"code": 77}}})"},
+        {"--temperature=GPU", "Diagnostic", {"Invalid argument: Could not find the specified argument."}},
+        {"--temperature=SS",
+         "Diagnostic",
+         {"Diagnostic_getSSTemp([]) = 77", "GetErrorStringA(77) = \"Error 77\"", "getSSTemp: Error 77"},
+         R"({"faults": {"Diagnostic_getSSTemp": {"code": 77}}})"},
+        {"--digitalio=DI5", "DigIO", {"Invalid argument"}},
+        {"--buzzer --illuminance", "Buzzer", {"Invalid argument"}},
+        {"--buzzer",
+         "Buzzer",
+         {"Buzzer_getFrequency([2500]) = 0", "Buzzer Frequency: 2500", "Buzzer_getVolume([1000]) = 0",
+          "Buzzer Volume: 1000", "Buzzer_getTrigger([0]) = 0", "Buzzer status:  Disabled."}},
+        {"--buzzer --status=Enable --volume=40 --frequency=800",
+         "Buzzer",
+         {"Buzzer_setFrequency(800) = 0", "Buzzer frequency set to: 800 Hz.", "Buzzer_setVolume(40) = 0",
+          "Buzzer volume set to: 40", "Buzzer_setTrigger(1) = 0", "Buzzer status set to enable."}},
+        {"--backlight --frequency", "Backlight", {"Invalid argument"}},
+        {"--backlight",
+         "Backlight",
+         {"Backlight_getIntensity([200]) = 0", "Intensity: 200", "Backlight_getAutomaticBLStatus([0]) = 0",
+          "Automatic BL: Disabled", "Backlight_getLedDimming([0]) = 0", "LedDimming: Disabled"}},
+        {"--backlight --led_dimming=Enabled --automatic=Enabled --intensity=7",
+         "Backlight",
+         {"Backlight_setIntensity(7) = 0", "Backlight intensity set to: 7",
+          "Backlight_setAutomaticBLFilter(4, 2, 40, 2) = 77", "GetErrorStringA(77) = \"Error 77\"",
+          "setAutomaticBLFilter: Error 77", "Backlight_startAutomaticBL() = 0", "Automatic BL started.",
+          "Backlight_setLedDimming(1) = 0", "LedDimming enabled."},
+         R"({"faults": {"Backlight_setAutomaticBLFilter": {"code": 77}}})"},
+        {"--led --volume", "FrontLED", {"Invalid argument"}},
+        {"--led",
+         "FrontLED",
+         {"FrontLED_getSignal([1], [50]) = 0", "LED Frequency: 1", "FrontLED_getSignal([1], [50]) = 0",
+          "LED Duty Cycle: 50 %.", "FrontLED_getStandardColor([1]) = 0", "LED color: GREEN",
+          "FrontLED_getNrOfPulses([1]) = 0", "LED pulses: 1", "FrontLED_getIdleTime([0]) = 0",
+          "LED idle time: 0", "FrontLED_getEnabledDuringStartup([1]) = 0", "LED startup: Enabled."}},
+        {"--led --dutycycle=80 --frequency=10",
+         "FrontLED",
+         {"FrontLED_getSignal([1], [50]) = 0", "FrontLED_setSignal(10, 50) = 0",
+          "LED frequency set to: 10 Hz.", "FrontLED_getSignal([10], [50]) = 0",
+          "FrontLED_setSignal(10, 80) = 0", "LED duty cycle set to: 80 %."}},
+    };
+    for (const auto& [arguments, module, between, keys] : cases)
+        EXPECT_EQ(callsAndLines(arguments, Unit(keys)), lines(callsOn(module, between))) << arguments;
+}
+
 TEST(Order, TheVersionsAreHeldBeforeTheOptionsAreRead)
 {
     EXPECT_EQ(callsAndLines("--version=FPGA --volume"),
               lines({"GetAuxVersion() = handle", "Error: Version does not take any more options.",
                      "AuxVersion_getFPGAVersion([1], [4], [0], [2]) = 0", "FPGAVersion: 1.4.0.2",
                      "AuxVersion_release() = 0"}));
+}
+
+TEST(Order, TheProgramsOwnVersionIsPrintedBeforeTheUnitsAreRead)
+{
+    EXPECT_TRUE(callsAndLines("--version")
+                    .starts_with(lines({"GetAuxVersion() = handle", "fobrob 2.9.0.0",
+                                        "AuxVersion_getFPGAVersion([1], [4], [0], [2]) = 0",
+                                        "FPGAVersion: 1.4.0.2"})));
+}
+
+TEST(Order, TheReportsTellOfEveryCallBeforeTheNext)
+{
+    Unit unit;
+    unit.fails("Adc_getVoltage", 77);
+    unit.fails("About_getAddOnPCBSerial", 18);
+    EXPECT_NE(callsAndLines("--about=ADC", unit).find("VOLTAGE_24VIN: Error 77\nAdc_getVoltage(1,"),
+              std::string::npos);
+    EXPECT_NE(callsAndLines("--about=EEPROM", unit).find("Addon PCB serial=N/A\nAbout_getAddOnPCBArt("),
+              std::string::npos);
 }
 
 TEST(Order, EveryTemperatureIsPrintedBeforeTheNextIsRead)
@@ -133,6 +211,36 @@ TEST(Order, TheCanChannelsAreCountedBeforeAnOptionIsRefused)
                "About_release() = 0", "Invalid option: Only --baudrate and --help are valid options.",
                "CanSetting_getBaudrate(1, [250]) = 0", "CAN device 0 baud rate: 250",
                "CanSetting_release() = 0"}));
+}
+
+TEST(Order, TheCanLinesComeBehindTheirCallsAndBeforeTheRelease)
+{
+    const struct
+    {
+        const char* arguments;
+        int channels;
+        Calls between;
+    } cases[] = {
+        {"--can", 0, {"Invalid argument: No valid arguments could be found."}},
+        {"--can",
+         2,
+         {"CanSetting_getBaudrate(1, [250]) = 0", "CAN device 0 baud rate: 250",
+          "CanSetting_getBaudrate(2, [250]) = 0", "CAN device 1 baud rate: 250"}},
+        {"--can=CAN1 --baudrate", 2, {"Invalid argument: No baud rate value passed to the option."}},
+        {"--can=CAN1 --baudrate=500",
+         2,
+         {"CanSetting_setBaudrate(2, 500) = 0", "CAN device 1 baud rate set to: 500"}},
+    };
+    for (const auto& [arguments, channels, between] : cases)
+    {
+        const std::string count = std::to_string(channels);
+        Calls all = {"GetAbout() = handle", "About_getNrOfCANConnections([" + count + "]) = 0",
+                     "About_release() = 0"};
+        all.insert(all.end(), between.begin(), between.end());
+        EXPECT_EQ(callsAndLines(arguments, Unit(R"({"about": {"canConnections": )" + count + "}}")),
+                  lines(callsOn("CanSetting", all)))
+            << arguments;
+    }
 }
 
 TEST(Order, TheHeaterIsHeldUntilItsOptionIsRequired)

@@ -32,14 +32,6 @@ struct ShellRun
     std::string calls;
 };
 
-std::string text(const Calls& calls)
-{
-    std::string all;
-    for (const std::string& call : calls)
-        all += call + "\n";
-    return all;
-}
-
 // The unit's files and the call trace are opened by the program; none of them may come to stand where
 // standard input or output is expected.
 TEST(Streams, MayBeClosedInEveryCombination)
@@ -58,7 +50,7 @@ TEST(Streams, MayBeClosedInEveryCombination)
         EXPECT_EQ(change.outcome.output,
                   ifOpen(2, "Buzzer frequency set to: 800 Hz.\nBuzzer volume set to: 40\n"));
         EXPECT_THAT(change.outcome.errors, testing::EndsWith(ifOpen(4, "unrecognized option '--none'\n")));
-        EXPECT_EQ(change.calls, text(callsOfTwoSettings));
+        EXPECT_EQ(change.calls, lines(callsOfTwoSettings));
         EXPECT_EQ(unit.content(), nlohmann::json::parse(R"({"buzzer": {"volume": 40, "frequency": 800}})"));
 
         FirmwareUnit asked;
@@ -87,7 +79,7 @@ TEST(Streams, MakeNoDifferenceToTheUnitWhereOutputIsFull)
         Unit unit;
         const ShellRun run(unit, script, makesTwoSettings + " --none");
         EXPECT_EQ(run.outcome.status, 0);
-        EXPECT_EQ(run.calls, text(callsOfTwoSettings));
+        EXPECT_EQ(run.calls, lines(callsOfTwoSettings));
         EXPECT_EQ(unit["/buzzer/volume"], 40);
     }
 }
@@ -107,7 +99,7 @@ TEST(Streams, MakeNoDifferenceToTheUnitWhereTheReaderGoesAway)
         "mkfifo \"$PIPE\"; exec 3<>\"$PIPE\" 4>\"$PIPE\" 3<&-; exec env --default-signal=PIPE \"$@\" >&4";
     const ShellRun run(unit, "PIPE=" + (unit.folder / "pipe") + "; " + nobodyReads, makesTwoSettings);
     EXPECT_EQ(run.outcome.status, 0);
-    EXPECT_EQ(run.calls, text(callsOfTwoSettings));
+    EXPECT_EQ(run.calls, lines(callsOfTwoSettings));
     EXPECT_EQ(unit["/buzzer/volume"], 40);
 }
 

@@ -36,7 +36,7 @@ std::vector<std::string> splitLines(const std::string& text)
 
 } // namespace
 
-std::string lines(std::initializer_list<std::string> list)
+std::string lines(const std::vector<std::string>& list)
 {
     std::string text;
     for (const std::string& line : list)

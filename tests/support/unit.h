@@ -21,7 +21,7 @@ using Calls = std::vector<std::string>;
 Calls callsOn(const std::string& module, const Calls& calls = {});
 
 // The lines, each with its newline.
-std::string lines(std::initializer_list<std::string> list);
+std::string lines(const std::vector<std::string>& list);
 
 // The program with the arguments that stand in `arguments` between blanks, on the unit file `unit`.
 Command programOn(const std::string& unit, const std::string& arguments);
