@@ -235,10 +235,35 @@ TEST(Advanced, TakesAMistakeBesideTheFactoryResetForBoth)
 
 TEST(Advanced, TakesAMistakeForTheRescueModeEvenBesideFirmwareWork)
 {
-    Unit unit;
-    const Result result = unit.runComplaining("--advanced --update=SS --filepath=/x.hex --frce");
-    EXPECT_EQ(result.output, rescueModeSet);
-    EXPECT_EQ(result.calls, wholeRun(rescueCalls(3), true));
+    for (const unsigned user : {0u, 1000u})
+    {
+        Unit unit;
+        unit.userId = user;
+        const Result result = unit.runComplaining("--advanced --update=SS --filepath=/x.hex --frce");
+        EXPECT_EQ(result.output, rescueModeSet);
+        EXPECT_EQ(result.calls, wholeRun(rescueCalls(3), true));
+    }
+}
+
+TEST(Advanced, DoesTheActionsBeforeFirmwareWorkForAnybody)
+{
+    const struct
+    {
+        const char* options;
+        std::string output;
+    } cases[] = {
+        {"--rescue_mode_next_boot --update=SS", rescueModeSet},
+        {"--boot_completed --verify=SS", "Boot completed successfully.\n"},
+    };
+    for (const auto& [options, output] : cases)
+    {
+        SCOPED_TRACE(options);
+        Unit unit;
+        unit.userId = 1000;
+        const Result result = unit.run("--advanced " + std::string(options));
+        EXPECT_EQ(result.output, output);
+        EXPECT_EQ(std::count(result.calls.begin(), result.calls.end(), "sleep(100)"), 1);
+    }
 }
 
 TEST(Advanced, PrefersTheActionsBeforeTheRescueModeToAMistake)
@@ -449,6 +474,21 @@ TEST(Advanced, ReportsAFailedActionAndReleases)
         const Result result = unit.run("--advanced " + std::string(failure.option));
         EXPECT_EQ(result.output, failure.label + std::string("Error 77\n"));
         EXPECT_EQ(result.calls, wholeRun(failure.calls));
+    }
+}
+
+TEST(Advanced, WaitsBehindAnActionThatFailsToo)
+{
+    for (const Failure& failure : failures)
+    {
+        SCOPED_TRACE(failure.option);
+        if (std::string(failure.option) == "--shutdown" || std::string(failure.option) == "--factory")
+            continue; // behind firmware work in the order of the actions
+        Unit unit;
+        unit.fails(failure.operation, 77);
+        const Result result = unit.run("--advanced --update=SS " + std::string(failure.option));
+        EXPECT_EQ(result.output, failure.label + std::string("Error 77\n"));
+        EXPECT_EQ(result.calls, wholeRun(failure.calls, true));
     }
 }
 

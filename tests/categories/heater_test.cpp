@@ -64,14 +64,15 @@ TEST(Heater, SetsTheLimit)
     {
         const char* value;
         int limit;
-    } cases[] = {{"-25", -25}, {"-24", -24}, {"-1", -1}, {"0", 0},  {"1", 1},   {"4", 4}, {"5", 5},
-                 {"3.9", 3},   {"-3.9", -3}, {"2C", 2},  {"+2", 2}, {"abc", 0}, {"-", 0}, {"005", 5}};
+    } cases[] = {{"-25", -25}, {"-24", -24}, {"-1", -1},   {"0", 0},    {"1", 1},  {"4", 4},
+                 {"5", 5},     {"3.9", 3},   {"-3.9", -3}, {"2C", 2},   {"+2", 2}, {"abc", 0},
+                 {"-", 0},     {"005", 5},   {" 4", 4},    {"\t-3", -3}};
     for (const auto& [value, limit] : cases)
     {
         SCOPED_TRACE(value);
         Unit unit;
         const std::string number = std::to_string(limit);
-        const Result result = unit.run(std::string("--heater --temperature=") + value);
+        const Result result = unit.run({"--heater", std::string("--temperature=") + value});
         EXPECT_EQ(result.output, "Heater temperature set to: " + number + " C.\n");
         EXPECT_EQ(result.calls, heaterCalls({"Config_setHeatingTempLimit(" + number + ") = 0"}));
         EXPECT_EQ(unit["/config/heatingLimit"], limit);

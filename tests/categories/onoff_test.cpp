@@ -620,9 +620,24 @@ TEST(OnOff, UsesAHandleThatIsNull)
 {
     Unit unit;
     unit.givesNull("GetConfig");
-    EXPECT_EQ(unit.run("--onoff --shortpress --suspend_max_time=1").output,
-              lines({"getShortPressAction: The module handle is not valid",
-                     "setSuspendMaxTime: The module handle is not valid"}));
+    const Result result = unit.run("--onoff --shortpress --suspend_max_time=1");
+    EXPECT_EQ(result.output, lines({"getShortPressAction: The module handle is not valid",
+                                    "setSuspendMaxTime: The module handle is not valid"}));
+    EXPECT_EQ(result.calls.back(), "Config_release() = 3");
+}
+
+TEST(OnOff, SaysNothingOfAReleaseThatFails)
+{
+    Unit unit;
+    unit.fails("Config_release", 77);
+    EXPECT_EQ(unit.run("--onoff --suspend_max_time").output, "SuspendMaxTime: 120min\n");
+}
+
+TEST(OnOff, PassesOverBlanksBeforeANumber)
+{
+    Unit unit;
+    EXPECT_EQ(unit.run(std::vector<std::string>{"--onoff", "--longpress_time= \t12"}).output,
+              "Long press time set to: 12ms\n");
 }
 
 } // namespace

@@ -420,6 +420,22 @@ TEST_P(Power, UsesAHandleThatIsNull)
                                                       "setCanPowerStatus: The module handle is not valid\n");
 }
 
+TEST_P(Power, GivesBothHandlesBackWhateverTheyAre)
+{
+    unit.givesNull("GetPower");
+    EXPECT_THAT(unit.run("--power=current --can").calls,
+                testing::IsSupersetOf({"Power_release() = 3", "Config_release() = 0"}));
+    unit.set("/faults", nlohmann::json::object());
+    unit.givesNull("GetConfig");
+    EXPECT_THAT(unit.run("--power=current --can").calls,
+                testing::IsSupersetOf({"Power_release() = 0", "Config_release() = 3"}));
+    unit.set("/faults", {{"Power_release", {{"code", 77}}}, {"Config_release", {{"code", 77}}}});
+    const Result result = unit.run("--power=current --extfan");
+    EXPECT_EQ(result.output.find("77"), std::string::npos);
+    EXPECT_EQ(Calls(result.calls.end() - 2, result.calls.end()),
+              (Calls{"Power_release() = 77", "Config_release() = 77"}));
+}
+
 TEST_P(Power, DoesWithoutTheHandleOfTheOtherMode)
 {
     unit.givesNull(GetParam().module == "Power_" ? "GetConfig" : "GetPower");

@@ -291,6 +291,15 @@ TEST(Touch, HandlesTheProfileBeforeTheSetting)
     }
 }
 
+TEST(Touch, TakesNoHeedOfAValueWithoutASetting)
+{
+    Unit unit;
+    EXPECT_EQ(unit.run("--touch --mode --value=5").calls,
+              callsOn("TouchScreen", {"TouchScreen_getMode([3]) = 0"}));
+    EXPECT_EQ(unit.run("--touch --mode=mouse --value=5").calls,
+              callsOn("TouchScreen", {"TouchScreen_setMode(2) = 0"}));
+}
+
 TEST(Touch, ReadsTheProfileAndChangesASetting)
 {
     Unit unit;

@@ -153,6 +153,12 @@ TEST(Version, RefusesEachFurtherOptionAndReadsAllTheSame)
     EXPECT_EQ(unit.run("--version=QVSettings --volume").output, refusal);
 }
 
+TEST(Version, EndsItsOptionsAtTwoHyphens)
+{
+    Unit unit;
+    EXPECT_EQ(unit.run("--version=FPGA -- --help --volume").output, "FPGAVersion: 1.4.0.2\n");
+}
+
 TEST(Version, RefusesAnUnknownOptionAfterItsDiagnostic)
 {
     Unit unit;

@@ -1,6 +1,9 @@
+#include "device/qv_aux2.h"
 #include "support/unit.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <type_traits>
 
 namespace
 {
@@ -227,6 +230,24 @@ TEST(OtherLibrary, GetsEveryLineWrittenBeforeTheNextCall)
     EXPECT_NE(outcome.errors.find("GetAdc"), std::string::npos) << outcome.errors;
     EXPECT_NE(outcome.status, 0);
 }
+
+// What a library that was built long ago is handed.
+static_assert(std::is_same_v<ApiError, std::uint32_t>);
+static_assert(sizeof(UpgradeStatus) == 12 && offsetof(UpgradeStatus, state) == 0 &&
+              offsetof(UpgradeStatus, second) == 4 && offsetof(UpgradeStatus, error) == 8);
+static_assert(std::is_same_v<decltype(UpgradeStatus::state), std::int32_t>);
+static_assert(sizeof(DiagnosticTimer) == 28 && offsetof(DiagnosticTimer, runTimeAbove80) == 24);
+static_assert(std::is_same_v<decltype(About_getNrOfCANConnections), ApiError(AboutHandle, std::uint8_t*)>);
+static_assert(std::is_same_v<decltype(About_getNrOfButtons), ApiError(AboutHandle, std::int32_t*)>);
+static_assert(std::is_same_v<decltype(About_getUnitSerial), ApiError(AboutHandle, char*, std::uint32_t)>);
+static_assert(std::is_same_v<decltype(Adc_getVoltage), ApiError(AdcHandle, std::int32_t, double*)>);
+static_assert(
+    std::is_same_v<decltype(AuxVersion_getSSVersion),
+                   ApiError(AuxVersionHandle, std::uint8_t*, std::uint8_t*, std::uint8_t*, std::uint8_t*)>);
+static_assert(std::is_same_v<decltype(Diagnostic_getPMTemp),
+                             ApiError(DiagnosticHandle, std::int32_t, std::int16_t*, std::int32_t*)>);
+static_assert(std::is_same_v<decltype(QVAuxPrivate_getEepromData),
+                             ApiError(QVAuxPrivateHandle, std::int32_t, std::uint8_t*, std::uint32_t)>);
 
 TEST(DeviceInterface, PrintsAnErrorTextToTheByte)
 {

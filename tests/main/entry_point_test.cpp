@@ -402,6 +402,7 @@ TEST(EntryPoint, ComplainsBehindACategoryToo)
         const char* diagnostic;
     } cases[] = {
         {"--buzzer --bogus", "unrecognized option '--bogus'"},
+        {"--buzzer --Frequency", "unrecognized option '--Frequency'"},
         {"--buzzer -x", "invalid option -- 'x'"},
         {"--buzzer --l", "option '--l' is ambiguous"},
         {"--buzzer --force=1", "option '--force' doesn't allow an argument"},
