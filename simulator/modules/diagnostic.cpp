@@ -1,16 +1,5 @@
 #include "call.h"
 
-namespace
-{
-
-enum Sensor : std::int32_t
-{
-    cpu = 0,
-    cpuBoard = 1,
-};
-
-} // namespace
-
 DiagnosticHandle GetDiagnostic()
 {
     return obtain<DiagnosticHandle>(__func__);
@@ -80,10 +69,11 @@ ApiError Diagnostic_getPMTemp(DiagnosticHandle diagnostic, std::int32_t sensor, 
 {
     const Reading work = [&](const Unit& unit) -> ApiError
     {
-        if (sensor != cpu && sensor != cpuBoard)
+        if (sensor != pmSensorCpu && sensor != pmSensorCpuBoard)
             return outOfRange;
-        const ApiError code = deliver(
-            sensor == cpu ? unit.diagnostic.cpuTemperature : unit.diagnostic.boardTemperature, temperature);
+        const ApiError code =
+            deliver(sensor == pmSensorCpu ? unit.diagnostic.cpuTemperature : unit.diagnostic.boardTemperature,
+                    temperature);
         if (code == success)
             *status = unit.diagnostic.sensorStatus;
         return code;

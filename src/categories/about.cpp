@@ -195,6 +195,7 @@ static void reportRawEeprom(const Sources& sources)
         return;
     }
 
+    // The last byte is never asked for: where nothing is erased, the zero in it is written too.
     const ApiError result = QVAuxPrivate_getEepromData(sources.privateAccess, eeprom, rawEepromBuffer,
                                                        sizeof rawEepromBuffer - 1);
     if (!succeeded("getEepromData", result))
@@ -248,20 +249,15 @@ static void showTimer(DiagnosticHandle diagnostic)
 
 static void showTemperatures(DiagnosticHandle diagnostic)
 {
-    enum Sensor : std::int32_t
-    {
-        cpu = 0,
-        cpuBoard = 1,
-    };
     std::int16_t temperature = 0;
     std::int32_t status = 0;
     if (supported("getSSTemp", Diagnostic_getSSTemp(diagnostic, &temperature)))
         printLine("SS temp=", temperature);
     if (supported("getPCBTemp", Diagnostic_getPCBTemp(diagnostic, &temperature)))
         printLine("PCB temp=", temperature);
-    if (supported("getPMTemp", Diagnostic_getPMTemp(diagnostic, cpu, &temperature, &status)))
+    if (supported("getPMTemp", Diagnostic_getPMTemp(diagnostic, pmSensorCpu, &temperature, &status)))
         printLine("CPU temp=", temperature);
-    if (supported("getPMTemp", Diagnostic_getPMTemp(diagnostic, cpuBoard, &temperature, &status)))
+    if (supported("getPMTemp", Diagnostic_getPMTemp(diagnostic, pmSensorCpuBoard, &temperature, &status)))
         printLine("CPU BOARD temp=", temperature);
 }
 
@@ -321,7 +317,8 @@ static const Report* findReport(const char* argument)
 
 int handleAbout(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {
-    // The refusal names the version category. It is meant to.
+    // The refusal names the version category. It is meant to, and so is that the handles are obtained only
+    // when there is no help to print.
     const Scan scan = scanOptions(argc, argv, longIndex, aboutOptions, BareOption::clearsValue,
                                   "Error: Version should not take any more options.");
     if (scan.help)

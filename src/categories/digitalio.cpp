@@ -4,9 +4,13 @@
 
 #include <cstdint>
 
-// By input number, from 1.
-constexpr int inputCount = 4;
-static const char* const inputNames[inputCount] = {"DI1", "DI2", "DI3", "DI4"};
+struct DigitalInput
+{
+    const char* argument;
+    int number;
+};
+
+static const DigitalInput inputs[] = {{"DI1", 1}, {"DI2", 2}, {"DI3", 3}, {"DI4", 4}};
 
 static void printDigitalIoHelp()
 {
@@ -28,11 +32,11 @@ static void printDigitalIoHelp()
 }
 
 // Every input is read afresh, so that its line shows what it is now.
-static void showInput(DigIOHandle digIO, int number)
+static void showInput(DigIOHandle digIO, const DigitalInput& input)
 {
-    std::uint8_t inputs = 0;
-    if (succeeded("getDigIO", DigIO_getDigIO(digIO, &inputs)))
-        printLine("Digital input ", number, ": ", inputs >> (number - 1) & 1);
+    std::uint8_t states = 0;
+    if (succeeded("getDigIO", DigIO_getDigIO(digIO, &states)))
+        printLine("Digital input ", input.number, ": ", states >> (input.number - 1) & 1);
 }
 
 int handleDigitalIo(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
@@ -46,16 +50,7 @@ int handleDigitalIo(const char* argument, int argc, char** argv, const char*, co
         return 0;
     }
 
-    bool printed = false;
-    for (int number = 1; number <= inputCount; ++number)
-    {
-        if (!isChosen(argument, inputNames[number - 1]))
-            continue;
-        showInput(digIO, number);
-        printed = true;
-    }
-
-    if (!printed)
+    if (!showChosen(digIO, argument, inputs, showInput))
         printLine("Invalid argument");
     return static_cast<int>(DigIO_release(digIO));
 }

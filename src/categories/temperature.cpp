@@ -5,23 +5,16 @@
 
 #include <cstdint>
 
-// The sensors of the power management.
-enum PMSensor : std::int32_t
-{
-    cpu = 0,
-    cpuBoard = 1,
-};
-
 static ApiError getCpuTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
 {
     std::int32_t status = 0;
-    return Diagnostic_getPMTemp(diagnostic, cpu, temperature, &status);
+    return Diagnostic_getPMTemp(diagnostic, pmSensorCpu, temperature, &status);
 }
 
 static ApiError getBoardTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
 {
     std::int32_t status = 0;
-    return Diagnostic_getPMTemp(diagnostic, cpuBoard, temperature, &status);
+    return Diagnostic_getPMTemp(diagnostic, pmSensorCpuBoard, temperature, &status);
 }
 
 struct TemperatureSensor
@@ -59,6 +52,13 @@ static void printTemperatureHelp()
               "--temperature=\tCPU\t\tCPU temperature.");
 }
 
+static void showTemperature(DiagnosticHandle diagnostic, const TemperatureSensor& sensor)
+{
+    std::int16_t temperature = 0;
+    if (succeeded(sensor.operation, sensor.get(diagnostic, &temperature)))
+        printLine(sensor.label, temperature);
+}
+
 int handleTemperature(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {
     const DiagnosticHandle diagnostic = GetDiagnostic();
@@ -71,18 +71,7 @@ int handleTemperature(const char* argument, int argc, char** argv, const char*, 
         return 0;
     }
 
-    bool printed = false;
-    for (const TemperatureSensor& sensor : sensors)
-    {
-        if (!isChosen(argument, sensor.argument))
-            continue;
-        std::int16_t temperature = 0;
-        if (succeeded(sensor.operation, sensor.get(diagnostic, &temperature)))
-            printLine(sensor.label, temperature);
-        printed = true;
-    }
-
-    if (!printed)
+    if (!showChosen(diagnostic, argument, sensors, showTemperature))
         printLine("Invalid argument: Could not find the specified argument.");
     return static_cast<int>(Diagnostic_release(diagnostic));
 }

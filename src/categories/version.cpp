@@ -73,17 +73,8 @@ int handleVersion(const char* argument, int argc, char** argv, const char*, cons
         printProgramVersionLine();
         std::fflush(stdout);
     }
-    bool printed = false;
-    for (const VersionItem& item : items)
-    {
-        if (!isChosen(argument, item.argument))
-            continue;
-        showVersion(version, item);
-        printed = true;
-    }
-
     // "QVSettings" is accepted and has nothing to show.
-    if (!printed && !isWord(argument, "QVSettings"))
+    if (!showChosen(version, argument, items, showVersion) && !isWord(argument, "QVSettings"))
         printLine("Invalid argument");
     return static_cast<int>(AuxVersion_release(version));
 }

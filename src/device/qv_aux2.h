@@ -198,7 +198,12 @@ ApiError Diagnostic_getMinMaxTemp(DiagnosticHandle diagnostic, int16_t* minimum,
 ApiError Diagnostic_getPowerCycles(DiagnosticHandle diagnostic, uint16_t* cycles);
 ApiError Diagnostic_getSSTemp(DiagnosticHandle diagnostic, int16_t* temperature);
 ApiError Diagnostic_getPCBTemp(DiagnosticHandle diagnostic, int16_t* temperature);
-// Sensor 0 is the CPU, 1 the CPU board. `status` receives the sensor's own status word.
+// The sensors of the power management. `status` receives the sensor's own status word.
+enum
+{
+    pmSensorCpu = 0,
+    pmSensorCpuBoard = 1,
+};
 ApiError Diagnostic_getPMTemp(DiagnosticHandle diagnostic, int32_t sensor, int16_t* temperature,
                               int32_t* status);
 

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <getopt.h>
 #include <span>
 
@@ -85,7 +86,8 @@ extern const option longOptions[];
 
 // A category: does all the work of one command line and prints all of its output. `argument` is the value
 // of the category option, or noArgument(). The rest of the command line is read by going on with the same
-// getopt_long parse, which is never reset. The result is not looked at.
+// getopt_long parse, which is never reset. The result is not looked at. Module handles are given back at
+// the end of the work; where there is none, after help or a refusal to begin, the process ends with them.
 using CategoryHandler = int(const char* argument, int argc, char** argv, const char* shortOptions,
                             const option* longOptions, int longIndex);
 
@@ -113,6 +115,21 @@ bool asksToRead(const char* value);
 
 // True for the part of a report that `argument` names, and for every part where it names none.
 bool isChosen(const char* argument, const char* part);
+
+// Shows those of `items`, each with an `argument` of its own, that are chosen. False when none is.
+template <typename Handle, typename Item, std::size_t count>
+bool showChosen(Handle module, const char* argument, const Item (&items)[count],
+                void (*show)(Handle, const Item&))
+{
+    bool shown = false;
+    for (const Item& item : items)
+        if (isChosen(argument, item.argument))
+        {
+            show(module, item);
+            shown = true;
+        }
+    return shown;
+}
 
 // Decimal number at the start of `text`; 0 where there is none.
 long parseNumber(const char* text);
