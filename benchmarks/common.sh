@@ -46,7 +46,8 @@ backlight --backlight
 led --led
 can --can
 heater --heater --temperature
-power --power=current
+power_current --power=current
+power_startup --power=startup
 onoff --onoff
 touch --touch
 telematics --telematics
@@ -54,6 +55,7 @@ version --version
 temperature --temperature
 digitalio --digitalio
 about_eeprom --about=EEPROM
+about_raw_eeprom --about=RawEEPROM
 about_diagnostic --about=Diagnostic
 about_adc --about=ADC
 system_mode --advanced --system_mode

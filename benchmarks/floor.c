@@ -172,7 +172,7 @@ static void heater_set(void)
     Config_release(config);
 }
 
-static void power(void)
+static void power_current(void)
 {
     PowerHandle power = GetPower();
     ConfigHandle config = GetConfig();
@@ -190,6 +190,28 @@ static void power(void)
     put("Current - CAN power status: Disabled.\n");
     Power_getExtFanPowerStatus(power, &state);
     put("Current - External fan power status: Disabled.\n");
+    Power_release(power);
+    Config_release(config);
+}
+
+static void power_startup(void)
+{
+    PowerHandle power = GetPower();
+    ConfigHandle config = GetConfig();
+    uint8_t mask = 0;
+    int32_t state = 0;
+    Config_getVideoStartupPowerConfig(config, &mask);
+    put("Start-up - Video channel 1 power status: Disabled.\n");
+    Config_getVideoStartupPowerConfig(config, &mask);
+    put("Start-up - Video channel 2 power status: Disabled.\n");
+    Config_getVideoStartupPowerConfig(config, &mask);
+    put("Start-up - Video channel 3 power status: Disabled.\n");
+    Config_getVideoStartupPowerConfig(config, &mask);
+    put("Start-up - Video channel 4 power status: Disabled.\n");
+    Config_getCanStartupPowerConfig(config, &state);
+    put("Start-up - CAN power status: Disabled.\n");
+    Config_getExtFanStartupPowerConfig(config, &state);
+    put("Start-up - External fan power status: Disabled.\n");
     Power_release(power);
     Config_release(config);
 }
@@ -496,6 +518,23 @@ static void about_eeprom(void)
     put("GPS is not mounted\n");
     About_getIsWLANMounted(about, &small);
     put("WLAN is not mounted\n");
+    QVAuxPrivate_release(privateAccess);
+    Adc_release(adc);
+    Diagnostic_release(diagnostic);
+    About_release(about);
+}
+
+static void about_raw_eeprom(void)
+{
+    static unsigned char contents[4096];
+    AdcHandle adc = GetAdc();
+    AboutHandle about = GetAbout();
+    DiagnosticHandle diagnostic = GetDiagnostic();
+    QVAuxPrivateHandle privateAccess = GetQVAuxPrivate();
+    QVAuxPrivate_getEepromData(privateAccess, 0, contents, sizeof contents - 1);
+    const unsigned char* erased = memchr(contents, 0xFF, sizeof contents);
+    if (write(STDOUT_FILENO, contents, erased ? (size_t)(erased - contents) : sizeof contents) < 0)
+        _exit(1);
     QVAuxPrivate_release(privateAccess);
     Adc_release(adc);
     Diagnostic_release(diagnostic);
