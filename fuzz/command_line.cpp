@@ -26,8 +26,8 @@
 int programMain(int argc, char** argv);
 
 // Where the linker puts the program's variables.
-extern std::uint64_t program_state_begin;
-extern std::uint64_t program_state_end;
+extern std::uint64_t program_state_begin[];
+extern std::uint64_t program_state_end[];
 
 namespace
 {
@@ -90,8 +90,8 @@ private:
 // By words that the sanitizers do not watch, for what lies around the variables is out of bounds to them.
 __attribute__((no_sanitize("address"))) void restoreProgramState()
 {
-    static volatile std::uint64_t* const begin = &program_state_begin;
-    static const auto count = static_cast<std::size_t>(&program_state_end - begin);
+    static volatile std::uint64_t* const begin = program_state_begin;
+    static const auto count = static_cast<std::size_t>(program_state_end - begin);
     static std::uint64_t* start = nullptr;
     if (!start)
     {
