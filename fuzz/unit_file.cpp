@@ -1,16 +1,21 @@
 // Calls the simulated unit with anything in its file, or anything in the firmware file that it is given. It
 // answers with a code or a result, and loses no file.
 //
-// The first byte of an input chooses an operation, the second is the value for it. What follows is the
-// firmware file of a healthy unit when the operation starts a firmware job, and else the unit's file.
+// The first byte of an input chooses an operation, the next sixteen are four numbers for it. What follows is
+// the unit's file; or the firmware file of a healthy unit, for operations that start a firmware job, which
+// stand in the table once for each.
 
 #include "device/qv_aux2.h"
 #include "promise.h"
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <chrono>
 #include <concepts>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -19,6 +24,7 @@
 #include <string>
 #include <string_view>
 #include <time.h>
+#include <tuple>
 #include <vector>
 
 // Waiting takes no time: the clock that the unit looks at goes on by what it sleeps.
@@ -114,21 +120,30 @@ private:
     std::FILE* own;
 };
 
-// Arguments for any operation: `value` for its numbers, and a place for its results.
+using Numbers = std::array<std::uint32_t, 4>; // as many as any operation takes
+
+// Arguments for any operation, taken from left to right: its numbers, cut to their types, and a place for its
+// results.
 struct Arguments
 {
-    std::int8_t value;
+    Numbers numbers;
+    std::size_t taken = 0;
+    bool hasPlace = false;
     std::vector<char> place = std::vector<char>(4096);
 
+    // Behind the place stands its length.
     template <std::integral Integer>
-    operator Integer() const
+    operator Integer()
     {
-        return static_cast<Integer>(std::is_same_v<Integer, std::uint32_t> ? value & 0x7F : value);
+        const std::uint32_t number = numbers[taken++];
+        const bool isLength = hasPlace && std::same_as<Integer, std::uint32_t>;
+        return static_cast<Integer>(isLength ? number % (place.size() + 1) : number);
     }
 
     template <typename Result>
     operator Result*()
     {
+        hasPlace = true;
         return reinterpret_cast<Result*>(place.data());
     }
 
@@ -138,16 +153,18 @@ struct Arguments
         return path.c_str();
     }
 
-    operator double() const
+    operator double()
     {
-        return value;
+        return std::bit_cast<float>(numbers[taken++]);
     }
 };
 
 template <typename Handle, typename... Parameter>
 ApiError call(ApiError (*operation)(Handle, Parameter...), Handle handle, Arguments arguments)
 {
-    return operation(handle, static_cast<Parameter>(arguments)...);
+    // In braces, so that they are taken in their order.
+    const std::tuple<Parameter...> taken{static_cast<Parameter>(arguments)...};
+    return std::apply([&](Parameter... each) { return operation(handle, each...); }, taken);
 }
 
 // The handles, obtained once. An input's faults cannot keep them back.
@@ -177,17 +194,19 @@ struct Operation
 {
     ApiError (*call)(Arguments arguments);
     bool startsJob;
+    bool meetsFirmwareFile;
 };
 
 #define CALL(module, operation)                                                                              \
     [](Arguments arguments) { return call(module##_##operation, given##module, std::move(arguments)); }
 const Operation operations[] = {
 #define MODULE(module)
-#define READS_TEXT(module, operation) {CALL(module, operation), false},
-#define READS(module, operation, type) {CALL(module, operation), false},
-#define SETS(module, operation, type, allowed) {CALL(module, operation), false},
-#define STARTS(module, operation) {CALL(module, operation), true},
-#define OTHER(module, operation) {CALL(module, operation), false},
+#define READS_TEXT(module, operation) {CALL(module, operation), false, false},
+#define READS(module, operation, type) {CALL(module, operation), false, false},
+#define SETS(module, operation, type, allowed) {CALL(module, operation), false, false},
+#define STARTS(module, operation)                                                                            \
+    {CALL(module, operation), true, true}, {CALL(module, operation), true, false},
+#define OTHER(module, operation) {CALL(module, operation), false, false},
 #include "operations.def"
 };
 
@@ -208,37 +227,68 @@ std::optional<Json> parse(const std::string& text)
     return json.is_discarded() ? std::nullopt : std::optional(std::move(json));
 }
 
-void checkNothingLost(const std::string& before, bool refused)
+// The unit's file, its locks, and the firmware file.
+bool isKnown(const std::filesystem::path& file)
+{
+    const std::string name = file.filename();
+    return name == "unit.json" || name == "unit.json.lock" || name == "unit.json.job" ||
+           name == "firmware.hex";
+}
+
+void checkNothingLost(const std::string& before, const std::vector<ApiError>& codes)
 {
     const std::string after = readFile(folder().unit());
     const auto was = parse(before);
+    // A fault in a good file may have the code of a damaged one.
+    const bool refused = std::ranges::count(codes, damaged) > 0 && !(was && was->contains("faults"));
     promise((was && !refused) || after == before, "a refused file is left alone");
     promise(!was || keepsKeys(*was, Json::parse(after)), "no key is lost");
-    promise(!std::filesystem::exists(folder().unit() + ".new"), "nothing stays beside the unit's file");
+    for (const auto& entry : std::filesystem::directory_iterator(folder().path))
+        promise(isKnown(entry), "nothing stays beside the unit's files");
+}
+
+constexpr int jobCalls = 9; // as many as follow a job to its end
+
+// The last status of a healthy unit's job, if there is one.
+UpgradeStatus endJob()
+{
+    UpgradeStatus status{};
+    for (int call = 0; call < jobCalls && status.state != 6 && status.error == 0; ++call)
+        FirmwareUpgrade_getUpgradeStatus(givenFirmwareUpgrade, &status, 1);
+    return status;
 }
 
 void tryUnitFile(const Operation& operation, const Arguments& arguments, const std::string& content)
 {
     writeFile(folder().unit(), content);
     const BuzzerHandle buzzer = GetBuzzer();
-    const ApiError codes[] = {operation.call(arguments), Buzzer_setVolume(givenBuzzer, 40)};
-    bool refused = false;
-    for (const ApiError code : codes)
+    std::vector<ApiError> codes = {operation.call(arguments), Buzzer_setVolume(givenBuzzer, 40)};
+    const bool hasJob = operation.startsJob && codes[0] == 0;
+    if (hasJob)
     {
-        GetErrorStringA(code);
-        refused = refused || code == damaged;
+        writeFile(folder().firmware(), ":0100000041BE\n:00000001FF\n");
+        UpgradeStatus status{};
+        for (int call = 0; call < jobCalls; ++call)
+            codes.push_back(FirmwareUpgrade_getUpgradeStatus(givenFirmwareUpgrade, &status, 1));
     }
+    const auto number = static_cast<std::uint16_t>(arguments.numbers[0]);
+    std::vector<const char*> texts = {GetStartupReasonStringA(number), GetHwErrorStatusStringA(number)};
+    std::ranges::transform(codes, std::back_inserter(texts), GetErrorStringA);
+    for (const char* text : texts)
+        promise(!text || std::strlen(text) < content.size() + 100, "a text is the unit's own or the file's");
     Buzzer_release(buzzer);
-    checkNothingLost(content, refused);
+    checkNothingLost(content, codes);
+    if (!hasJob)
+        return;
+    // A job that the unit kept from its end would be in the next one's way.
+    writeFile(folder().unit(), "{}");
+    endJob();
 }
 
 // What a job came to, followed to its end.
 UpgradeStatus follow()
 {
-    constexpr int states = 8;
-    UpgradeStatus status{};
-    for (int told = 0; told <= states && status.state != 6 && status.error == 0; ++told)
-        promise(FirmwareUpgrade_getUpgradeStatus(givenFirmwareUpgrade, &status, 1) == 0, "there is a job");
+    const UpgradeStatus status = endJob();
     promise(status.error == 0 ? status.state == 6 : status.error >= 82 && status.error <= 93,
             "a job ends well or with a reason");
     promise(GetErrorStringA(status.error), "every reason has a text");
@@ -257,9 +307,9 @@ void tryFirmwareFile(const Operation& operation, const Arguments& arguments, std
     promise(firmware.empty() || good, "a refused firmware file changes nothing");
     if (!good)
         return;
-    // A healthy unit's first firmware verifies against no file, so this was an upgrade. Its verification is
-    // next.
-    const Operation& verification = (&operation)[1];
+    // A healthy unit's first firmware verifies against no file, so this was an upgrade. Its verification
+    // stands behind the same upgrade of other units.
+    const Operation& verification = (&operation)[2];
     promise(verification.call(arguments) == 0 && follow().error == 0, "what was flashed can be verified");
 }
 
@@ -267,14 +317,17 @@ void tryFirmwareFile(const Operation& operation, const Arguments& arguments, std
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
-    if (size < 2)
+    Arguments arguments{};
+    constexpr std::size_t head = 1 + sizeof arguments.numbers;
+    if (size < head)
         return -1;
     const Silence silence;
+    slept = {};
     obtainHandles();
     const Operation& operation = operations[bytes[0] % std::size(operations)];
-    const Arguments arguments{static_cast<std::int8_t>(bytes[1])};
-    const std::string content(reinterpret_cast<const char*>(bytes) + 2, size - 2);
-    if (operation.startsJob)
+    std::memcpy(arguments.numbers.data(), bytes + 1, sizeof arguments.numbers);
+    const std::string content(reinterpret_cast<const char*>(bytes) + head, size - head);
+    if (operation.meetsFirmwareFile)
         tryFirmwareFile(operation, arguments, content);
     else
         tryUnitFile(operation, arguments, content);
