@@ -14,7 +14,9 @@
 #include <cstring>
 #include <getopt.h>
 #include <memory>
+#include <optional>
 #include <span>
+#include <stdio_ext.h>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
@@ -36,6 +38,7 @@ namespace
 struct World
 {
     std::string output;
+    std::optional<std::size_t> silentFrom; // how long the output was when a null text silenced it
     std::string errors;
     std::string_view input;
     bool root;
@@ -56,6 +59,7 @@ ssize_t append(void* text, const char* bytes, std::size_t count)
 
 ssize_t takeInput(void*, char* bytes, std::size_t count)
 {
+    checkPrinted();
     count = std::min(count, world.input.size());
     std::memcpy(bytes, world.input.data(), count);
     world.input.remove_prefix(count);
@@ -136,6 +140,16 @@ struct CommandLine
                                    { return std::string_view(word.get()).starts_with(beginning); });
     }
 
+    // What stands behind the equals signs.
+    std::vector<const char*> values() const
+    {
+        std::vector<const char*> found;
+        for (const auto& word : words)
+            if (const char* sign = std::strchr(word.get(), '='))
+                found.push_back(sign + 1);
+        return found;
+    }
+
     std::vector<std::unique_ptr<char[]>> words;
     std::vector<char*> pointers; // null behind the last
 };
@@ -164,11 +178,27 @@ bool showsCategoryHelp()
     return !device.readRawEeprom && hasLine(world.output, "Category - ");
 }
 
+// The general help and the list, the version, the refusal of a line that begins with no category.
+bool showsGeneralText()
+{
+    return !device.readRawEeprom && (hasLine(world.output, "To get specific category information: ") ||
+                                     hasLine(world.output, "Fobrob is the property of ") ||
+                                     hasLine(world.output, "To get help how to use Fobrob, "));
+}
+
 // The ways out on which the handles stay with the program. The CAN category has given one back by then.
 bool keepsHandles()
 {
     return showsCategoryHelp() || world.output == "This feature requires superuser privileges\n" ||
            world.output == "Please enter the full path to the file and not a relative path\n";
+}
+
+// Settings are changed by values, and by the advanced category.
+void checkChanges(const CommandLine& line)
+{
+    promise(!showsCategoryHelp() || !device.changed, "help changes nothing");
+    promise(!showsGeneralText() || device.handles.empty(), "general texts ask the device for nothing");
+    promise(!device.changed || !device.values.empty() || line.mayHold("--ad"), "reading changes nothing");
 }
 
 void checkHandles()
@@ -186,10 +216,16 @@ void checkHandles()
     }
 }
 
+// Whole lines, until a null text leaves one unfinished.
 void checkOutput()
 {
-    if (device.gaveNullText)
+    if (world.silentFrom)
+        promise(world.output.size() == *world.silentFrom, "nothing is printed after a null text");
+    else if (device.gaveNullText)
+    {
         promise(!world.output.ends_with('\n'), "a null text silences standard output");
+        world.silentFrom = world.output.size();
+    }
     else if (!device.readRawEeprom)
         promise(world.output.empty() || world.output.ends_with('\n'), "every line has its newline");
 }
@@ -203,6 +239,12 @@ void checkErrors()
 
 } // namespace
 
+void checkPrinted()
+{
+    promise(__fpending(stdout) == 0 || device.readRawEeprom, "a line is written when it is finished");
+    checkOutput();
+}
+
 // What the program calls in the C library, stood in for while it runs.
 
 extern "C"
@@ -210,6 +252,7 @@ extern "C"
 
     [[noreturn]] void __real_exit(int status);
     uid_t __real_getuid();
+    int __real_fputs_unlocked(const char* text, std::FILE* stream);
     unsigned __real_sleep(unsigned seconds);
     int __real_stat64(const char* path, struct stat* status);
 
@@ -228,10 +271,17 @@ extern "C"
         return world.root ? 0 : 1000;
     }
 
+    // The sanitizer looks at the texts that fputs is handed, and not at these.
+    int __wrap_fputs_unlocked(const char* text, std::FILE* stream)
+    {
+        return running ? std::fputs(text, stream) : __real_fputs_unlocked(text, stream);
+    }
+
     unsigned __wrap_sleep(unsigned seconds)
     {
         if (!running)
             return __real_sleep(seconds);
+        checkPrinted();
         promise(seconds == 100 && !world.waited, "the program waits 100 seconds, once");
         world.waited = true;
         return 0;
@@ -252,17 +302,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     std::string_view rest(reinterpret_cast<const char*>(bytes), size);
     CommandLine line(takePart(rest, '\0'));
     world.output.clear();
+    world.silentFrom.reset();
     world.errors.clear();
     world.waited = false;
     world.input = takePart(rest, '\0');
     const std::string_view answered = world.input.substr(0, world.input.find('\n'));
 
-    device = {{bytes + size - rest.size(), rest.size()}};
+    device = {{bytes + size - rest.size(), rest.size()}, line.values()};
     world.root = scripted() % 8 != 7;
     device.firmwareAllowed = world.root && (answered == "yes" || line.mayHold("--fo"));
 
     promise(runProgram(line) == 0, "the exit status is 0");
-    promise(!showsCategoryHelp() || !device.changed, "help changes nothing");
+    checkChanges(line);
     checkHandles();
     checkOutput();
     checkErrors();

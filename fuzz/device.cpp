@@ -4,6 +4,9 @@
 #include "promise.h"
 
 #include <algorithm>
+#include <climits>
+#include <concepts>
+#include <cstdlib>
 #include <cstring>
 #include <string_view>
 
@@ -26,6 +29,7 @@ constexpr std::uintptr_t handleStep = 16;
 
 void* give(const char* module)
 {
+    checkPrinted();
     device.handles.push_back({module, scripted() == 1, false});
     return device.handles.back().null ? nullptr : reinterpret_cast<void*>(device.handles.size() * handleStep);
 }
@@ -46,6 +50,7 @@ GivenHandle* find(const char* module, const void* handle)
 
 void use(const char* module, const void* handle)
 {
+    checkPrinted();
     promise(find(module, handle), "a module is used through its own handle, before it is given back");
 }
 
@@ -58,6 +63,38 @@ void deliver(Value* place)
     std::memcpy(place, bytes, sizeof bytes);
 }
 
+// A buffer for a text of up to 255 bytes, or for one that fills it and has no terminator. It is one line.
+struct Text
+{
+    char* buffer;
+    std::uint32_t length;
+};
+
+void deliver(Text text)
+{
+    const std::size_t size = scripted();
+    std::memset(text.buffer, size == 255 ? 'U' : 0, text.length);
+    for (std::size_t i = 0; i < std::min<std::size_t>(size, text.length) && !device.script.empty(); ++i)
+    {
+        const auto byte = static_cast<char>(scripted());
+        text.buffer[i] = byte == '\n' ? ' ' : byte;
+    }
+}
+
+// A buffer for an EEPROM, which has no end when the byte behind what is written in it is not 0xFF.
+struct Eeprom
+{
+    std::uint8_t* buffer;
+    std::uint32_t length;
+};
+
+void deliver(Eeprom eeprom)
+{
+    std::memset(eeprom.buffer, scripted(), eeprom.length);
+    for (std::size_t size = scripted(), i = 0; i < std::min<std::size_t>(size, eeprom.length); ++i)
+        eeprom.buffer[i] = scripted();
+}
+
 ApiError scriptedCode()
 {
     ApiError code = 0;
@@ -66,8 +103,8 @@ ApiError scriptedCode()
 }
 
 // An answer: success or not, with the results written or not.
-template <typename... Value>
-ApiError answer(Value*... places)
+template <typename... Place>
+ApiError answer(Place... places)
 {
     switch (scripted() % 8)
     {
@@ -95,6 +132,28 @@ ApiError change(bool allowed)
     return answer();
 }
 
+// Whether one of the command line's numbers is `allowed`.
+template <typename Allowed>
+bool isAnyNumber(Allowed allowed)
+{
+    return std::ranges::any_of(device.values,
+                               [&](const char* value) { return allowed(std::strtol(value, nullptr, 10)); });
+}
+
+// Whether one from `least` to `most` is sent, or the low bits of one.
+template <std::integral Value>
+bool isNumber(Value sent, long least = LONG_MIN, long most = LONG_MAX)
+{
+    return isAnyNumber([&](long number)
+                       { return number >= least && number <= most && static_cast<Value>(number) == sent; });
+}
+
+bool isIdleTime(std::uint8_t sent)
+{
+    return isAnyNumber([&](long number)
+                       { return number % 100 == 0 && static_cast<std::uint8_t>(number / 100) == sent; });
+}
+
 bool isFlag(std::int32_t value)
 {
     return value == 0 || value == 1;
@@ -105,22 +164,9 @@ bool isAction(std::int32_t value)
     return value >= 0 && value <= 2;
 }
 
-// A text of up to 255 bytes, or one that fills the buffer and has no terminator. It is one line.
-ApiError answerText(char* buffer, std::uint32_t length)
-{
-    const ApiError code = answer();
-    const std::size_t size = scripted();
-    std::memset(buffer, size == 255 ? 'U' : 0, length);
-    for (std::size_t i = 0; i < std::min<std::size_t>(size, length) && !device.script.empty(); ++i)
-    {
-        const auto byte = static_cast<char>(scripted());
-        buffer[i] = byte == '\n' ? ' ' : byte;
-    }
-    return code;
-}
-
 const char* answerConstant()
 {
+    checkPrinted();
     static const std::string longText(20000, 'L');
     switch (scripted() % 8)
     {
@@ -152,6 +198,13 @@ ApiError remember(ApiError code, const Value* place, Value& memory)
 bool sameBits(double one, double other)
 {
     return std::memcmp(&one, &other, sizeof one) == 0;
+}
+
+bool isFrequency(double sent)
+{
+    return sent >= 0.2 && sent <= 50 &&
+           std::ranges::any_of(device.values, [&](const char* value)
+                               { return sameBits(std::strtod(value, nullptr), sent); });
 }
 
 // One of the four channels is switched, the rest of the mask goes back as it came.
@@ -190,7 +243,7 @@ ApiError answerVersion(std::uint8_t* major, std::uint8_t* minor, std::uint8_t* r
     ApiError module##_##operation(module##Handle handle, char* buffer, std::uint32_t length)                 \
     {                                                                                                        \
         use(#module, handle);                                                                                \
-        return answerText(buffer, length);                                                                   \
+        return answer(Text{buffer, length});                                                                 \
     }
 #define READS(module, operation, type)                                                                       \
     ApiError module##_##operation(module##Handle handle, type* place)                                        \
@@ -285,10 +338,10 @@ ApiError CanSetting_getBaudrate(CanSettingHandle can, std::uint8_t channel, std:
     return answer(baudrate);
 }
 
-ApiError CanSetting_setBaudrate(CanSettingHandle can, std::uint8_t channel, std::uint16_t)
+ApiError CanSetting_setBaudrate(CanSettingHandle can, std::uint8_t channel, std::uint16_t baudrate)
 {
     use("CanSetting", can);
-    return change(channel >= 1 && channel <= canChannels);
+    return change(channel >= 1 && channel <= canChannels && isNumber(baudrate));
 }
 
 ApiError Config_getVideoStartupPowerConfig(ConfigHandle config, std::uint8_t* mask)
@@ -355,8 +408,8 @@ ApiError FrontLED_getSignal(FrontLEDHandle led, double* frequency, std::uint8_t*
 ApiError FrontLED_setSignal(FrontLEDHandle led, double frequency, std::uint8_t dutyCycle)
 {
     use("FrontLED", led);
-    const bool setsFrequency = frequency >= 0.2 && frequency <= 50 && dutyCycle == ledDutyCycle;
-    const bool setsDutyCycle = dutyCycle <= 100 && sameBits(frequency, ledFrequency);
+    const bool setsFrequency = isFrequency(frequency) && dutyCycle == ledDutyCycle;
+    const bool setsDutyCycle = isNumber(dutyCycle, 0, 100) && sameBits(frequency, ledFrequency);
     return change(setsFrequency || setsDutyCycle);
 }
 
@@ -372,16 +425,12 @@ ApiError Power_setVideoPowerStatus(PowerHandle power, std::uint8_t mask)
     return change(isVideoChange(mask));
 }
 
-// Without an end when the fill byte is not 0xFF.
 ApiError QVAuxPrivate_getEepromData(QVAuxPrivateHandle privateAccess, std::int32_t eeprom,
                                     std::uint8_t* buffer, std::uint32_t length)
 {
     use("QVAuxPrivate", privateAccess);
     promise(eeprom == 0 || eeprom == 1, "there is such an EEPROM");
-    const ApiError code = answer();
-    std::memset(buffer, scripted(), length);
-    for (std::size_t size = scripted(), i = 0; i < std::min<std::size_t>(size, length); ++i)
-        buffer[i] = scripted();
+    const ApiError code = answer(Eeprom{buffer, length});
     device.readRawEeprom = code == 0;
     return code;
 }
@@ -402,8 +451,8 @@ ApiError TouchScreen_getAdvancedSetting(TouchScreenHandle touch, std::int32_t se
     return answer(value);
 }
 
-ApiError TouchScreen_setAdvancedSetting(TouchScreenHandle touch, std::int32_t setting, std::uint16_t)
+ApiError TouchScreen_setAdvancedSetting(TouchScreenHandle touch, std::int32_t setting, std::uint16_t value)
 {
     use("TouchScreen", touch);
-    return change(setting >= 0 && setting <= 11);
+    return change(setting >= 0 && setting <= 11 && isNumber(value));
 }

@@ -21,6 +21,7 @@ struct GivenHandle
 struct Device
 {
     std::span<const std::uint8_t> script;
+    std::vector<const char*> values; // what the options of the command line are given
     std::vector<GivenHandle> handles{};
     bool changed = false;         // something was set, started or shut down
     bool gaveNullText = false;    // standard output is silent from there on
@@ -32,3 +33,7 @@ extern Device device;
 
 // The script's next byte.
 std::uint8_t scripted();
+
+// Called before the program gets an answer, of the device or of anyone: holds it to what it printed until
+// then.
+void checkPrinted();
