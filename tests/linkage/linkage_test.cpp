@@ -14,17 +14,6 @@ std::string library()
     return simulatorFolder() + "/libqv-aux2.so.2.11";
 }
 
-// The operations that the header of the device API declares.
-Names declaredOperations()
-{
-    const std::string header = readFile(PROJECT_FOLDER "/src/device/qv_aux2.h");
-    const std::regex declaration(R"(\n *(?:ApiError|\w+Handle|const char\*) (\w+)\()");
-    Names names;
-    for (std::sregex_iterator match(header.begin(), header.end(), declaration), end; match != end; ++match)
-        names.insert((*match)[1]);
-    return names;
-}
-
 // What a tool prints.
 std::string told(const std::vector<std::string>& words)
 {
@@ -33,24 +22,28 @@ std::string told(const std::vector<std::string>& words)
     return outcome.output;
 }
 
-// The last words of the lines that `nm` prints, without symbol versions.
+Names namesIn(const std::string& text, const std::string& pattern)
+{
+    const std::vector<std::string> names = matches(pattern, text);
+    return {names.begin(), names.end()};
+}
+
+// The operations that the header of the device API declares.
+Names declaredOperations()
+{
+    return namesIn(readFile(PROJECT_FOLDER "/src/device/qv_aux2.h"),
+                   R"(\n *(?:ApiError|\w+Handle|const char\*) (\w+)\()");
+}
+
+// The names that `nm` prints, without symbol versions.
 Names symbols(const std::string& which, const std::string& file)
 {
-    std::istringstream lines(told({"nm", "-D", "--format=posix", which, file}));
-    Names names;
-    for (std::string line; std::getline(lines, line);)
-        names.insert(line.substr(0, line.find_first_of(" @")));
-    return names;
+    return namesIn(told({"nm", "-D", "--format=posix", which, file}), R"((?:^|\n)([^ @\n]+))");
 }
 
 Names neededLibraries(const std::string& file)
 {
-    const std::string dynamic = told({"readelf", "-d", "--wide", file});
-    const std::regex needed(R"(\(NEEDED\).*\[(.*)\])");
-    Names names;
-    for (std::sregex_iterator match(dynamic.begin(), dynamic.end(), needed), end; match != end; ++match)
-        names.insert((*match)[1]);
-    return names;
+    return namesIn(told({"readelf", "-d", "--wide", file}), R"(\(NEEDED\).*\[(.*)\])");
 }
 
 TEST(Program, NeedsTheDeviceLibraryAndTheSystemLibraryOnly)
@@ -82,9 +75,8 @@ TEST(Program, IsInstalledWithoutSearchPath)
 TEST(Program, LooksUpDeviceOperationsAtTheirFirstCallOnly)
 {
     const Names operations = declaredOperations();
-    std::istringstream lines(told({"readelf", "--relocs", "--wide", programPath()}));
     std::size_t slots = 0;
-    for (std::string line; std::getline(lines, line);)
+    for (const std::string& line : splitLines(told({"readelf", "--relocs", "--wide", programPath()})))
     {
         std::istringstream words(line);
         std::string offset, info, type, value, name;

@@ -6,19 +6,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <gmock/gmock.h>
-#include <sstream>
 
 namespace
 {
-
-std::vector<std::string> split(const std::string& text, char separator)
-{
-    std::vector<std::string> parts;
-    std::istringstream stream(text);
-    for (std::string part; std::getline(stream, part, separator);)
-        parts.push_back(part);
-    return parts;
-}
 
 std::vector<std::string> linesOf(const std::vector<std::string>& words, const std::string& input = "")
 {
@@ -30,7 +20,7 @@ std::vector<std::string> linesOf(const std::vector<std::string>& words, const st
                                                         {"TERM", "dumb"}},
                                         .input = input});
     EXPECT_EQ(outcome.status, 0) << words.front() << ": " << outcome.errors;
-    return split(outcome.output, '\n');
+    return splitLines(outcome.output);
 }
 
 // What the command is called with when `keys` are typed into an interactive bash or zsh.

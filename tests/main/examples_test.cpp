@@ -2,11 +2,9 @@
 
 #include "support/snippets.h"
 #include "support/unit.h"
-#include "support/vocabulary.h"
 
 #include <gmock/gmock.h>
 #include <regex>
-#include <sstream>
 
 namespace
 {
@@ -53,9 +51,8 @@ struct Step
 std::vector<Step> stepsOf(const std::string& session)
 {
     const std::string prompt = "$ ";
-    std::istringstream text(session);
     std::vector<Step> steps;
-    for (std::string line; std::getline(text, line);)
+    for (const std::string& line : splitLines(session))
         if (line.starts_with(prompt))
             steps.push_back({line.substr(prompt.size()), ""});
         else if (!steps.empty())

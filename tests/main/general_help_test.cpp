@@ -1,8 +1,6 @@
 #include "main/general.h"
 #include "support/unit.h"
 
-#include <sstream>
-
 namespace
 {
 
@@ -39,19 +37,10 @@ const char* const usage =
     "Ex5: ./Fobrob --power=current --can=Enable\n"
     "\n";
 
-std::vector<std::string> linesOf(const std::string& text)
-{
-    std::istringstream stream(text);
-    std::vector<std::string> result;
-    for (std::string line; std::getline(stream, line);)
-        result.push_back(line);
-    return result;
-}
-
 std::vector<std::string> linesPrinted(const std::string& arguments)
 {
     Unit unit;
-    return linesOf(unit.run(arguments).output);
+    return splitLines(unit.run(arguments).output);
 }
 
 TEST(GeneralHelp, IsPrintedToTheByte)

@@ -339,9 +339,8 @@ RollOut rollOut(const Unit& unit, const std::string& target, const std::string& 
     const std::string trace = unit.folder / "trace";
     const Outcome outcome = runOn(unit, {example("upgrade-firmware"), target, file},
                                   {{"QVAUX_TRACE", trace}, {"STAND_IN_UID", user}});
-    std::istringstream all(readFile(trace));
     std::string calls;
-    for (std::string line; std::getline(all, line);)
+    for (const std::string& line : splitLines(readFile(trace)))
         if (line.starts_with("FirmwareUpgrade_s") || line.starts_with("sleep"))
             calls += line.substr(0, line.find('(')) + " ";
     return {outcome, calls};

@@ -40,9 +40,8 @@ Names namesBehind(const std::string& mark, const std::string& text)
 // The lines of the manual that call `macro`.
 std::string macroLines(const std::string& macro, const std::string& manual)
 {
-    std::istringstream stream(manual);
     std::string found;
-    for (std::string line; std::getline(stream, line);)
+    for (const std::string& line : splitLines(manual))
         if (line.starts_with('.') && (" " + line.substr(1)).find(" " + macro + " ") != std::string::npos)
             found += line + "\n";
     return found;
@@ -51,11 +50,10 @@ std::string macroLines(const std::string& macro, const std::string& manual)
 // What the manual says of each category and of each of its options, the line with the name first.
 std::map<std::string, std::string> entries(const std::string& manual)
 {
-    std::istringstream stream(manual);
     std::map<std::string, std::string> texts;
     std::vector<std::string> places = {
         ""}; // of whom the section speaks, and the lists in it, the innermost last
-    for (std::string line; std::getline(stream, line);)
+    for (const std::string& line : splitLines(manual))
     {
         const std::vector<std::string> name = matches(R"(^\.(?:Ss|It) Fl (-\w+))", line);
         if (line.starts_with(".Sh ") || line.starts_with(".Ss "))

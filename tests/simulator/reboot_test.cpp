@@ -1,7 +1,6 @@
 #include "support/unit.h"
 
 #include <algorithm>
-#include <sstream>
 
 namespace
 {
@@ -30,11 +29,8 @@ std::vector<std::string> settings(Unit& unit)
     for (const char* category : {"--buzzer", "--backlight", "--led", "--can", "--onoff", "--power=Current",
                                  "--power=Startup", "--telematics", "--touch --mode",
                                  "--touch --setting=TS_RIGHT_CLICK_TIME", "--heater --temperature"})
-    {
-        std::istringstream output(unit.run(category).output);
-        for (std::string line; std::getline(output, line);)
+        for (const std::string& line : splitLines(unit.run(category).output))
             lines.push_back(line);
-    }
     return lines;
 }
 

@@ -5,7 +5,6 @@
 #include "support/unit.h"
 
 #include <cstdlib>
-#include <sstream>
 
 class CalledUnit : public Unit
 {
@@ -30,10 +29,6 @@ public:
     // The calls so far.
     Calls calls() const
     {
-        std::istringstream trace(readFile(traceFile()));
-        Calls list;
-        for (std::string line; std::getline(trace, line);)
-            list.push_back(line);
-        return list;
+        return splitLines(readFile(traceFile()));
     }
 };

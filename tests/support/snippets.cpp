@@ -1,17 +1,16 @@
 #include "support/snippets.h"
 
 #include "support/process.h"
+#include "support/text.h"
 
 #include <algorithm>
-#include <sstream>
 
 std::vector<std::string> snippets(const std::string& document)
 {
     const std::string indent(4, ' ');
-    std::istringstream text(readFile(document));
     std::vector<std::string> parts;
     bool inside = false;
-    for (std::string line; std::getline(text, line);)
+    for (const std::string& line : splitLines(readFile(document)))
     {
         const bool indented = line.starts_with(indent);
         if (indented && !inside)

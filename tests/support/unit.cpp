@@ -25,24 +25,7 @@ std::vector<std::string> split(const std::string& text)
     return words;
 }
 
-std::vector<std::string> splitLines(const std::string& text)
-{
-    std::istringstream stream(text);
-    std::vector<std::string> result;
-    for (std::string line; std::getline(stream, line);)
-        result.push_back(line);
-    return result;
-}
-
 } // namespace
-
-std::string lines(const std::vector<std::string>& list)
-{
-    std::string text;
-    for (const std::string& line : list)
-        text += line + "\n";
-    return text;
-}
 
 Calls callsOn(const std::string& module, const Calls& calls)
 {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "support/process.h"
+#include "support/text.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -19,9 +20,6 @@ using Calls = std::vector<std::string>;
 
 // The calls of a run that obtains the handle of `module`, makes `calls` and gives the handle back.
 Calls callsOn(const std::string& module, const Calls& calls = {});
-
-// The lines, each with its newline.
-std::string lines(const std::vector<std::string>& list);
 
 // The program with the arguments that stand in `arguments` between blanks, on the unit file `unit`.
 Command programOn(const std::string& unit, const std::string& arguments);

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <regex>
 
 namespace
 {
@@ -113,13 +112,4 @@ std::string inSmallLetters(std::string text)
     std::ranges::transform(text, text.begin(),
                            [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return text;
-}
-
-std::vector<std::string> matches(const std::string& pattern, const std::string& text)
-{
-    const std::regex expression(pattern);
-    std::vector<std::string> found;
-    for (std::sregex_iterator match(text.begin(), text.end(), expression), end; match != end; ++match)
-        found.push_back((*match)[1]);
-    return found;
 }

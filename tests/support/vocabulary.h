@@ -6,7 +6,6 @@
 #include <map>
 #include <set>
 #include <string>
-#include <vector>
 
 using Words = std::set<std::string>;
 
@@ -17,6 +16,3 @@ using Vocabulary = std::map<std::string, Words>;
 Vocabulary vocabularyOfTheProgram();
 
 std::string inSmallLetters(std::string text);
-
-// What `pattern` has in its first parentheses, wherever it fits `text`.
-std::vector<std::string> matches(const std::string& pattern, const std::string& text);

@@ -1,0 +1,30 @@
+#include "support/text.h"
+
+#include <regex>
+#include <sstream>
+
+std::string lines(const std::vector<std::string>& list)
+{
+    std::string text;
+    for (const std::string& line : list)
+        text += line + "\n";
+    return text;
+}
+
+std::vector<std::string> splitLines(const std::string& text)
+{
+    std::istringstream stream(text);
+    std::vector<std::string> list;
+    for (std::string line; std::getline(stream, line);)
+        list.push_back(line);
+    return list;
+}
+
+std::vector<std::string> matches(const std::string& pattern, const std::string& text)
+{
+    const std::regex expression(pattern);
+    std::vector<std::string> found;
+    for (std::sregex_iterator match(text.begin(), text.end(), expression), end; match != end; ++match)
+        found.push_back((*match)[1]);
+    return found;
+}

@@ -1,0 +1,15 @@
+// Texts, taken apart and put together.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+// The lines, each with its newline.
+std::string lines(const std::vector<std::string>& list);
+
+// The lines of the text, without their newlines.
+std::vector<std::string> splitLines(const std::string& text);
+
+// What `pattern` has in its first parentheses, wherever it fits `text`.
+std::vector<std::string> matches(const std::string& pattern, const std::string& text);
