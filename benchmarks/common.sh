@@ -22,12 +22,16 @@ cmake --install "build/$preset" --prefix "$work" --strip >/dev/null
 # channels to read and to set.
 make_instant_library() # compiler
 {
-    header=src/device/qv_aux2.h
     {
         echo 'int nothing(void); int nothing(void) { return 0; }'
         echo 'const char* no_text(void); const char* no_text(void) { return ""; }'
-        sed -nE 's/^const char\* (Get[A-Za-z]+)\(.*/const char* \1(void) __attribute__((alias("no_text")));/p' "$header"
-        sed -nE '/^const char|About_getNrOfCANConnections/d; s/^[A-Za-z].*[ *]([A-Z][A-Za-z0-9]*_[A-Za-z0-9]+|Get[A-Za-z0-9]+)\(.*/int \1(void) __attribute__((alias("nothing")));/p' "$header"
+        for operation in $(tools/device-operations); do
+            case $operation in
+            About_getNrOfCANConnections) ;;
+            *StringA) echo "const char* $operation(void) __attribute__((alias(\"no_text\")));" ;;
+            *) echo "int $operation(void) __attribute__((alias(\"nothing\")));" ;;
+            esac
+        done
         echo 'int About_getNrOfCANConnections(const void* about, unsigned char* count);'
         echo 'int About_getNrOfCANConnections(const void* about, unsigned char* count)'
         echo '{ (void)about; *count = 4; return 0; }'

@@ -31,8 +31,7 @@ Names namesIn(const std::string& text, const std::string& pattern)
 // The operations that the header of the device API declares.
 Names declaredOperations()
 {
-    return namesIn(readFile(PROJECT_FOLDER "/src/device/qv_aux2.h"),
-                   R"(\n *(?:ApiError|\w+Handle|const char\*) (\w+)\()");
+    return namesIn(told({PROJECT_FOLDER "/tools/device-operations"}), "(.+)\n");
 }
 
 // The names that `nm` prints, without symbol versions.
