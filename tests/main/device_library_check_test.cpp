@@ -7,6 +7,7 @@
 namespace
 {
 
+const char* const name = "libqv-aux2.so.2.11";
 const char* const checker = PROJECT_FOLDER "/tools/check-device-library";
 
 Outcome check(const std::string& library, const std::string& tool = checker)
@@ -14,22 +15,52 @@ Outcome check(const std::string& library, const std::string& tool = checker)
     return runCommand({{tool, library}, {{"PATH", "/usr/bin:/bin"}}});
 }
 
-TEST(DeviceLibraryCheck, IsContentWithTheSimulatedUnit)
+// The simulated unit in the folder, with another text of the same length for one of its own.
+std::string changedLibrary(const TemporaryFolder& folder, const std::string& what, const std::string& with)
 {
-    const std::string library = simulatorFolder() + "/libqv-aux2.so.2.11";
+    std::string path = folder / name;
+    writeFile(path, replaced(readFile(simulatorFolder() + "/" + name), what, with));
+    return path;
+}
+
+TEST(DeviceLibraryCheck, IsContentWithTheSimulatedUnitWhetherItTellsItsNameOrNot)
+{
+    for (const std::string& folder : {simulatorFolder(), namelessLibraryFolder()})
+    {
+        const std::string library = folder + "/" + name;
+        const Outcome outcome = check(library);
+        EXPECT_EQ(outcome.output, library + " has every operation that fobrob calls\n");
+        EXPECT_EQ(exitStatus(outcome), 0);
+    }
+}
+
+TEST(DeviceLibraryCheck, TellsALibraryOfAnotherName)
+{
+    const TemporaryFolder folder;
+    const std::string library = changedLibrary(folder, name, "libqv-aux2.so.2.12");
     const Outcome outcome = check(library);
-    EXPECT_EQ(outcome.output, library + " has every operation that fobrob calls\n");
-    EXPECT_EQ(exitStatus(outcome), 0);
+    EXPECT_EQ(outcome.output, library + " calls itself libqv-aux2.so.2.12 and not libqv-aux2.so.2.11\n");
+    EXPECT_EQ(exitStatus(outcome), 1);
+}
+
+TEST(DeviceLibraryCheck, NamesASingleOperationThatALibraryLacks)
+{
+    const TemporaryFolder folder;
+    const std::string library = changedLibrary(folder, "Buzzer_setVolume", "Buzzer_setvolume");
+    const Outcome outcome = check(library);
+    EXPECT_EQ(outcome.output,
+              "lacks Buzzer_setVolume\n" + library + " lacks 1 of the 167 operations that fobrob calls\n");
+    EXPECT_EQ(exitStatus(outcome), 1);
 }
 
 TEST(DeviceLibraryCheck, NamesWhatALibraryLacks)
 {
-    const std::string library = otherLibraryFolder() + "/libqv-aux2.so.2.11";
+    const std::string library = otherLibraryFolder() + "/" + name;
     const Outcome outcome = check(library);
     EXPECT_NE(outcome.output.find("lacks Buzzer_setVolume\n"), std::string::npos);
     EXPECT_NE(outcome.output.find("lacks GetBuzzer\n"), std::string::npos);
     EXPECT_EQ(outcome.output.find("lacks Lightsensor_getIlluminance\n"), std::string::npos);
-    EXPECT_NE(outcome.output.find("\n163 operations that fobrob calls are not in " + library + "\n"),
+    EXPECT_NE(outcome.output.find("\n" + library + " lacks 163 of the 167 operations that fobrob calls\n"),
               std::string::npos);
     EXPECT_EQ(exitStatus(outcome), 1);
 }
@@ -37,7 +68,7 @@ TEST(DeviceLibraryCheck, NamesWhatALibraryLacks)
 TEST(DeviceLibraryCheck, FindsItsListBehindALinkAndDoesNotDoWithout)
 {
     namespace fs = std::filesystem;
-    const std::string library = otherLibraryFolder() + "/libqv-aux2.so.2.11";
+    const std::string library = otherLibraryFolder() + "/" + name;
     const TemporaryFolder folder;
     fs::create_symlink(checker, folder / "link");
     EXPECT_EQ(exitStatus(check(library, folder / "link")), 1);

@@ -20,6 +20,13 @@ std::vector<std::string> splitLines(const std::string& text)
     return list;
 }
 
+std::string replaced(std::string text, const std::string& what, const std::string& with)
+{
+    for (std::size_t at = 0; (at = text.find(what, at)) != text.npos; at += with.size())
+        text.replace(at, what.size(), with);
+    return text;
+}
+
 std::vector<std::string> matches(const std::string& pattern, const std::string& text)
 {
     const std::regex expression(pattern);

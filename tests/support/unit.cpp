@@ -55,6 +55,11 @@ std::string otherLibraryFolder()
     return buildFolder() + "/tests/other";
 }
 
+std::string namelessLibraryFolder()
+{
+    return buildFolder() + "/tests/nameless";
+}
+
 std::string standIns()
 {
     return buildFolder() + "/tests/stand-ins.so";

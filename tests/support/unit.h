@@ -34,8 +34,9 @@ Command throughShell(const std::string& script, Command command);
 std::string buildFolder();
 std::string programPath();
 std::string simulatorFolder();
-std::string otherLibraryFolder(); // a device library that has a light sensor and nothing else
-std::string standIns();           // loaded before the program
+std::string otherLibraryFolder();    // a device library that has a light sensor and nothing else
+std::string namelessLibraryFolder(); // the simulated unit as a library that does not tell its name
+std::string standIns();              // loaded before the program
 
 // Whether the program under test has numbers (`long`) of 64 bits, or such of 32 that stop at 2147483647.
 bool isProgram64Bit();
