@@ -15,6 +15,9 @@ const std::string makesTwoSettings = "--buzzer --frequency=800 --volume=40";
 const Calls callsOfTwoSettings =
     callsOn("Buzzer", {"Buzzer_setFrequency(800) = 0", "Buzzer_setVolume(40) = 0"});
 
+const std::string callsBeforeTheAnswer =
+    lines({"GetFirmwareUpgrade() = handle", "GetAbout() = handle", "About_getIsDisplayAvailable([1]) = 0"});
+
 // One run of the program, with what a shell does before it.
 struct ShellRun
 {
@@ -106,9 +109,10 @@ TEST(Streams, MakeNoDifferenceToTheUnitWhereTheReaderGoesAway)
 TEST(Streams, MakeNoDifferenceToFirmwareWorkWhereTheReaderGoesAway)
 {
     FirmwareUnit unit;
-    const ShellRun run(unit, "env --default-signal=PIPE \"$@\" | head -n 1",
+    const ShellRun run(unit, "{ env --default-signal=PIPE \"$@\"; echo $? >&2; } | head -n 1",
                        "--advanced --update=Front --force --filepath=" + unit.hex);
     EXPECT_EQ(run.outcome.output, "File format is correct.\n");
+    EXPECT_EQ(run.outcome.errors, "0\n"); // the program's exit status; the pipe has that of its reader
     EXPECT_EQ(unit["/firmware/front/incomplete"], false);
     EXPECT_NE(unit["/firmware/front/digest"], nullptr);
 }
@@ -145,8 +149,24 @@ TEST(Streams, WaitForAnAnswerUntilTheyAreInterrupted)
     const int status = terminal.end();
     EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGINT) << status;
     EXPECT_EQ(readFile(unit.file()), before);
-    EXPECT_EQ(readFile(unit.folder / "waiting"),
-              "GetFirmwareUpgrade() = handle\nGetAbout() = handle\nAbout_getIsDisplayAvailable([1]) = 0\n");
+    EXPECT_EQ(readFile(unit.folder / "waiting"), callsBeforeTheAnswer);
+}
+
+TEST(Streams, EndTheProgramWhereTheTerminalHangsUpInsteadOfAnAnswer)
+{
+    FirmwareUnit unit;
+    Command command =
+        throughShell("exec env --default-signal=HUP \"$@\"",
+                     programOn(unit.file(), "--advanced --update=Front --filepath=" + unit.hex));
+    command.environment["QVAUX_TRACE"] = unit.folder / "waiting";
+    Terminal terminal(command);
+    ASSERT_TRUE(terminal.sees("Do you wish to continue [yes/no]?"));
+    const std::string before = readFile(unit.file());
+
+    const int status = terminal.hangUp();
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGHUP) << status;
+    EXPECT_EQ(readFile(unit.file()), before);
+    EXPECT_EQ(readFile(unit.folder / "waiting"), callsBeforeTheAnswer);
 }
 
 } // namespace

@@ -21,7 +21,8 @@ Terminal::Terminal(const Command& command)
 
 Terminal::~Terminal()
 {
-    close(master);
+    if (master >= 0)
+        close(master);
     if (child > 0)
     {
         kill(child, SIGKILL);
@@ -63,6 +64,18 @@ int Terminal::end()
 {
     while (readMore(patience))
         continue;
+    return statusAtTheEnd();
+}
+
+int Terminal::hangUp()
+{
+    close(master);
+    master = -1;
+    return statusAtTheEnd();
+}
+
+int Terminal::statusAtTheEnd()
+{
     int status = -1;
     waitpid(child, &status, 0);
     child = -1;

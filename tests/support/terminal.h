@@ -25,6 +25,9 @@ public:
     // Reads along to the command's end and gives its status as waitpid tells it.
     int end();
 
+    // Goes away and gives the command's status as waitpid tells it.
+    int hangUp();
+
     // Everything that has come, what was typed included, with plain newlines.
     const std::string& screen() const
     {
@@ -33,6 +36,7 @@ public:
 
 private:
     bool readMore(int milliseconds);
+    int statusAtTheEnd();
 
     int master = -1;
     int child = -1;
