@@ -380,6 +380,21 @@ TEST(Firmware, RefusesAFileThatDoesNotExist)
     }
 }
 
+// Their seconds do not fit into 32 bits.
+TEST(Firmware, TakesFilesOfTheYear2040)
+{
+    using namespace std::chrono;
+    const auto date = file_clock::from_sys(sys_seconds(sys_days(2040y / 1 / 1)));
+    FirmwareUnit unit;
+    for (const std::string& file : {unit.file(), unit.hex})
+    {
+        std::filesystem::last_write_time(file, date);
+        ASSERT_EQ(std::filesystem::last_write_time(file), date) << "not a date of this file system";
+    }
+    EXPECT_EQ(unit.run("--lightsensor").output, "Illuminance: 320\n");
+    EXPECT_EQ(works[0].run(unit).output, works[0].beginning() + upgradeProgress + works[0].success);
+}
+
 struct Named
 {
     const char* target;
