@@ -66,24 +66,29 @@ ApiError finish(const char* operation, Outcome outcome, Arguments... arguments)
     return outcome.code;
 }
 
-// The module's part of a call that only reads. `arguments` are those behind the handle, results as Out.
+// The module's part of a call that `perform` makes, if no argument is missing. `arguments` are those behind
+// the handle, results as Out.
+template <typename Perform, typename... Arguments>
+ApiError performing(const char* operation, const Perform& perform, Arguments... arguments)
+{
+    const bool complete = (isThere(arguments) && ...);
+    return finish(operation, complete ? perform() : Outcome{invalidArgument, false}, arguments...);
+}
+
+// One that only reads.
 template <typename... Arguments>
 ApiError reading(const char* operation, const void* handle, const Reading& work, Arguments... arguments)
 {
-    const bool complete = (isThere(arguments) && ...);
-    return finish(operation,
-                  complete ? performReading(operation, handle, work) : Outcome{invalidArgument, false},
-                  arguments...);
+    return performing(
+        operation, [&] { return performReading(operation, handle, work); }, arguments...);
 }
 
-// The module's part of a call that changes the unit.
+// One that changes the unit. `work` writes no results: the unit is yet to be saved.
 template <typename... Arguments>
 ApiError changing(const char* operation, const void* handle, const Change& work, Arguments... arguments)
 {
-    const bool complete = (isThere(arguments) && ...);
-    return finish(operation,
-                  complete ? performChange(operation, handle, work) : Outcome{invalidArgument, false},
-                  arguments...);
+    return performing(
+        operation, [&] { return performChange(operation, handle, work); }, arguments...);
 }
 
 template <typename Handle>

@@ -64,8 +64,16 @@ ApiError FirmwareUpgrade_getUpgradeStatus(FirmwareUpgradeHandle upgrade, Upgrade
     // Outside the lock: the unit can be changed by others while the job goes on.
     if (flag != 0)
         waitForFirmwareJob();
-    const Change work = [&](Unit& unit) { return carryOnFirmwareJob(unit, *status); };
-    const ApiError code = changing(__func__, upgrade, work, out(status), flag);
+    const auto perform = [&, operation = __func__]
+    {
+        UpgradeStatus reached{};
+        const Outcome outcome =
+            performChange(operation, upgrade, [&](Unit& unit) { return carryOnFirmwareJob(unit, reached); });
+        if (outcome.delivered)
+            *status = reached;
+        return outcome;
+    };
+    const ApiError code = performing(__func__, perform, out(status), flag);
     if (code != success)
         noteFailedStatusCall(code);
     return code;

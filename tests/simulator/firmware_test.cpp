@@ -1,4 +1,5 @@
 #include "device/qv_aux2.h"
+#include "support/called_unit.h"
 #include "support/firmware_unit.h"
 
 #include <algorithm>
@@ -566,8 +567,7 @@ TEST(FirmwareJob, TellsInTheSecondWordHowMuchIsDone)
 
 TEST(FirmwareJob, FailsWhereItsProgressCanNotBeSaved)
 {
-    const FirmwareUnit unit;
-    setenv("QVAUX_UNIT", unit.file().c_str(), 1);
+    const Called<FirmwareUnit> unit;
     const FirmwareUpgradeHandle upgrade = GetFirmwareUpgrade();
     ASSERT_EQ(FirmwareUpgrade_startSSUpgrade(upgrade, unit.hex.c_str(), 0), 0u);
     UpgradeStatus status{};
@@ -575,11 +575,12 @@ TEST(FirmwareJob, FailsWhereItsProgressCanNotBeSaved)
         ASSERT_EQ(FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1), 0u);
     std::filesystem::create_directory(unit.file() + ".new");
     EXPECT_EQ(FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1), 67u);
+    EXPECT_EQ(status.state, 4);
+    EXPECT_EQ(unit.calls().back(), "FirmwareUpgrade_getUpgradeStatus([], 1) = 67");
     std::filesystem::remove(unit.file() + ".new");
     EXPECT_EQ(FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1), 0u);
     EXPECT_EQ(status.error, 67u);
     EXPECT_EQ(unit["/firmware/ss/incomplete"], true);
-    unsetenv("QVAUX_UNIT");
 }
 
 TEST(FirmwareJob, KeepsItsPaceWithoutBurningTheProcessor)

@@ -1,4 +1,4 @@
-// A simulated unit that the calls of the test itself reach.
+// A simulated unit that the calls of the test itself reach: Called<FirmwareUnit>, or a CalledUnit.
 
 #pragma once
 
@@ -6,16 +6,17 @@
 
 #include <cstdlib>
 
-class CalledUnit : public Unit
+template <typename AnyUnit>
+class Called : public AnyUnit
 {
 public:
-    explicit CalledUnit(const std::string& keys = "{}") : Unit(keys)
+    explicit Called(const std::string& keys = "{}") : AnyUnit(keys)
     {
-        setenv("QVAUX_UNIT", file().c_str(), 1);
+        setenv("QVAUX_UNIT", this->file().c_str(), 1);
         setenv("QVAUX_TRACE", traceFile().c_str(), 1);
     }
 
-    ~CalledUnit()
+    ~Called()
     {
         unsetenv("QVAUX_UNIT");
         unsetenv("QVAUX_TRACE");
@@ -23,7 +24,7 @@ public:
 
     std::string traceFile() const
     {
-        return folder / "calls";
+        return this->folder / "calls";
     }
 
     // The calls so far.
@@ -32,3 +33,5 @@ public:
         return splitLines(readFile(traceFile()));
     }
 };
+
+using CalledUnit = Called<Unit>;
