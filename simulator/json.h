@@ -5,5 +5,17 @@
 #define JSON_NO_IO
 #include <nlohmann/json.hpp>
 
-// Keeps the order of the keys, so that a file that a person laid out stays laid out.
-using Json = nlohmann::ordered_json;
+// Keeps the order of the keys, so that a file that a person laid out stays laid out. The parser, which adds
+// its keys by [], adds one that stands twice twice; so it can be found.
+template <typename Key, typename Value, typename Less, typename Allocator>
+struct KeysAsTheyStand : nlohmann::ordered_map<Key, Value, Less, Allocator>
+{
+    using nlohmann::ordered_map<Key, Value, Less, Allocator>::ordered_map;
+
+    Value& operator[](const Key& key)
+    {
+        return this->emplace_back(key, Value()).second;
+    }
+};
+
+using Json = nlohmann::basic_json<KeysAsTheyStand>;

@@ -36,6 +36,8 @@ struct Place
     }
 };
 
+constexpr const char* standsTwice = "this key stands here twice";
+
 template <typename Record>
 concept Described = requires(Record& record, int& key)
 {
@@ -178,7 +180,13 @@ void read(const Json& json, std::map<std::string, Value>& target, const Place& p
     if (!json.is_object())
         place.refuse("not an object");
     for (const auto& [key, value] : json.items())
-        read(value, target[key], Place{&place, key});
+    {
+        const Place here{&place, key};
+        const auto [added, isNew] = target.try_emplace(key);
+        if (!isNew)
+            here.refuse(standsTwice);
+        read(value, added->second, here);
+    }
 }
 
 template <typename Record>
@@ -209,8 +217,13 @@ void read(const Json& json, Record& target, const Place& place)
         return;
     const auto keys = keysOf(target);
     for (const auto& [key, value] : json.items())
+    {
+        const Place here{&place, key};
         if (std::ranges::find(keys, key) == keys.end())
-            Place{&place, key}.refuse("no unit has this key");
+            here.refuse("no unit has this key");
+        if (&*json.find(key) != &value)
+            here.refuse(standsTwice);
+    }
 }
 
 bool isCode(const std::string& text)

@@ -100,6 +100,27 @@ TEST(UnitFile, RefusesAKeyThatNoUnitHasBesideOnesThatItHas)
               "/buzzer/volumes: no unit has this key\n");
 }
 
+TEST(UnitFile, RefusesAKeyThatStandsTwice)
+{
+    const struct
+    {
+        const char* content;
+        const char* place;
+    } cases[] = {
+        {R"({"buzzer": {"volume": 1}, "buzzer": {"frequency": 900}})", "/buzzer"},
+        {R"({"buzzer": {"volume": 1, "frequency": 900, "volume": 1}})", "/buzzer/volume"},
+        {R"({"buzzer": {"volume": 1, "vol\u0075me": 2}})", "/buzzer/volume"},
+        {R"({"adc": {"24V": 1, "24V": 2, "12V": 3, "12V": 4}})", "/adc/24V"},
+        {R"({"faults": {"Buzzer_getVolume": {"code": 1}, "Buzzer_getVolume": {"code": 2}}})",
+         "/faults/Buzzer_getVolume"},
+        {R"({"errorTexts": {"77": "one", "78": null, "77": "two"}})", "/errorTexts/77"},
+        {R"({"firmware": {"statuses": [{"state": 1}, {"state": 2, "state": 3}]}})",
+         "/firmware/statuses/1/state"},
+    };
+    for (const auto& [content, place] : cases)
+        EXPECT_EQ(complaintAbout(content), std::string(place) + ": this key stands here twice\n");
+}
+
 TEST(UnitFile, RefusesTheFaultOfAnOperationThatIsNotThere)
 {
     for (const char* name : {"Buzzer_getVolum", "buzzer_getVolume", "GetBuzer", "getenv", "printf", ""})
