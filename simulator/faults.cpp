@@ -13,8 +13,7 @@ std::optional<Fault> standingFault(const Unit& unit, const std::string& operatio
     const auto found = unit.faults.find(operation);
     if (found == unit.faults.end() || found->second.times == 0u)
         return std::nullopt;
-    const Fault& fault = found->second;
-    return fault.code != 0 || fault.ignored || fault.null ? std::optional(fault) : std::nullopt;
+    return found->second;
 }
 
 std::optional<Fault> countFault(Unit& unit, const std::string& operation)

@@ -241,10 +241,12 @@ void checkFaults(const std::map<std::string, Fault>& faults, const Place& place)
         const bool givesHandleOrText = operation.starts_with("Get");
         if (!isOperation(operation))
             here.refuse("no operation has this name");
-        if (givesHandleOrText && (fault.code != 0 || fault.ignored))
+        if (givesHandleOrText && (!fault.null || fault.code != 0 || fault.ignored))
             here.refuse("its only fault is null");
         if (!givesHandleOrText && fault.null)
             here.refuse("gives no handle and no text that could be null");
+        if (!givesHandleOrText && (fault.code != 0) == fault.ignored)
+            here.refuse("its fault is either a code other than 0 or ignored");
     }
 }
 

@@ -62,12 +62,6 @@ TEST(Faults, FailForeverWithoutANumberOfTimes)
     EXPECT_EQ(readVolume(2), (std::vector<ApiError>{77, 77}));
 }
 
-TEST(Faults, AreNoneWithoutAKind)
-{
-    const CalledUnit unit(R"({"faults": {"Buzzer_getVolume": {"skip": 1, "times": 1}, "GetBuzzer": {}}})");
-    EXPECT_EQ(readVolume(3), (std::vector<ApiError>{0, 0, 0}));
-}
-
 TEST(Faults, ReachNoOtherOperation)
 {
     CalledUnit unit;

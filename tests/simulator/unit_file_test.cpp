@@ -139,6 +139,20 @@ TEST(UnitFile, RefusesAFaultThatTheOperationCanNotShow)
               "/faults/Buzzer_getVolume: gives no handle and no text that could be null\n");
 }
 
+TEST(UnitFile, RefusesAFaultThatIsNoneOrTwo)
+{
+    for (const json& fault : {json::object(),
+                              {{"code", 0}},
+                              {{"ignored", false}},
+                              {{"skip", 1}, {"times", 1}},
+                              {{"code", 77}, {"ignored", true}}})
+        EXPECT_EQ(complaintAbout(fileWith("/faults/Buzzer_getVolume", fault)),
+                  "/faults/Buzzer_getVolume: its fault is either a code other than 0 or ignored\n");
+    for (const json& fault : {json::object(), {{"null", false}}, {{"null", true}, {"ignored", true}}})
+        EXPECT_EQ(complaintAbout(fileWith("/faults/GetBuzzer", fault)),
+                  "/faults/GetBuzzer: its only fault is null\n");
+}
+
 TEST(UnitFile, RefusesTheTextOfWhatIsNotACode)
 {
     for (const char* code : {"", "x", "-1", "+7", "077", " 7", "7 ", "0x7", "1.5", "4294967296"})
@@ -160,6 +174,8 @@ TEST(UnitFile, RefusesValuesOfAnotherType)
         {"/about", json::array(), "not an object"},
         {"/faults", "none", "not an object"},
         {"/faults/GetBuzzer", true, "not an object"},
+        {"/faults/Buzzer_setVolume/code", -1, "not a whole number from 0 to 4294967295"},
+        {"/faults/Buzzer_setVolume/code", 4294967296, "not a whole number from 0 to 4294967295"},
         {"/errorTexts", json::array(), "not an object"},
         {"/errorTexts/77", 77, "not a text"},
         {"/about/unitSerial", 7, "not a text"},
@@ -237,12 +253,14 @@ TEST(UnitFile, TakesEveryNumberThatFitsAndNoOther)
         {"/touch/lowLevel", 0, 65535},
         {"/telematics/gps/power", -2147483648, 2147483647},
         {"/firmware/pace", 0, 4294967295},
-        {"/faults/Buzzer_setVolume/code", 0, 4294967295},
+        {"/firmware/statuses/0/error", 0, 4294967295},
         {"/faults/Buzzer_setVolume/times", 0, 4294967295},
     };
     const auto fileHolding = [](std::string place, std::int64_t value)
     {
-        json file = {{"backlight", {{"filter", {1, 1, 20, 1}}}}};
+        json file = {{"backlight", {{"filter", {1, 1, 20, 1}}}},
+                     {"firmware", {{"statuses", {json::object()}}}},
+                     {"faults", {{"Buzzer_setVolume", {{"code", 77}}}}}};
         file[json::json_pointer(place)] = value;
         return file.dump();
     };
