@@ -47,7 +47,7 @@ namespace
 
 using Json = nlohmann::json;
 
-constexpr ApiError damaged = 66;
+constexpr ApiError notValid = 66;
 
 // Where the unit and its firmware file are, until the fuzzer ends.
 class Folder
@@ -239,8 +239,8 @@ void checkNothingLost(const std::string& before, const std::vector<ApiError>& co
 {
     const std::string after = readFile(folder().unit());
     const auto was = parse(before);
-    // A fault in a good file may have the code of a damaged one.
-    const bool refused = std::ranges::count(codes, damaged) > 0 && !(was && was->contains("faults"));
+    // A fault in a good file may have the code of one that is not valid.
+    const bool refused = std::ranges::count(codes, notValid) > 0 && !(was && was->contains("faults"));
     promise((was && !refused) || after == before, "a refused file is left alone");
     promise(!was || keepsKeys(*was, Json::parse(after)), "no key is lost");
     for (const auto& entry : std::filesystem::directory_iterator(folder().path))

@@ -21,7 +21,7 @@ constexpr Text codes[] = {
     {boardNotFitted, "The board is not fitted"},
     {unitFileUnplaced, "There is no place for the unit file"},
     {unitFileUnreadable, "The unit file cannot be read"},
-    {unitFileDamaged, "The unit file is damaged"},
+    {unitFileInvalid, "The unit file is not valid"},
     {unitFileUnwritable, "The unit file cannot be written"},
     {jobRunning, "Another firmware job is running"},
     {noJob, "No firmware job has been started"},

@@ -18,7 +18,7 @@ enum Code : ApiError
 
     unitFileUnplaced = 64,
     unitFileUnreadable = 65,
-    unitFileDamaged = 66,
+    unitFileInvalid = 66,
     unitFileUnwritable = 67,
 
     jobRunning = 80,

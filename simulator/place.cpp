@@ -124,8 +124,10 @@ Place unitPlace()
         makeFolders(path);
         place = behindLinks(placeFrom(AT_FDCWD, path));
     }
+    if (!place.folder.isOpen() && errno == ENOENT)
+        fail(unitFileUnplaced, place.path, "its folder is not there");
     if (!place.folder.isOpen())
-        failWithErrno(errno == ENOENT ? unitFileUnwritable : unitFileUnreadable, place.path);
+        failWithErrno(unitFileUnreadable, place.path);
     return place;
 }
 

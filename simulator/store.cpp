@@ -84,7 +84,7 @@ Json parse(const std::string& text, const std::string& path)
     }
     catch (const Json::exception& error)
     {
-        fail(unitFileDamaged, path, placeOf(error));
+        fail(unitFileInvalid, path, placeOf(error));
     }
 }
 
@@ -96,7 +96,7 @@ Unit toUnit(const Json& json, const std::string& path)
     }
     catch (const BadUnit& error)
     {
-        fail(unitFileDamaged, path, error.what());
+        fail(unitFileInvalid, path, error.what());
     }
 }
 

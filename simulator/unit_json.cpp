@@ -8,6 +8,7 @@
 #include <charconv>
 #include <concepts>
 #include <limits>
+#include <utility>
 
 namespace
 {
@@ -20,9 +21,9 @@ std::string onOneLine(std::string_view key)
 }
 
 // Where in the file a value stands. Made into text only when something is wrong there.
-struct Place
+struct KeyPath
 {
-    const Place* parent;
+    const KeyPath* parent;
     std::string_view key;
 
     std::string text() const
@@ -39,149 +40,162 @@ struct Place
 constexpr const char* standsTwice = "this key stands here twice";
 
 template <typename Record>
-concept Described = requires(Record& record, int& key)
+concept Described = requires
 {
     &Record::template describe<int, Record>;
 };
 
-void read(const Json& json, bool& target, const Place& place);
-void read(const Json& json, double& target, const Place& place);
-void read(const Json& json, std::string& target, const Place& place);
-void read(const Json& json, Version& target, const Place& place);
+void read(const Json& json, bool& target, const KeyPath& path);
+void read(const Json& json, double& target, const KeyPath& path);
+void read(const Json& json, std::string& target, const KeyPath& path);
+void read(const Json& json, Version& target, const KeyPath& path);
 template <std::integral Integer>
-void read(const Json& json, Integer& target, const Place& place);
+void read(const Json& json, Integer& target, const KeyPath& path);
 template <typename Integer>
-void read(const Json& json, Flag<Integer> target, const Place& place);
+void read(const Json& json, Flag<Integer> target, const KeyPath& path);
 template <typename Integer>
-void read(const Json& json, Named<Integer> target, const Place& place);
-void read(const Json& json, HexDigits<std::string> target, const Place& place);
+void read(const Json& json, Named<Integer> target, const KeyPath& path);
+void read(const Json& json, HexDigits<std::string> target, const KeyPath& path);
 template <typename Value>
-void read(const Json& json, std::optional<Value>& target, const Place& place);
+void read(const Json& json, std::optional<Value>& target, const KeyPath& path);
 template <typename Value>
-void read(const Json& json, std::vector<Value>& target, const Place& place);
+void read(const Json& json, std::vector<Value>& target, const KeyPath& path);
 template <typename Value, std::size_t count>
-void read(const Json& json, std::array<Value, count>& target, const Place& place);
+void read(const Json& json, std::array<Value, count>& target, const KeyPath& path);
 template <typename Value>
-void read(const Json& json, std::map<std::string, Value>& target, const Place& place);
+void read(const Json& json, std::map<std::string, Value>& target, const KeyPath& path);
 template <Described Record>
-void read(const Json& json, Record& target, const Place& place);
+void read(const Json& json, Record& target, const KeyPath& path);
 
-void read(const Json& json, bool& target, const Place& place)
+void read(const Json& json, bool& target, const KeyPath& path)
 {
     if (!json.is_boolean())
-        place.refuse("neither true nor false");
+        path.refuse("neither true nor false");
     target = json.get<bool>();
 }
 
-void read(const Json& json, double& target, const Place& place)
+void read(const Json& json, double& target, const KeyPath& path)
 {
     if (!json.is_number())
-        place.refuse("not a number");
+        path.refuse("not a number");
     target = json.get<double>();
 }
 
-void read(const Json& json, std::string& target, const Place& place)
+void read(const Json& json, std::string& target, const KeyPath& path)
 {
     if (!json.is_string())
-        place.refuse("not a text");
+        path.refuse("not a text");
     target = json.get_ref<const std::string&>();
 }
 
-void read(const Json& json, Version& target, const Place& place)
+void read(const Json& json, Version& target, const KeyPath& path)
 {
     std::string text;
-    read(json, text, place);
+    read(json, text, path);
     std::string_view left = text;
     const std::optional<Version> version = takeVersion(left);
     if (!version || !left.empty())
-        place.refuse("not a version like 1.12.0.3");
+        path.refuse("not a version like 1.12.0.3");
     target = *version;
 }
 
+// False where it is no whole number, or one that does not fit.
 template <std::integral Integer>
-void read(const Json& json, Integer& target, const Place& place)
+bool takeNumber(const Json& json, Integer& target)
 {
-    using Limits = std::numeric_limits<Integer>;
     const bool fits = json.is_number_unsigned()  ? std::in_range<Integer>(json.get<std::uint64_t>())
                       : json.is_number_integer() ? std::in_range<Integer>(json.get<std::int64_t>())
                                                  : false;
-    if (!fits)
-        place.refuse("not a whole number from " + std::to_string(Limits::min()) + " to " +
-                     std::to_string(Limits::max()));
-    target = json.get<Integer>();
+    if (fits)
+        target = json.get<Integer>();
+    return fits;
+}
+
+template <std::integral Integer>
+std::string rangeOf()
+{
+    using Limits = std::numeric_limits<Integer>;
+    return "a whole number from " + std::to_string(Limits::min()) + " to " + std::to_string(Limits::max());
+}
+
+template <std::integral Integer>
+void read(const Json& json, Integer& target, const KeyPath& path)
+{
+    if (!takeNumber(json, target))
+        path.refuse("not " + rangeOf<Integer>());
 }
 
 template <typename Integer>
-void read(const Json& json, Flag<Integer> target, const Place& place)
+void read(const Json& json, Flag<Integer> target, const KeyPath& path)
 {
     if (json.is_boolean())
         target.value = json.get<bool>();
-    else
-        read(json, target.value, place);
+    else if (!takeNumber(json, target.value))
+        path.refuse("neither true, false nor " + rangeOf<Integer>());
 }
 
 template <typename Integer>
-void read(const Json& json, Named<Integer> target, const Place& place)
+void read(const Json& json, Named<Integer> target, const KeyPath& path)
 {
-    if (!json.is_string())
-        return read(json, target.value, place);
+    if (takeNumber(json, target.value))
+        return;
     std::string known;
     for (const Name& name : target.names)
     {
-        if (json.get_ref<const std::string&>() == name.text)
+        if (json.is_string() && json.get_ref<const std::string&>() == name.text)
         {
             target.value = name.value;
             return;
         }
         known += known.empty() ? name.text : std::string(", ") + name.text;
     }
-    place.refuse("none of: " + known);
+    path.refuse("neither " + known + " nor " + rangeOf<Integer>());
 }
 
-void read(const Json& json, HexDigits<std::string> target, const Place& place)
+void read(const Json& json, HexDigits<std::string> target, const KeyPath& path)
 {
-    read(json, target.text, place);
+    read(json, target.text, path);
     std::vector<std::uint8_t> bytes;
     if (!appendBytes(bytes, target.text))
-        place.refuse("not pairs of hexadecimal digits");
+        path.refuse("not pairs of hexadecimal digits");
 }
 
 template <typename Value>
-void read(const Json& json, std::optional<Value>& target, const Place& place)
+void read(const Json& json, std::optional<Value>& target, const KeyPath& path)
 {
     if (json.is_null())
         target.reset();
     else
-        read(json, target.emplace(), place);
+        read(json, target.emplace(), path);
 }
 
 template <typename Value>
-void read(const Json& json, std::vector<Value>& target, const Place& place)
+void read(const Json& json, std::vector<Value>& target, const KeyPath& path)
 {
     if (!json.is_array())
-        place.refuse("not a list");
+        path.refuse("not a list");
     target.assign(json.size(), {});
     for (std::size_t i = 0; i < json.size(); ++i)
-        read(json[i], target[i], Place{&place, std::to_string(i)});
+        read(json[i], target[i], KeyPath{&path, std::to_string(i)});
 }
 
 template <typename Value, std::size_t count>
-void read(const Json& json, std::array<Value, count>& target, const Place& place)
+void read(const Json& json, std::array<Value, count>& target, const KeyPath& path)
 {
     if (!json.is_array() || json.size() != count)
-        place.refuse("not a list of " + std::to_string(count));
+        path.refuse("not a list of " + std::to_string(count));
     for (std::size_t i = 0; i < count; ++i)
-        read(json[i], target[i], Place{&place, std::to_string(i)});
+        read(json[i], target[i], KeyPath{&path, std::to_string(i)});
 }
 
 template <typename Value>
-void read(const Json& json, std::map<std::string, Value>& target, const Place& place)
+void read(const Json& json, std::map<std::string, Value>& target, const KeyPath& path)
 {
     if (!json.is_object())
-        place.refuse("not an object");
+        path.refuse("not an object");
     for (const auto& [key, value] : json.items())
     {
-        const Place here{&place, key};
+        const KeyPath here{&path, key};
         const auto [added, isNew] = target.try_emplace(key);
         if (!isNew)
             here.refuse(standsTwice);
@@ -199,10 +213,10 @@ std::vector<std::string_view> keysOf(const Record& record)
 }
 
 template <Described Record>
-void read(const Json& json, Record& target, const Place& place)
+void read(const Json& json, Record& target, const KeyPath& path)
 {
     if (!json.is_object())
-        place.refuse("not an object");
+        path.refuse("not an object");
     std::size_t known = 0;
     auto readKey = [&](const char* key, auto&& value)
     {
@@ -210,7 +224,7 @@ void read(const Json& json, Record& target, const Place& place)
         if (found == json.end())
             return;
         ++known;
-        read(*found, value, Place{&place, key});
+        read(*found, value, KeyPath{&path, key});
     };
     Record::describe(readKey, target);
     if (known == json.size())
@@ -218,7 +232,7 @@ void read(const Json& json, Record& target, const Place& place)
     const auto keys = keysOf(target);
     for (const auto& [key, value] : json.items())
     {
-        const Place here{&place, key};
+        const KeyPath here{&path, key};
         if (std::ranges::find(keys, key) == keys.end())
             here.refuse("no unit has this key");
         if (&*json.find(key) != &value)
@@ -233,11 +247,11 @@ bool isCode(const std::string& text)
     return error == std::errc() && std::to_string(code) == text;
 }
 
-void checkFaults(const std::map<std::string, Fault>& faults, const Place& place)
+void checkFaults(const std::map<std::string, Fault>& faults, const KeyPath& path)
 {
     for (const auto& [operation, fault] : faults)
     {
-        const Place here{&place, operation};
+        const KeyPath here{&path, operation};
         const bool givesHandleOrText = operation.starts_with("Get");
         if (!isOperation(operation))
             here.refuse("no operation has this name");
@@ -250,11 +264,11 @@ void checkFaults(const std::map<std::string, Fault>& faults, const Place& place)
     }
 }
 
-void checkErrorTexts(const std::map<std::string, std::optional<std::string>>& texts, const Place& place)
+void checkErrorTexts(const std::map<std::string, std::optional<std::string>>& texts, const KeyPath& path)
 {
     for (const auto& [code, text] : texts)
         if (!isCode(code))
-            Place{&place, code}.refuse("not an error code");
+            KeyPath{&path, code}.refuse("not an error code");
 }
 
 template <typename Value>
@@ -339,11 +353,11 @@ Json write(const Value& value)
 
 Unit unitFromJson(const Json& file)
 {
-    const Place root{nullptr, ""};
+    const KeyPath root{nullptr, ""};
     Unit unit;
     read(file, unit, root);
-    checkFaults(unit.faults, Place{&root, "faults"});
-    checkErrorTexts(unit.errorTexts, Place{&root, "errorTexts"});
+    checkFaults(unit.faults, KeyPath{&root, "faults"});
+    checkErrorTexts(unit.errorTexts, KeyPath{&root, "errorTexts"});
     return unit;
 }
 

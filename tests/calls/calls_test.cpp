@@ -699,7 +699,7 @@ TEST(Calls, GiveTextsAndHandlesOfADamagedUnitToo)
 {
     const CalledUnit unit(R"({"adc": {"24V": 1e999}})");
     testing::internal::CaptureStderr();
-    EXPECT_STREQ(GetErrorStringA(66), "The unit file is damaged");
+    EXPECT_STREQ(GetErrorStringA(66), "The unit file is not valid");
     EXPECT_STREQ(GetStartupReasonStringA(0), "Power was applied");
     expectAll(everyRelease(), 0);
     for (const Operation& checked : everyOperation())

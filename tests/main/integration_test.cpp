@@ -282,7 +282,7 @@ TEST(Provision, NamesTheStepThatFails)
         {R"({"about": {"display": false}})", "--backlight --automatic=Enabled", "Not supported by this unit"},
         {R"({"faults": {"About_getNrOfCANConnections": {"ignored": true}}})", "--can=CAN0 --baudrate=500",
          "No valid arguments could be found."},
-        {R"({"buzzer": {"volum": 5}})", "--onoff --always_on=Enabled", "The unit file is damaged"},
+        {R"({"buzzer": {"volum": 5}})", "--onoff --always_on=Enabled", "The unit file is not valid"},
     };
     for (const auto& [keys, step, said] : cases)
     {

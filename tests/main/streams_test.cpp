@@ -67,8 +67,8 @@ TEST(Streams, MayBeClosedInEveryCombination)
         writeFile(damaged.file(), "{");
         const ShellRun complaint(damaged, script, makesTwoSettings);
         EXPECT_EQ(complaint.outcome.status, 0);
-        EXPECT_EQ(complaint.outcome.output, ifOpen(2, "setFrequency: The unit file is damaged\n"
-                                                      "setVolume: The unit file is damaged\n"));
+        EXPECT_EQ(complaint.outcome.output, ifOpen(2, "setFrequency: The unit file is not valid\n"
+                                                      "setVolume: The unit file is not valid\n"));
         EXPECT_EQ(readFile(damaged.file()), "{");
     }
 }

@@ -25,7 +25,7 @@ using testing::AnyOf;
 
 constexpr const char* cannotBeWritten = "setVolume: The unit file cannot be written\n";
 constexpr const char* cannotBeRead = "getVolume: The unit file cannot be read\n";
-constexpr const char* isDamaged = "getVolume: The unit file is damaged\n";
+constexpr const char* isNotValid = "getVolume: The unit file is not valid\n";
 
 // A run whose unit is found by `environment`.
 Outcome runIn(const std::map<std::string, std::string>& environment, const std::string& arguments)
@@ -169,8 +169,8 @@ TEST(Store, FailsWhereTheFolderIsNotThere)
 {
     const TemporaryFolder folder;
     const Outcome outcome = runOn(folder / "none/unit.json", "--buzzer --volume=40");
-    EXPECT_EQ(outcome.output, cannotBeWritten);
-    EXPECT_EQ(outcome.errors, complaint(folder / "none/unit.json", "No such file or directory"));
+    EXPECT_EQ(outcome.output, "setVolume: There is no place for the unit file\n");
+    EXPECT_EQ(outcome.errors, complaint(folder / "none/unit.json", "its folder is not there"));
 }
 
 TEST(Store, FailsWhereAFolderCanNotBeMade)
@@ -369,11 +369,11 @@ TEST(Store, RefusesADamagedFileAndLeavesItAlone)
         Unit unit;
         writeFile(unit.file(), content);
         const Result result = unit.runComplaining("--buzzer --volume");
-        EXPECT_EQ(result.output, isDamaged);
+        EXPECT_EQ(result.output, isNotValid);
         EXPECT_THAT(result.errors, testing::StartsWith("libqv-aux2: " + unit.file() + ": " + place));
         EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1);
         EXPECT_EQ(unit.runComplaining("--buzzer --volume=40").output,
-                  "setVolume: The unit file is damaged\n");
+                  "setVolume: The unit file is not valid\n");
         EXPECT_EQ(readFile(unit.file()), content);
     }
 }
@@ -384,8 +384,8 @@ TEST(Store, SaysOnceWhatIsWrongHoweverManyCallsFail)
     writeFile(unit.file(), "{");
     const Result result = unit.runComplaining("--buzzer --frequency --volume --status");
     EXPECT_EQ(result.output,
-              lines({"getFrequency: The unit file is damaged", "getVolume: The unit file is damaged",
-                     "getTrigger: The unit file is damaged"}));
+              lines({"getFrequency: The unit file is not valid", "getVolume: The unit file is not valid",
+                     "getTrigger: The unit file is not valid"}));
     EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1);
 }
 
