@@ -68,9 +68,7 @@ Firmware& firmwareIn(Unit& unit, FirmwareTarget target)
 
 bool isRegular(const File& file)
 {
-    struct stat status
-    {
-    };
+    struct stat status = {};
     return ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode);
 }
 

@@ -18,9 +18,7 @@ namespace
 struct Snapshot
 {
     File file;
-    struct stat status
-    {
-    };
+    struct stat status = {};
     bool settled; // nothing can have changed it since and left its times as they are
     Json json;
     Unit unit;
@@ -103,9 +101,7 @@ Unit toUnit(const Json& json, const std::string& path)
 // Brings the snapshot up to date. False when there is no file.
 bool load(const Place& place)
 {
-    struct stat status
-    {
-    };
+    struct stat status = {};
     if (::fstatat(place.folder.get(), place.name.c_str(), &status, 0) == 0 && isSnapshot(status))
         return true;
 
@@ -150,9 +146,7 @@ void save(const Place& place, const Json& json)
     const int folder = place.folder.get();
     const std::string beside = place.name + ".new";
     const std::string besidePath = place.path + ".new";
-    struct stat old
-    {
-    };
+    struct stat old = {};
     const bool replaces = ::fstatat(folder, place.name.c_str(), &old, 0) == 0;
     if (replaces && ::faccessat(folder, place.name.c_str(), W_OK, AT_EACCESS) != 0)
         failWithErrno(unitFileUnwritable, place.path);

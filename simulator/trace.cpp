@@ -4,12 +4,38 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
 
-static const char* tracePath()
+namespace
+{
+
+const char* tracePath()
 {
     return std::getenv("QVAUX_TRACE");
 }
+
+std::string quoted(const char* text, std::size_t length)
+{
+    std::string result = "\"";
+    for (std::size_t i = 0; i < length; ++i)
+    {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        if (byte == '"' || byte == '\\')
+            result += '\\';
+        if (byte >= 0x20 && byte != 0x7F)
+        {
+            result += text[i];
+            continue;
+        }
+        char escape[5];
+        std::snprintf(escape, sizeof escape, "\\x%02x", static_cast<unsigned>(byte));
+        result += escape;
+    }
+    return result + "\"";
+}
+
+} // namespace
 
 bool tracing()
 {
@@ -29,26 +55,6 @@ std::string traced(double value)
     char digits[32];
     std::snprintf(digits, sizeof digits, "%.10g", value);
     return digits;
-}
-
-static std::string quoted(const char* text, std::size_t length)
-{
-    std::string result = "\"";
-    for (std::size_t i = 0; i < length; ++i)
-    {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        if (byte == '"' || byte == '\\')
-            result += '\\';
-        if (byte >= 0x20 && byte != 0x7F)
-        {
-            result += text[i];
-            continue;
-        }
-        char escape[5];
-        std::snprintf(escape, sizeof escape, "\\x%02x", static_cast<unsigned>(byte));
-        result += escape;
-    }
-    return result + "\"";
 }
 
 std::string traced(const char* text)

@@ -12,7 +12,6 @@
 #include "device/qv_aux2.h"
 
 #include <concepts>
-#include <cstring>
 #include <string>
 
 bool tracing();

@@ -1,10 +1,5 @@
 #include "call.h"
 
-namespace
-{
-
-} // namespace
-
 BuzzerHandle GetBuzzer()
 {
     return obtain<BuzzerHandle>(__func__);

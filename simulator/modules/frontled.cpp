@@ -1,10 +1,5 @@
 #include "call.h"
 
-namespace
-{
-
-} // namespace
-
 FrontLEDHandle GetFrontLED()
 {
     return obtain<FrontLEDHandle>(__func__);

@@ -2,11 +2,6 @@
 
 #include "requirements.h"
 
-namespace
-{
-
-} // namespace
-
 PowerHandle GetPower()
 {
     return obtain<PowerHandle>(__func__);

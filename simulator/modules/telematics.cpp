@@ -2,11 +2,6 @@
 
 #include "requirements.h"
 
-namespace
-{
-
-} // namespace
-
 TelematicsHandle GetTelematics()
 {
     return obtain<TelematicsHandle>(__func__);

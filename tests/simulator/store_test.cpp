@@ -83,9 +83,7 @@ std::string complaint(const std::string& file, const std::string& what)
 
 struct stat statusOf(const std::string& file)
 {
-    struct stat status
-    {
-    };
+    struct stat status = {};
     EXPECT_EQ(stat(file.c_str(), &status), 0) << file;
     return status;
 }

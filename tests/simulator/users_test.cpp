@@ -20,9 +20,7 @@ bool isRoot()
 
 struct stat statusOf(const std::string& file)
 {
-    struct stat status
-    {
-    };
+    struct stat status = {};
     EXPECT_EQ(stat(file.c_str(), &status), 0) << file;
     return status;
 }

@@ -9,7 +9,7 @@
 namespace
 {
 
-// The child stops itself, so that it can be watched from its first system call as the command on.
+// The kernel stops the child when it becomes the command, so that it can be watched from there on.
 int startWatched(const Command& command)
 {
     const pid_t child = fork();
