@@ -2,11 +2,10 @@
 
 #include "device/qv_aux2.h"
 #include "support/called_unit.h"
+#include "support/children.h"
 
 #include <functional>
 #include <gmock/gmock.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace
 {
@@ -17,14 +16,10 @@ constexpr int processes = 16;
 
 void inManyProcesses(const std::function<void()>& calls)
 {
+    std::vector<int> children;
     for (int i = 0; i < processes; ++i)
-        if (fork() == 0)
-        {
-            calls();
-            _exit(0);
-        }
-    for (int i = 0; i < processes; ++i)
-        wait(nullptr);
+        children.push_back(startChild(calls));
+    waitForAll(children);
 }
 
 TEST(Processes, BootTheUnitOnce)

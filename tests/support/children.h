@@ -1,0 +1,29 @@
+// Processes that a test has beside itself.
+
+#pragma once
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+// Starts a process that does the work and ends well.
+inline int startChild(const std::function<void()>& work)
+{
+    const pid_t child = fork();
+    if (child != 0)
+        return child;
+    work();
+    _exit(0);
+}
+
+inline void waitForAll(const std::vector<int>& children)
+{
+    for (const int child : children)
+    {
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+}
