@@ -2,87 +2,10 @@
 #include "support/called_unit.h"
 #include "support/firmware_unit.h"
 
-#include <chrono>
 #include <filesystem>
-#include <functional>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace
 {
-
-using Clock = std::chrono::steady_clock;
-
-// What `work` gives, from 0 to 255, in a process that has called nothing yet.
-int inAProcessOfItsOwn(const std::function<unsigned()>& work)
-{
-    const pid_t child = fork();
-    if (child == 0)
-        _exit(static_cast<int>(work()));
-    int status = -1;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-TEST(FirmwareJob, HasNoStatusBeforeItsStart)
-{
-    const Called<FirmwareUnit> unit;
-    UpgradeStatus status{};
-    EXPECT_EQ(inAProcessOfItsOwn(
-                  [&] { return FirmwareUpgrade_getUpgradeStatus(GetFirmwareUpgrade(), &status, 1); }),
-              81);
-}
-
-TEST(FirmwareJob, RunsAloneInItsProcessUntilItIsOver)
-{
-    const Called<FirmwareUnit> unit;
-    const auto twoStarts = [&](bool toTheEnd)
-    {
-        const FirmwareUpgradeHandle upgrade = GetFirmwareUpgrade();
-        UpgradeStatus status{};
-        FirmwareUpgrade_startSSUpgrade(upgrade, unit.hex.c_str(), 0);
-        while (toTheEnd && status.state < 6)
-            FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1);
-        return FirmwareUpgrade_startFpgaVerification(upgrade, unit.mcs.c_str(), 0);
-    };
-    EXPECT_EQ(inAProcessOfItsOwn([&] { return twoStarts(false); }), 80);
-    EXPECT_EQ(inAProcessOfItsOwn([&] { return twoStarts(true); }), 0);
-}
-
-TEST(FirmwareJob, TellsItsStatusWithoutWaitingWhereItIsAskedSo)
-{
-    Called<FirmwareUnit> unit;
-    unit.set("/firmware/pace", 60000); // ms
-    const auto begin = Clock::now();
-    const auto lookThrice = [&]() -> unsigned
-    {
-        const FirmwareUpgradeHandle upgrade = GetFirmwareUpgrade();
-        FirmwareUpgrade_startSSUpgrade(upgrade, unit.hex.c_str(), 0);
-        UpgradeStatus status{-1, 0, 0};
-        for (int i = 0; i < 3; ++i)
-            FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 0);
-        return status.state == 0 ? 0 : 1;
-    };
-    EXPECT_EQ(inAProcessOfItsOwn(lookThrice), 0);
-    EXPECT_LT(Clock::now() - begin, std::chrono::seconds(30));
-}
-
-TEST(FirmwareJob, HasNoFrontWithoutADisplay)
-{
-    const Called<FirmwareUnit> unit(R"({"about": {"display": false}})");
-    EXPECT_EQ(inAProcessOfItsOwn(
-                  [&]
-                  { return FirmwareUpgrade_startFrontUpgrade(GetFirmwareUpgrade(), unit.hex.c_str(), 0); }),
-              2);
-}
-
-TEST(FirmwareJob, NeedsAPath)
-{
-    const Called<FirmwareUnit> unit;
-    EXPECT_EQ(
-        inAProcessOfItsOwn([] { return FirmwareUpgrade_startSSUpgrade(GetFirmwareUpgrade(), nullptr, 0); }),
-        4);
-}
 
 TEST(FirmwareJob, FailsWhereItsProgressCanNotBeSaved)
 {

@@ -1,11 +1,9 @@
-// Loaded before the program: the user is whom the test wants, waiting leaves a line in the call trace instead
-// of taking time, and the clock on the wall may jump.
+// Loaded before the program: the user is whom the test wants, and waiting leaves a line in the call trace
+// instead of taking time.
 
 #include <cstdio>
 #include <cstdlib>
-#include <sys/syscall.h>
 #include <sys/types.h>
-#include <time.h>
 #include <unistd.h>
 
 extern "C" __attribute__((visibility("default"))) uid_t getuid()
@@ -23,26 +21,4 @@ extern "C" __attribute__((visibility("default"))) unsigned sleep(unsigned second
             std::fclose(trace);
         }
     return 0;
-}
-
-// The kernel's call with seconds of 64 bits. Where it stands beside an older one, the headers name the
-// function below after it.
-#ifdef SYS_clock_gettime64
-constexpr long clockCall = SYS_clock_gettime64;
-#else
-constexpr long clockCall = SYS_clock_gettime;
-#endif
-
-// With STAND_IN_CLOCK it is tomorrow, yesterday, tomorrow and so on, one look after the other.
-extern "C" __attribute__((visibility("default"))) int clock_gettime(clockid_t clock, timespec* now) noexcept
-{
-    constexpr long day = 24L * 60 * 60;
-    const long result = syscall(clockCall, clock, now);
-    if ((clock == CLOCK_REALTIME || clock == CLOCK_REALTIME_COARSE) && std::getenv("STAND_IN_CLOCK"))
-    {
-        static bool ahead = false;
-        ahead = !ahead;
-        now->tv_sec += ahead ? day : -day;
-    }
-    return static_cast<int>(result);
 }
