@@ -64,7 +64,8 @@ ApiError FirmwareUpgrade_getUpgradeStatus(FirmwareUpgradeHandle upgrade, Upgrade
     // Outside the lock: the unit can be changed by others while the job goes on.
     if (flag != 0)
         waitForFirmwareJob();
-    const auto perform = [&, operation = __func__]
+    const char* const operation = __func__;
+    const auto perform = [&]
     {
         UpgradeStatus reached{};
         const Outcome outcome =
@@ -73,7 +74,7 @@ ApiError FirmwareUpgrade_getUpgradeStatus(FirmwareUpgradeHandle upgrade, Upgrade
             *status = reached;
         return outcome;
     };
-    const ApiError code = performing(__func__, perform, out(status), flag);
+    const ApiError code = performing(operation, perform, out(status), flag);
     if (code != success)
         noteFailedStatusCall(code);
     return code;
