@@ -5,8 +5,9 @@
 #define JSON_NO_IO
 #include <nlohmann/json.hpp>
 
-// Keeps the order of the keys, so that a file that a person laid out stays laid out. The parser, which adds
-// its keys by [], adds one that stands twice twice; so it can be found.
+// Keeps the order of the keys, so that a file that a person laid out stays laid out. The library's parser
+// adds keys by this [], so one that stands twice is there twice and can be found. Json's own [] looks keys
+// up.
 template <typename Key, typename Value, typename Less, typename Allocator>
 struct KeysAsTheyStand : nlohmann::ordered_map<Key, Value, Less, Allocator>
 {
