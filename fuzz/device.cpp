@@ -72,6 +72,7 @@ struct Text
 
 void deliver(Text text)
 {
+    promise(text.buffer, "there is a place for each text");
     const std::size_t size = scripted();
     std::memset(text.buffer, size == 255 ? 'U' : 0, text.length);
     for (std::size_t i = 0; i < std::min<std::size_t>(size, text.length) && !device.script.empty(); ++i)
@@ -90,6 +91,7 @@ struct Eeprom
 
 void deliver(Eeprom eeprom)
 {
+    promise(eeprom.buffer, "there is a place for the EEPROM");
     std::memset(eeprom.buffer, scripted(), eeprom.length);
     for (std::size_t size = scripted(), i = 0; i < std::min<std::size_t>(size, eeprom.length); ++i)
         eeprom.buffer[i] = scripted();

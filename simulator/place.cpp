@@ -124,10 +124,12 @@ Place unitPlace()
         makeFolders(path);
         place = behindLinks(placeFrom(AT_FDCWD, path));
     }
-    if (!place.folder.isOpen() && errno == ENOENT)
-        fail(unitFileUnplaced, place.path, "its folder is not there");
     if (!place.folder.isOpen())
+    {
+        if (errno == ENOENT)
+            fail(unitFileUnplaced, place.path, "its folder is not there");
         failWithErrno(unitFileUnreadable, place.path);
+    }
     return place;
 }
 

@@ -317,8 +317,7 @@ static const Report* findReport(const char* argument)
 
 int handleAbout(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {
-    // The refusal names the version category. It is meant to, and so is that the handles are obtained only
-    // when there is no help to print.
+    // Both are meant: that the refusal names the version category, and that help needs no handle here.
     const Scan scan = scanOptions(argc, argv, longIndex, aboutOptions, BareOption::clearsValue,
                                   "Error: Version should not take any more options.");
     if (scan.help)

@@ -198,12 +198,13 @@ ApiError Diagnostic_getMinMaxTemp(DiagnosticHandle diagnostic, int16_t* minimum,
 ApiError Diagnostic_getPowerCycles(DiagnosticHandle diagnostic, uint16_t* cycles);
 ApiError Diagnostic_getSSTemp(DiagnosticHandle diagnostic, int16_t* temperature);
 ApiError Diagnostic_getPCBTemp(DiagnosticHandle diagnostic, int16_t* temperature);
-// The sensors of the power management. `status` receives the sensor's own status word.
+// The sensors of the power management.
 enum
 {
     pmSensorCpu = 0,
     pmSensorCpuBoard = 1,
 };
+// `status` receives the sensor's own status word.
 ApiError Diagnostic_getPMTemp(DiagnosticHandle diagnostic, int32_t sensor, int16_t* temperature,
                               int32_t* status);
 

@@ -695,7 +695,7 @@ TEST(Calls, KeepTheTextsThatTheyGave)
     EXPECT_STREQ(second, "another text");
 }
 
-TEST(Calls, GiveTextsAndHandlesOfADamagedUnitToo)
+TEST(Calls, GiveTextsAndHandlesOfAUnitThatIsNotValidToo)
 {
     const CalledUnit unit(R"({"adc": {"24V": 1e999}})");
     testing::internal::CaptureStderr();

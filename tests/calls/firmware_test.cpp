@@ -7,6 +7,18 @@
 namespace
 {
 
+TEST(FirmwareJob, HasNoFrontWithoutADisplay)
+{
+    const Called<FirmwareUnit> unit(R"({"about": {"display": false}})");
+    EXPECT_EQ(FirmwareUpgrade_startFrontUpgrade(GetFirmwareUpgrade(), unit.hex.c_str(), 0), 2u);
+}
+
+TEST(FirmwareJob, NeedsAPath)
+{
+    const Called<FirmwareUnit> unit;
+    EXPECT_EQ(FirmwareUpgrade_startSSUpgrade(GetFirmwareUpgrade(), nullptr, 0), 4u);
+}
+
 TEST(FirmwareJob, FailsWhereItsProgressCanNotBeSaved)
 {
     const Called<FirmwareUnit> unit;

@@ -222,7 +222,7 @@ TEST(ManualExamples, LetAFirmwareJobFail)
                                   "Error: The unit did not carry out the request\n"));
 }
 
-TEST(ManualExamples, ShowWhatIsSaidOfADamagedFile)
+TEST(ManualExamples, ShowWhatIsSaidOfAFileThatIsNotValid)
 {
     Unit unit(R"({"buzzer": {"volum": 5}})");
     const std::string line = shown("fobrob-sim.1", "volum:");

@@ -293,7 +293,7 @@ TEST(Store, KeepsTheFileOnAFullDisk)
     EXPECT_FALSE(fileExists(file + ".new"));
 }
 
-TEST(Store, RefusesADamagedFileAndLeavesItAlone)
+TEST(Store, RefusesAFileThatIsNotValidAndLeavesItAlone)
 {
     const struct
     {

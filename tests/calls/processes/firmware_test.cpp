@@ -66,21 +66,4 @@ TEST(FirmwareJob, TellsItsStatusWithoutWaitingWhereItIsAskedSo)
     EXPECT_LT(Clock::now() - begin, std::chrono::seconds(30));
 }
 
-TEST(FirmwareJob, HasNoFrontWithoutADisplay)
-{
-    const Called<FirmwareUnit> unit(R"({"about": {"display": false}})");
-    EXPECT_EQ(inAProcessOfItsOwn(
-                  [&]
-                  { return FirmwareUpgrade_startFrontUpgrade(GetFirmwareUpgrade(), unit.hex.c_str(), 0); }),
-              2);
-}
-
-TEST(FirmwareJob, NeedsAPath)
-{
-    const Called<FirmwareUnit> unit;
-    EXPECT_EQ(
-        inAProcessOfItsOwn([] { return FirmwareUpgrade_startSSUpgrade(GetFirmwareUpgrade(), nullptr, 0); }),
-        4);
-}
-
 } // namespace
