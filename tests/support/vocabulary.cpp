@@ -1,6 +1,6 @@
 #include "support/vocabulary.h"
 
-#include "main/options.h"
+#include "fobrob/option_table.h"
 #include "support/unit.h"
 
 #include <algorithm>
@@ -16,8 +16,8 @@ std::string source(const std::string& file)
 
 std::string sourceOf(const std::string& category)
 {
-    const std::string own = source("categories/" + category + ".cpp");
-    return category == "advanced" ? own + source("categories/firmware.cpp") : own;
+    const std::string own = source("fobrob/categories/" + category + ".cpp");
+    return category == "advanced" ? own + source("fobrob/categories/firmware.cpp") : own;
 }
 
 std::vector<std::string> namesOf(const std::vector<std::string>& codes)
@@ -42,7 +42,7 @@ int argumentOf(const std::string& option)
 Words candidates(const std::string& category)
 {
     Words words;
-    for (const std::string& word : matches(R"|("(\w+)")|", sourceOf(category) + source("main/words.h")))
+    for (const std::string& word : matches(R"|("(\w+)")|", sourceOf(category) + source("fobrob/words.h")))
         if (word == "CAN")
             for (const char number : {'0', '1', '2', '3', '4'})
                 words.insert(word + number);
@@ -96,7 +96,7 @@ Vocabulary vocabularyOfTheProgram()
 {
     Unit unit;
     Vocabulary vocabulary;
-    for (const std::string& category : namesOf(matches(R"(\{OPT_(\w+), handle)", source("main/main.cpp"))))
+    for (const std::string& category : namesOf(matches(R"(\{OPT_(\w+), handle)", source("fobrob/main.cpp"))))
     {
         const Words words = candidates(category);
         vocabulary["--" + category] = taken(unit, "--" + category, argumentOf(category), words);

@@ -1,0 +1,344 @@
+#include "fobrob/api_error.h"
+#include "fobrob/handlers.h"
+#include "fobrob/output.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+
+static struct
+{
+    bool eepromGiven = false;
+    const char* eepromArgument = nullptr;
+} aboutArgs;
+
+static const InnerOption aboutOptions[] = {
+    {OPT_EEPROM, &aboutArgs.eepromGiven, &aboutArgs.eepromArgument},
+};
+
+// The modules that the reports read.
+struct Sources
+{
+    AdcHandle adc;
+    AboutHandle about;
+    DiagnosticHandle diagnostic;
+    QVAuxPrivateHandle privateAccess;
+};
+
+// By channel number.
+constexpr std::int32_t channelCount = 24;
+static const char voltageChannelNames[channelCount][11] = {
+    "24VIN",      "24V", "12V", "12VID",   "5V",       "3V3",     "VTFT",  "5VSTB",
+    "1V9",        "1V8", "1V5", "1V2",     "1V05",     "1V0",     "0V9",   "VREF_INT",
+    "24V_BACKUP", "2V5", "1V1", "1V3_PER", "1V3_VDDA", "3V3STBY", "VPMIC", "VMAIN",
+};
+
+static void printAboutHelp()
+{
+    printLine("Category - About\n"
+              "This category is used to get information which is stored in the EEPROM, such as\n"
+              "Unit Serial, ADC values, power cycles etc. Based on the argument passed to the \n"
+              "option, different information will be printed.\n"
+              "\n"
+              "Usage\n"
+              "It is not possible to combine several arguments to get more information with one\n"
+              "call. This category must be passed an argument. The table below contains the \n"
+              "available arguments.\n"
+              "\n"
+              "CATEGORY\tARG\t\tNOTE\n"
+              "--about=\tEEPROM\t\tGet information stored in EEPROM.\n"
+              "--about=\tRawEEPROM\t\tGet RAW EEPROM data.\n"
+              "--about=\tDiagnostic\tGet diagnostic information.\n"
+              "--about=\tADC\t\tGet ADC information.");
+}
+
+// What a unit does not support is left out of the report.
+static bool supported(const char* operation, ApiError result)
+{
+    return result != notSupported && succeeded(operation, result);
+}
+
+// A text may come without a terminator: the device is told of one byte less than there is.
+constexpr std::uint32_t textLength = 256;
+
+template <auto get>
+static void showText(AboutHandle about, const char* label, const char* operation)
+{
+    char text[textLength + 1] = {};
+    if (succeeded(operation, get(about, text, textLength)))
+        printLine(label, static_cast<const char*>(text));
+}
+
+template <auto get>
+static void showCount(AboutHandle about, const char* label, const char* operation, std::uint8_t& count)
+{
+    count = 0xFF;
+    if (succeeded(operation, get(about, &count)))
+        printLine(label, count);
+}
+
+template <auto get>
+static void showAvailable(AboutHandle about, const char* label, const char* operation)
+{
+    std::uint8_t available = 0;
+    if (succeeded(operation, get(about, &available)))
+        printLine(label, available ? "YES" : "NO");
+}
+
+template <auto get>
+static void showAddOnText(AboutHandle about, const char* label, const char* operation)
+{
+    char text[textLength + 1] = {};
+    const ApiError result = get(about, text, textLength);
+    if (result == boardNotFitted)
+        printLine(label, "N/A");
+    else if (supported(operation, result))
+        printLine(label, static_cast<const char*>(text));
+}
+
+template <auto get>
+static void showMounted(AboutHandle about, const char* radio, const char* operation)
+{
+    std::uint8_t mounted = 0;
+    const ApiError result = get(about, &mounted);
+    if (result == boardNotFitted)
+        printLine(radio, " is mounted: N/A");
+    else if (supported(operation, result))
+        printLine(radio, " is ", mounted ? "mounted" : "not mounted");
+}
+
+static void showMainBoard(AboutHandle about)
+{
+    showText<About_getUnitSerial>(about, "Unit serial=", "getUnitSerial");
+    showText<About_getMainPCBSerial>(about, "Main PCB serial=", "getMainPCBSerial");
+    showText<About_getMainPCBArt>(about, "Main PCB article number=", "getMainPCBArt");
+    showText<About_getMainManufacturingDate>(about, "Main manufacturing date=", "getMainManufacturingDate");
+    showText<About_getMainHWversion>(about, "Main HW version=", "getMainHWversion");
+    showText<About_getMainProdRev>(about, "Main prod rev=", "getMainProdRev");
+    showText<About_getMainProdArtNr>(about, "Main prod art nr=", "getMainProdArtNr");
+}
+
+static void showEquipment(AboutHandle about)
+{
+    std::uint8_t count;
+    showCount<About_getNrOfCANConnections>(about, "Number of CAN connections=", "getNrOfCANConnections",
+                                           count);
+    showCount<About_getNrOfETHConnections>(about, "Number of ethernet connections=", "getNrOfETHConnections",
+                                           count);
+    showCount<About_getNrOfSerialConnections>(
+        about, "Number of serial connections=", "getNrOfSerialConnections", count);
+    showCount<About_getNrOfUSBConnections>(about, "Number of USB connections=", "getNrOfUSBConnections",
+                                           count);
+    showCount<About_getNrOfVideoConnections>(about, "Number of video connections=", "getNrOfVideoConnections",
+                                             count);
+
+    // From here on the count keeps what the row before left in it.
+    if (supported("getNrOfDigIOConnections", About_getNrOfDigIOConnections(about, &count)))
+        printLine("Nr of digital I/O connections=", count);
+
+    showAvailable<About_getIsDisplayAvailable>(about, "Display available: ", "getIsDisplayAvailable");
+    showAvailable<About_getIsTouchScreenAvailable>(about,
+                                                   "TouchScreen available: ", "getIsTouchScreenAvailable");
+
+    if (supported("getNrOfCfgInConnections", About_getNrOfCfgInConnections(about, &count)))
+        printLine("Nr of Configurable inputs=", count);
+
+    // The two names of the failing call are meant.
+    const ApiError pwmResult = About_getNrOfPWMOutConnections(about, &count);
+    if (supported(pwmResult == boardNotFitted ? "getNrOfPWMOutConnections" : "getNrOfPWMOutInConnections",
+                  pwmResult))
+        printLine("Nr of PWM outputs=", count);
+
+    std::int32_t buttons = 0;
+    if (supported("getNrOfButtons", About_getNrOfButtons(about, &buttons)))
+        printLine("Nr of configurable buttons=", buttons);
+}
+
+static void showAddOnBoard(AboutHandle about)
+{
+    printLine("");
+    printLine("Addon/Telematics board:");
+    showAddOnText<About_getAddOnPCBSerial>(about, "Addon PCB serial=", "getAddOnPCBSerial");
+    showAddOnText<About_getAddOnPCBArt>(about, "Addon board article number=", "getAddOnPCBArt");
+    showAddOnText<About_getAddOnManufacturingDate>(about,
+                                                   "Addon manufacturing date=", "getAddOnManufacturingDate");
+    showAddOnText<About_getAddOnHWversion>(about, "Addon HW version=", "getAddOnHWversion");
+    showMounted<About_getIsBTMounted>(about, "BT", "getIsBTMounted");
+    showMounted<About_getIsGPRSMounted>(about, "GPRS", "getIsGPRSMounted");
+    showMounted<About_getIsGPSMounted>(about, "GPS", "getIsGPSMounted");
+    showMounted<About_getIsWLANMounted>(about, "WLAN", "getIsWLANMounted");
+}
+
+static void reportEeprom(const Sources& sources)
+{
+    showMainBoard(sources.about);
+    showEquipment(sources.about);
+    showAddOnBoard(sources.about);
+}
+
+static void reportRawEeprom(const Sources& sources)
+{
+    enum Eeprom : std::int32_t
+    {
+        icm = 0,
+        addOn = 1,
+    };
+    static std::uint8_t rawEepromBuffer[4096];
+    constexpr std::uint8_t erased = 0xFF;
+
+    Eeprom eeprom = icm;
+    if (aboutArgs.eepromGiven && isWord(aboutArgs.eepromArgument, "ADDON"))
+        eeprom = addOn;
+    else if (aboutArgs.eepromGiven && !isWord(aboutArgs.eepromArgument, "ICM"))
+    {
+        printLine("Invalid argument: EEPROM argument should be ICM, or ADDON.");
+        return;
+    }
+
+    // The last byte is never asked for: where nothing is erased, the zero in it is written too.
+    const ApiError result = QVAuxPrivate_getEepromData(sources.privateAccess, eeprom, rawEepromBuffer,
+                                                       sizeof rawEepromBuffer - 1);
+    if (!succeeded("getEepromData", result))
+        return;
+    const void* end = std::memchr(rawEepromBuffer, erased, sizeof rawEepromBuffer);
+    const std::size_t length =
+        end ? static_cast<std::size_t>(static_cast<const std::uint8_t*>(end) - rawEepromBuffer)
+            : sizeof rawEepromBuffer;
+    std::fwrite(rawEepromBuffer, 1, length, stdout);
+}
+
+static void showStartupReason(DiagnosticHandle diagnostic)
+{
+    std::uint16_t reason = 0;
+    if (!succeeded("getStartupReason", Diagnostic_getStartupReason(diagnostic, &reason)))
+        return;
+    const bool expected = reason == 0x00 || reason == 0x55 || reason == 0xAA || reason == 0xF0;
+    printLine("StartupReason=", GetStartupReasonStringA(reason), expected ? " OK" : " ERROR");
+}
+
+static void showShutdownReason(DiagnosticHandle diagnostic)
+{
+    constexpr std::uint16_t noError = 0x1F;
+    std::uint16_t reason = 0;
+    if (supported("getShutdownReason", Diagnostic_getShutDownReason(diagnostic, &reason)))
+        printLine("ShutdownReason=", reason == noError ? "No error OK" : "Serious error ERROR");
+}
+
+static void showHwErrorStatus(DiagnosticHandle diagnostic)
+{
+    constexpr std::uint16_t lastHarmless = 0x82;
+    std::uint16_t status = 0;
+    if (supported("getHwErrorStatus", Diagnostic_getHwErrorStatus(diagnostic, &status)))
+        printLine("Hw error status=", GetHwErrorStatusStringA(status),
+                  status <= lastHarmless ? " OK" : " ERROR");
+}
+
+static void showTimer(DiagnosticHandle diagnostic)
+{
+    DiagnosticTimer timer = {};
+    if (!supported("getTimer", Diagnostic_getTimer(diagnostic, &timer)))
+        return;
+    printLine("Run-time above 80C=", timer.runTimeAbove80, " min(s)");
+    printLine("Run-time between 40C-60C=", timer.runTime40To60, " min(s)");
+    printLine("Run-time between 60C-70C=", timer.runTime60To70, " min(s)");
+    printLine("Run-time between 70C-80C=", timer.runTime70To80, " min(s)");
+    printLine("Total heat time=", timer.totalHeatTime, " min(s)");
+    printLine("Total run-time=", timer.totalRunTime, " min(s)");
+    printLine("Total suspend time=", timer.totalSuspendTime, " min(s)");
+}
+
+static void showTemperatures(DiagnosticHandle diagnostic)
+{
+    std::int16_t temperature = 0;
+    std::int32_t status = 0;
+    if (supported("getSSTemp", Diagnostic_getSSTemp(diagnostic, &temperature)))
+        printLine("SS temp=", temperature);
+    if (supported("getPCBTemp", Diagnostic_getPCBTemp(diagnostic, &temperature)))
+        printLine("PCB temp=", temperature);
+    if (supported("getPMTemp", Diagnostic_getPMTemp(diagnostic, pmSensorCpu, &temperature, &status)))
+        printLine("CPU temp=", temperature);
+    if (supported("getPMTemp", Diagnostic_getPMTemp(diagnostic, pmSensorCpuBoard, &temperature, &status)))
+        printLine("CPU BOARD temp=", temperature);
+}
+
+static void reportDiagnostic(const Sources& sources)
+{
+    showStartupReason(sources.diagnostic);
+    showShutdownReason(sources.diagnostic);
+    showHwErrorStatus(sources.diagnostic);
+    showTimer(sources.diagnostic);
+
+    std::int16_t minimum = 0;
+    std::int16_t maximum = 0;
+    if (supported("getMinMaxTemp", Diagnostic_getMinMaxTemp(sources.diagnostic, &minimum, &maximum)))
+        printLine("Min temp=", minimum, ", max temp=", maximum);
+
+    std::uint16_t powerCycles = 0;
+    if (supported("getPowerCycles", Diagnostic_getPowerCycles(sources.diagnostic, &powerCycles)))
+        printLine("Power cycles=", powerCycles);
+
+    showTemperatures(sources.diagnostic);
+}
+
+static void reportAdc(const Sources& sources)
+{
+    for (std::int32_t channel = 0; channel < channelCount; ++channel)
+    {
+        const char* name = voltageChannelNames[channel];
+        double volts = 0;
+        const ApiError result = Adc_getVoltage(sources.adc, channel, &volts);
+        if (result == apiSuccess)
+            printLine("VOLTAGE_", name, ": Voltage=", volts);
+        else if (result != notSupported)
+            printLine("VOLTAGE_", name, ": ", GetErrorStringA(result));
+    }
+}
+
+struct Report
+{
+    const char* argument;
+    void (*print)(const Sources& sources);
+};
+
+static const Report reports[] = {
+    {"EEPROM", reportEeprom},
+    {"RawEEPROM", reportRawEeprom},
+    {"DIAGNOSTIC", reportDiagnostic},
+    {"ADC", reportAdc},
+};
+
+static const Report* findReport(const char* argument)
+{
+    for (const Report& report : reports)
+        if (isWord(argument, report.argument))
+            return &report;
+    return nullptr;
+}
+
+int handleAbout(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
+{
+    // Both are meant: that the refusal names the version category, and that help needs no handle here.
+    const Scan scan = scanOptions(argc, argv, longIndex, aboutOptions, BareOption::clearsValue,
+                                  "Error: Version should not take any more options.");
+    if (scan.help)
+    {
+        printAboutHelp();
+        return 0;
+    }
+
+    const AdcHandle adc = GetAdc();
+    const AboutHandle about = GetAbout();
+    const DiagnosticHandle diagnostic = GetDiagnostic();
+    const QVAuxPrivateHandle privateAccess = GetQVAuxPrivate();
+
+    if (const Report* report = findReport(argument))
+        report->print({adc, about, diagnostic, privateAccess});
+    else
+        printLine(
+            "Invalid argument: Category argument could not be found. Valid are: EEPROM, Diagnostic and ADC.");
+
+    QVAuxPrivate_release(privateAccess);
+    Adc_release(adc);
+    Diagnostic_release(diagnostic);
+    return static_cast<int>(About_release(about));
+}

@@ -1,0 +1,55 @@
+#include "fobrob/api_error.h"
+#include "fobrob/handlers.h"
+#include "fobrob/output.h"
+
+#include <cstdint>
+
+static struct
+{
+    bool illuminanceGiven = false;
+} lightsensorArgs;
+
+static const InnerOption lightsensorOptions[] = {
+    {OPT_ILLUMINANCE, &lightsensorArgs.illuminanceGiven, nullptr},
+};
+
+static void printLightsensorHelp()
+{
+    printLine(
+        "Category - Lightsensor\n"
+        "This category is used to perform lightsensor settings, such as: reading lightsensor illuminance. \n"
+        "\n"
+        "Usage\n"
+        "\n"
+        "\n"
+        " CATEGORY\tARG\tOPTION\t\tARG\tOPTION\t\tARG\n"
+        "--lightsensor\t\t--illuminance\t\n"
+        "Get illuminance.");
+}
+
+static void showIlluminance(LightsensorHandle sensor)
+{
+    std::uint16_t illuminance = 0;
+    if (succeeded("getIlluminance", Lightsensor_getIlluminance(sensor, &illuminance)))
+        printLine("Illuminance: ", illuminance);
+}
+
+int handleLightsensor(const char*, int argc, char** argv, const char*, const option*, int longIndex)
+{
+    const LightsensorHandle sensor = GetLightsensor();
+    lightsensorArgs = {};
+    const Scan scan = scanOptions(argc, argv, longIndex, lightsensorOptions);
+    if (scan.help)
+    {
+        printLightsensorHelp();
+        return 0;
+    }
+
+    // A foreign option beside --illuminance is let through.
+    if (scan.onlyForeign())
+        printLine("Invalid argument");
+    else
+        showIlluminance(sensor);
+
+    return static_cast<int>(Lightsensor_release(sensor));
+}

@@ -1,0 +1,253 @@
+#include "fobrob/api_error.h"
+#include "fobrob/handlers.h"
+#include "fobrob/output.h"
+#include "fobrob/words.h"
+
+#include <cstdint>
+
+static struct
+{
+    bool vchannel1Given = false;
+    const char* vchannel1Value = noArgument();
+    bool vchannel2Given = false;
+    const char* vchannel2Value = noArgument();
+    bool vchannel3Given = false;
+    const char* vchannel3Value = noArgument();
+    bool vchannel4Given = false;
+    const char* vchannel4Value = noArgument();
+    bool canGiven = false;
+    const char* canValue = noArgument();
+    bool extfanGiven = false;
+    const char* extfanValue = noArgument();
+} powerArgs;
+
+static const InnerOption powerOptions[] = {
+    {OPT_VCHANNEL1, &powerArgs.vchannel1Given, &powerArgs.vchannel1Value},
+    {OPT_VCHANNEL2, &powerArgs.vchannel2Given, &powerArgs.vchannel2Value},
+    {OPT_VCHANNEL3, &powerArgs.vchannel3Given, &powerArgs.vchannel3Value},
+    {OPT_VCHANNEL4, &powerArgs.vchannel4Given, &powerArgs.vchannel4Value},
+    {OPT_CAN, &powerArgs.canGiven, &powerArgs.canValue},
+    {OPT_EXTFAN, &powerArgs.extfanGiven, &powerArgs.extfanValue},
+};
+
+struct Handles
+{
+    PowerHandle power;
+    ConfigHandle config;
+};
+
+enum class Mode
+{
+    none,
+    current,
+    startup,
+};
+
+// The help writes "start up" where the results write "Start-up". Both are meant.
+static void printPowerHelp()
+{
+    printLine(
+        "Category - Power\n"
+        "Get and set current or start-up power status for video channels 1-4, CAN power \n"
+        "and External Fan power.\n"
+        "\n"
+        "Usage\n"
+        "This category must be passed an argument. It is possible to combine several \n"
+        "arguments to get more information with one call.  See the table below for \n"
+        "available arguments and examples how options could be combined.\n"
+        "\n"
+        "Two examples how options can be combined:\n"
+        "Ex1: ./Fobrob --power=current --can=Enable --vchannel1=Disable --extfan\n"
+        "Ex2: ./Fobrob --power=startup --vchannel1 --vchannel2 --can\n"
+        "\n"
+        "CATEGORY\tARG\tOPTION\t\tARG\t\tNOTE\n"
+        "--power=\tcurrent\t\t\t\t\tShow current power status for all members.\n"
+        "--power=\tcurrent\t--vchannel1\t\t\tGet current power status for video channel 1.\n"
+        "--power=\tcurrent\t--vchannel2\t\t\tGet current power status for video channel 2.\n"
+        "--power=\tcurrent\t--vchannel3\t\t\tGet current power status for video channel 3.\n"
+        "--power=\tcurrent\t--vchannel4\t\t\tGet current power status for video channel 4.\n"
+        "--power=\tcurrent\t--can\t\t\t\tGet current power status for CAN.\n"
+        "--power=\tcurrent\t--extfan\t\t\tGet current power status for external fan.\n"
+        "\n"
+        "--power=\tcurrent\t--vchannel1=\tEnable/Disable\tSet current power status for video channel 1.\n"
+        "--power=\tcurrent\t--vchannel2=\tEnable/Disable\tSet current power status for video channel 2.\n"
+        "--power=\tcurrent\t--vchannel3=\tEnable/Disable\tSet current power status for video channel 3.\n"
+        "--power=\tcurrent\t--vchannel4=\tEnable/Disable\tSet current power status for video channel 4.\n"
+        "--power=\tcurrent\t--can=\t\tEnable/Disable\tSet current power status for CAN.\n"
+        "--power=\tcurrent\t--extfan=\tEnable/Disable\tSet current power status for external fan.\n"
+        "\n"
+        "--power=\tstartup\t\t\t\t\tShow start up power status for all members.\n"
+        "--power=\tstartup\t--vchannel1\t\t\tGet start up power status for video channel 1.\n"
+        "--power=\tstartup\t--vchannel2\t\t\tGet start up power status for video channel 2.\n"
+        "--power=\tstartup\t--vchannel3\t\t\tGet start up power status for video channel 3.\n"
+        "--power=\tstartup\t--vchannel4\t\t\tGet start up power status for video channel 4.\n"
+        "--power=\tstartup\t--can\t\t\t\tGet start up power status for CAN.\n"
+        "--power=\tstartup\t--extfan\t\t\tGet start up power status for external fan.\n"
+        "\n"
+        "--power=\tstartup\t--vchannel1=\tEnable/Disable\tSet start up power status for video channel 1.\n"
+        "--power=\tstartup\t--vchannel2=\tEnable/Disable\tSet start up power status for video channel 2.\n"
+        "--power=\tstartup\t--vchannel3=\tEnable/Disable\tSet start up power status for video channel 3.\n"
+        "--power=\tstartup\t--vchannel4=\tEnable/Disable\tSet start up power status for video channel 4.\n"
+        "--power=\tstartup\t--can=\t\tEnable/Disable\tSet start up power status for CAN.\n"
+        "--power=\tstartup\t--extfan=\tEnable/Disable\tSet start up power status for external fan.");
+}
+
+static Mode parseMode(const char* argument)
+{
+    if (isWord(argument, "Current"))
+        return Mode::current;
+    if (isWord(argument, "Startup"))
+        return Mode::startup;
+    return Mode::none;
+}
+
+static const char* modeName(Mode mode)
+{
+    return mode == Mode::current ? "Current" : "Start-up";
+}
+
+// The operations come in pairs, one for each mode.
+
+static ApiError getVideo(const Handles& handles, Mode mode, std::uint8_t* mask)
+{
+    return mode == Mode::current ? Power_getVideoPowerStatus(handles.power, mask)
+                                 : Config_getVideoStartupPowerConfig(handles.config, mask);
+}
+
+static ApiError setVideo(const Handles& handles, Mode mode, std::uint8_t mask)
+{
+    return mode == Mode::current ? Power_setVideoPowerStatus(handles.power, mask)
+                                 : Config_setVideoStartupPowerConfig(handles.config, mask);
+}
+
+static ApiError getCan(const Handles& handles, Mode mode, std::int32_t* state)
+{
+    return mode == Mode::current ? Power_getCanPowerStatus(handles.power, state)
+                                 : Config_getCanStartupPowerConfig(handles.config, state);
+}
+
+static ApiError setCan(const Handles& handles, Mode mode, std::int32_t state)
+{
+    return mode == Mode::current ? Power_setCanPowerStatus(handles.power, state)
+                                 : Config_setCanStartupPowerConfig(handles.config, state);
+}
+
+static ApiError getExtFan(const Handles& handles, Mode mode, std::int32_t* state)
+{
+    return mode == Mode::current ? Power_getExtFanPowerStatus(handles.power, state)
+                                 : Config_getExtFanStartupPowerConfig(handles.config, state);
+}
+
+static ApiError setExtFan(const Handles& handles, Mode mode, std::int32_t state)
+{
+    return mode == Mode::current ? Power_setExtFanPowerStatus(handles.power, state)
+                                 : Config_setExtFanStartupPowerConfig(handles.config, state);
+}
+
+static const char* stateText(bool enabled)
+{
+    return enabled ? "Enabled." : "Disabled.";
+}
+
+static const char* setText(std::int32_t state)
+{
+    return state ? "Enable." : "Disable.";
+}
+
+// All four channels are one mask on the device: it is read afresh for each, and the other three bits are
+// written back as they were.
+static void actOnVideo(const Handles& handles, Mode mode, int channel, const char* value)
+{
+    std::uint8_t mask = 0;
+    if (!succeeded("getVideoPowerStatus", getVideo(handles, mode, &mask)))
+        return;
+
+    const int bit = 1 << (channel - 1);
+    if (asksToRead(value))
+    {
+        printLine(modeName(mode), " - Video channel ", channel, " power status: ", stateText(mask & bit));
+        return;
+    }
+
+    const std::int32_t state = valueOf(enableDisable, value, noSuchState);
+    const auto changed = static_cast<std::uint8_t>(state ? mask | bit : mask & ~bit);
+    if (state == noSuchState)
+        printLine("Invalid argument");
+    else if (succeeded("setVideoPowerStatus", setVideo(handles, mode, changed)))
+        printLine(modeName(mode), " - Video channel ", channel, " power status set to ", setText(state));
+}
+
+static void actOnCan(const Handles& handles, Mode mode, std::int32_t& readState)
+{
+    if (asksToRead(powerArgs.canValue))
+    {
+        if (succeeded("getCanPowerStatus", getCan(handles, mode, &readState)))
+            printLine(modeName(mode), " - CAN power status: ", stateText(readState == 1));
+        return;
+    }
+
+    const std::int32_t state = valueOf(enableDisable, powerArgs.canValue, noSuchState);
+    if (state == noSuchState)
+        printLine("Invalid argument");
+    else if (succeeded("setCanPowerStatus", setCan(handles, mode, state)))
+        printLine(modeName(mode), " - CAN power status set to ", setText(state));
+}
+
+// A failed read is reported and followed by the status line all the same, with the state that the CAN read
+// may have left in `readState`. At start-up the fan is set by the value of --can. Both are meant.
+static void actOnExtFan(const Handles& handles, Mode mode, std::int32_t& readState)
+{
+    if (asksToRead(powerArgs.extfanValue))
+    {
+        reportFailure("getExtFanPowerStatus", getExtFan(handles, mode, &readState));
+        printLine(modeName(mode), " - External fan power status: ", stateText(readState == 1));
+        return;
+    }
+
+    const char* value = mode == Mode::startup ? powerArgs.canValue : powerArgs.extfanValue;
+    const std::int32_t state = valueOf(enableDisable, value, noSuchState);
+    if (state == noSuchState)
+        printLine("Invalid argument");
+    else if (succeeded("setExtFanPowerStatus", setExtFan(handles, mode, state)))
+        printLine(modeName(mode), " - External fan power status set to ", setText(state));
+}
+
+static void actOnMembers(const Handles& handles, Mode mode, bool showAll)
+{
+    if (powerArgs.vchannel1Given || showAll)
+        actOnVideo(handles, mode, 1, powerArgs.vchannel1Value);
+    if (powerArgs.vchannel2Given || showAll)
+        actOnVideo(handles, mode, 2, powerArgs.vchannel2Value);
+    if (powerArgs.vchannel3Given || showAll)
+        actOnVideo(handles, mode, 3, powerArgs.vchannel3Value);
+    if (powerArgs.vchannel4Given || showAll)
+        actOnVideo(handles, mode, 4, powerArgs.vchannel4Value);
+
+    std::int32_t readState = 0;
+    if (powerArgs.canGiven || showAll)
+        actOnCan(handles, mode, readState);
+    if (powerArgs.extfanGiven || showAll)
+        actOnExtFan(handles, mode, readState);
+}
+
+int handlePower(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
+{
+    const Handles handles = {GetPower(), GetConfig()};
+    powerArgs = {};
+    const Scan scan =
+        scanOptions(argc, argv, longIndex, powerOptions, BareOption::clearsValue, "Invalid argument");
+    if (scan.help)
+    {
+        printPowerHelp();
+        return 0;
+    }
+
+    const Mode mode = parseMode(argument);
+    if (mode == Mode::none)
+        printLine("Invalid argument: Current or Startup must be selected.");
+    else
+        actOnMembers(handles, mode, scan.showAll());
+
+    Power_release(handles.power);
+    return static_cast<int>(Config_release(handles.config));
+}

@@ -1,0 +1,154 @@
+#include "fobrob/api_error.h"
+#include "fobrob/handlers.h"
+#include "fobrob/late_bound.h"
+#include "fobrob/output.h"
+#include "fobrob/words.h"
+
+#include <cstdint>
+#include <iterator>
+
+struct TelematicsArgument
+{
+    bool given = false;
+    const char* value = noArgument();
+};
+
+// By option code, which is also the order of the work.
+static TelematicsArgument telematicsArgs[8];
+
+static const InnerOption telematicsOptions[] = {
+    {OPT_WLANPOWER, &telematicsArgs[0].given, &telematicsArgs[0].value},
+    {OPT_WLANSTARTUPPOWER, &telematicsArgs[1].given, &telematicsArgs[1].value},
+    {OPT_GSMPOWER, &telematicsArgs[2].given, &telematicsArgs[2].value},
+    {OPT_GSMSTARTUPPOWER, &telematicsArgs[3].given, &telematicsArgs[3].value},
+    {OPT_GPSPOWER, &telematicsArgs[4].given, &telematicsArgs[4].value},
+    {OPT_GPSSTARTUPPOWER, &telematicsArgs[5].given, &telematicsArgs[5].value},
+    {OPT_BLUETOOTHPOWER, &telematicsArgs[6].given, &telematicsArgs[6].value},
+    {OPT_BLUETOOTHSTARTUPPOWER, &telematicsArgs[7].given, &telematicsArgs[7].value},
+};
+
+struct TelematicsSetting
+{
+    const char* readLabel;
+    const char* setLabel;
+    const char* getOperation;
+    const char* setOperation;
+    ApiError (*get)(TelematicsHandle telematics, std::int32_t* status);
+    ApiError (*set)(TelematicsHandle telematics, std::int32_t status);
+};
+
+// In the order of the arguments. The operations' names are not all spelled as the device spells them, on
+// purpose.
+static const TelematicsSetting telematicsSettings[] = {
+    {"WLAN Power status: ", "WLAN power set to: ", "getWLANPowerStatus", "setWLANPowerStatus",
+     lateBound<Telematics_getWLANPowerStatus>, lateBound<Telematics_setWLANPowerStatus>},
+    {"WLAN Startup Power status: ", "WLAN startup power set to: ", "getWLANStartI[PowerStatus",
+     "setWLANStartupPowerStatus", lateBound<Telematics_getWLANStartUpPowerStatus>,
+     lateBound<Telematics_setWLANStartUpPowerStatus>},
+    {"GSM Power status: ", "GSM power set to: ", "getGPRSPowerStatus", "setGPRSPowerStatus",
+     lateBound<Telematics_getGPRSPowerStatus>, lateBound<Telematics_setGPRSPowerStatus>},
+    {"GSM Startup Power status: ", "GSM startup power set to: ", "getGPRSStartUpPowerStatus",
+     "setGPRSStartupPowerStatus", lateBound<Telematics_getGPRSStartUpPowerStatus>,
+     lateBound<Telematics_setGPRSStartUpPowerStatus>},
+    {"GPS Power status: ", "GPS power set to: ", "getGPSPowerStatus", "setGPSPowerStatus",
+     lateBound<Telematics_getGPSPowerStatus>, lateBound<Telematics_setGPSPowerStatus>},
+    {"GPS Startup Power status: ", "GPS startup power set to: ", "getGPSStartUpPowerStatus",
+     "setGPSStartUpPowerStatus", lateBound<Telematics_getGPSStartUpPowerStatus>,
+     lateBound<Telematics_setGPSStartUpPowerStatus>},
+    {"Bluetooth Power status: ", "Bluetooth power set to: ", "getBTPowerStatus", "setBTPowerStatus",
+     lateBound<Telematics_getBTPowerStatus>, lateBound<Telematics_setBTPowerStatus>},
+    {"Bluetooth Startup Power status: ", "Bluetooth startup power set to: ", "getBTStartUpPowerStatus",
+     "setBTStartUpPowerStatus", lateBound<Telematics_getBTStartUpPowerStatus>,
+     lateBound<Telematics_setBTStartUpPowerStatus>},
+};
+
+using PowerStatus = std::int32_t;
+
+static const Word powerStatuses[] = {{0, "DISABLED"}, {1, "ENABLED"}};
+
+constexpr PowerStatus noSuchStatus = 10;
+
+// The text on the on/off functionality is meant, and so is the order of the radios, which is not that of the
+// work.
+static void printTelematicsHelp()
+{
+    printLine(
+        "Category - Telematics\n"
+        "Use this category to adjust the settings of the Telematics board functionality, such as: wlan power, gsm/gprs startup power etc. \n"
+        "\n"
+        "Usage\n"
+        "The category should not be passed an argument. If no option is used, all available\n"
+        "information about the OnOff functionality will be printed. It is possible to combine \n"
+        "several options to get more information with one call. See the table below for \n"
+        "available arguments and examples.\n"
+        "\n"
+        "An examples how options can be combined:\n"
+        "Ex1: ./Fobrob --telematics --wlanpower=ENABLED --wlanstartuppower=ENABLED\n"
+        "\n"
+        "Category\tArg\tOption\t\tArg\t\tNote\n"
+        "--telematics\t\t\t\t\t\t\tShow information about Telematics configuration.\n"
+        "--telematics\t\t\t--wlanpower\t\t\tGet current wlan power status.\n"
+        "--telematics\t\t\t--wlanstartuppower\t\t\tGet current wlan startup power status.\n"
+        "--telematics\t\t\t--gsmpower\t\t\tGet current GSM/GPRS power status\n"
+        "--telematics\t\t\t--gsmstartuppower\t\t\tGet current GSM/GPRS startup power status\n"
+        "--telematics\t\t\t--bluetoothpower\t\t\tGet current bluetooth power status.\n"
+        "--telematics\t\t\t--bluetoothstartuppower\t\t\tGet current bluetooth startup power status.\n"
+        "--telematics\t\t\t--gpspower\t\t\tGet current GPS power status\n"
+        "--telematics\t\t\t--gpsstartuppower\t\t\tGet current GPS startup power status\n"
+        "\n"
+        "--telematics\t\t\t--wlanpower=\tENABLED/DISABLED\tSet wlan power state.\n"
+        "--telematics\t\t\t--wlanstartuppower=\tENABLED/DISABLED\tSet wlan startup power state.\n"
+        "--telematics\t\t\t--gsmpower=\tENABLED/DISABLED\tSet GSM/GPRS power state.\n"
+        "--telematics\t\t\t--gsmstartuppower=\tENABLED/DISABLED\tSet GSM/GPRS startup power state.\n"
+        "--telematics\t\t\t--bluetoothpower=\tENABLED/DISABLED\tSet bluetooth power state.\n"
+        "--telematics\t\t\t--bluetoothstartuppower=\tENABLED/DISABLED\tSet bluetooth startup power state.\n"
+        "--telematics\t\t\t--gpspower=\tENABLED/DISABLED\tSet GPS power state.\n"
+        "--telematics\t\t\t--gpsstartuppower=\tENABLED/DISABLED\tSet GPS startup power state.");
+}
+
+static const char* powerStatusToText(PowerStatus status)
+{
+    return textOf(powerStatuses, status, "UNDEFINED STATUS");
+}
+
+static PowerStatus textToPowerStatus(const char* text)
+{
+    return valueOf(powerStatuses, text, noSuchStatus);
+}
+
+static void readStatus(TelematicsHandle telematics, const TelematicsSetting& setting)
+{
+    PowerStatus status = 0;
+    if (succeeded(setting.getOperation, setting.get(telematics, &status)))
+        printLine(setting.readLabel, powerStatusToText(status));
+}
+
+static void setStatus(TelematicsHandle telematics, const TelematicsSetting& setting, const char* value)
+{
+    const PowerStatus status = textToPowerStatus(value);
+    if (status == noSuchStatus)
+        printLine("Invalid argument: The state argument is not valid.");
+    else if (succeeded(setting.setOperation, setting.set(telematics, status)))
+        printLine(setting.setLabel, powerStatusToText(status));
+}
+
+int handleTelematics(const char*, int argc, char** argv, const char*, const option*, int longIndex)
+{
+    const TelematicsHandle telematics = GetTelematics();
+    for (TelematicsArgument& argument : telematicsArgs)
+        argument = {};
+    const Scan scan = scanOptions(argc, argv, longIndex, telematicsOptions, BareOption::keepsValue);
+    if (scan.help)
+    {
+        printTelematicsHelp();
+        return 0;
+    }
+
+    if (scan.onlyForeign())
+        printLine("Invalid argument");
+    for (std::size_t i = 0; i < std::size(telematicsSettings); ++i)
+        if (telematicsArgs[i].given || scan.showAll())
+            readOrSet(telematics, telematicsSettings[i], telematicsArgs[i].value, readStatus, setStatus);
+
+    return static_cast<int>(Telematics_release(telematics));
+}

@@ -1,0 +1,77 @@
+#include "fobrob/api_error.h"
+#include "fobrob/handlers.h"
+#include "fobrob/late_bound.h"
+#include "fobrob/output.h"
+
+#include <cstdint>
+
+static ApiError getCpuTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
+{
+    std::int32_t status = 0;
+    return Diagnostic_getPMTemp(diagnostic, pmSensorCpu, temperature, &status);
+}
+
+static ApiError getBoardTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
+{
+    std::int32_t status = 0;
+    return Diagnostic_getPMTemp(diagnostic, pmSensorCpuBoard, temperature, &status);
+}
+
+struct TemperatureSensor
+{
+    const char* argument;
+    const char* label;
+    const char* operation;
+    ApiError (*get)(DiagnosticHandle diagnostic, std::int16_t* temperature);
+};
+
+static const TemperatureSensor sensors[] = {
+    {"SS", "SS temp=", "getSSTemp", lateBound<Diagnostic_getSSTemp>},
+    {"PCB", "PCB temp=", "getPCBTemp", lateBound<Diagnostic_getPCBTemp>},
+    {"CPU", "CPU temp=", "getPMTemp", getCpuTemperature},
+    {"BOARD", "CPU BOARD temp=", "getPMTemp", getBoardTemperature},
+};
+
+static void printTemperatureHelp()
+{
+    printLine("Category - Temperature\n"
+              "This category is used to get current temperature from the temperature sensors on \n"
+              "the board. It is possible to read temperature from four sensors: System \n"
+              "supervisor, PCB, Board and CPU.\n"
+              "\n"
+              "Usage\n"
+              "It is not possible to combine several arguments to get more information with one \n"
+              "call. If no argument is passed to category, temperature from all four sensors \n"
+              "will be printed. See the table below for available arguments.\n"
+              "\n"
+              "CATEGORY\tARG\t\tNOTE\n"
+              "--temperature\t\t\tDisplay all temperatures.\n"
+              "--temperature=\tSS\t\tSystem Supervisor temperature.\n"
+              "--temperature=\tPCB\t\tPCB temperature.\n"
+              "--temperature=\tBoard\t\tBoard temperature.\n"
+              "--temperature=\tCPU\t\tCPU temperature.");
+}
+
+static void showTemperature(DiagnosticHandle diagnostic, const TemperatureSensor& sensor)
+{
+    std::int16_t temperature = 0;
+    if (succeeded(sensor.operation, sensor.get(diagnostic, &temperature)))
+        printLine(sensor.label, temperature);
+}
+
+int handleTemperature(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
+{
+    const DiagnosticHandle diagnostic = GetDiagnostic();
+    // The refusal names the version category. It is meant to.
+    const Scan scan = scanOptions(argc, argv, longIndex, {}, BareOption::clearsValue,
+                                  "Error: Version should not take any more options");
+    if (scan.help)
+    {
+        printTemperatureHelp();
+        return 0;
+    }
+
+    if (!showChosen(diagnostic, argument, sensors, showTemperature))
+        printLine("Invalid argument: Could not find the specified argument.");
+    return static_cast<int>(Diagnostic_release(diagnostic));
+}

@@ -1,0 +1,179 @@
+#include "fobrob/api_error.h"
+#include "fobrob/handlers.h"
+#include "fobrob/output.h"
+#include "fobrob/words.h"
+
+#include <cstdint>
+
+static struct
+{
+    bool modeGiven = false;
+    const char* modeValue = noArgument();
+    bool settingGiven = false;
+    const char* settingValue = noArgument();
+    bool valueGiven = false;
+    const char* valueValue = noArgument();
+} touchArgs;
+
+static const InnerOption touchOptions[] = {
+    {OPT_MODE, &touchArgs.modeGiven, &touchArgs.modeValue},
+    {OPT_SETTING, &touchArgs.settingGiven, &touchArgs.settingValue},
+    {OPT_VALUE, &touchArgs.valueGiven, &touchArgs.valueValue},
+};
+
+using TouchMode = std::int32_t;
+
+static const Word modes[] = {{0, "MOUSE_NEXT_BOOT"}, {1, "TOUCH_NEXT_BOOT"}, {2, "MOUSE"}, {3, "TOUCH"}};
+
+// The profiles of the next boot can be read but not chosen.
+static const Word modesToChoose[] = {{3, "TOUCH"}, {2, "MOUSE"}};
+
+constexpr TouchMode noSuchMode = -1;
+
+using TouchSetting = std::int32_t;
+
+// Setting 9 is taken in both spellings. Its name is the misspelled one, which stands first for that.
+static const Word settings[] = {
+    {0, "TS_RIGHT_CLICK_TIME"},
+    {1, "TS_LOW_LEVEL"},
+    {2, "TS_UNTOUCHLEVEL"},
+    {3, "TS_DEBOUNCE_TIME"},
+    {4, "TS_DEBOUNCE_TIMEOUT_TIME"},
+    {5, "TS_DOUBLECLICK_MAX_CLICK_TIME"},
+    {6, "TS_DOUBLE_CLICK_TIME"},
+    {7, "TS_MAX_RIGHTCLICK_DISTANCE"},
+    {8, "TS_USE_DEJITTER"},
+    {9, "TS_CALIBTATION_WIDTH"},
+    {9, "TS_CALIBRATION_WIDTH"},
+    {10, "TS_CALIBRATION_MEASUREMENTS"},
+    {11, "TS_RESTORE_DEFAULT_SETTINGS"},
+};
+
+constexpr TouchSetting lastSettingShown = 10; // Restoring the defaults is nothing to read.
+constexpr TouchSetting noSuchSetting = -1;
+
+static void printTouchHelp()
+{
+    printLine(
+        "Category - Touch\n"
+        "Use this category to adjust the settings of the touchscreen controller.\n"
+        "\n"
+        "Usage\n"
+        "If no option is used, all available information about the Touch functionality will be printed.\n"
+        "It is not possible to combine several settings, but mode and one setting can be combined.\n"
+        "See the table below for available arguments.\n"
+        "\n"
+        "Examples how options can be used:\n"
+        "Ex1: ./Fobrob --touch --setting=TS_RIGHT_CLICK_TIME --value=1000\n"
+        "Ex2: ./Fobrob --touch --mode=TOUCH\n"
+        "Ex3: ./Fobrob --touch --mode\n"
+        "Ex3: ./Fobrob --touch --setting=TS_LOW_LEVEL\n"
+        "\n"
+        "Category\tArg\tOption\t\tArg\t\tNote\n"
+        "--touch\t\t\t\t\t\t\tShow information about Touch configuration.\n"
+        "\n"
+        "--touch\t\t\t--mode\t\tGet the current profile.\n"
+        "--touch\t\t\t--mode=MOUSE/TOUCH\t\tSet the mouse profile to mouse or touch profile.\n"
+        "--touch\t\t\t--setting=SETTING\t\tGet the value of the setting.\n"
+        "--touch\t\t\t--setting=SETTING\t--value=[value]\tSet the value of the setting.\n"
+        "SETTING can be one of the following (see description in API: TouchScreen):\n"
+        "TS_RIGHT_CLICK_TIME, TS_LOW_LEVEL, TS_UNTOUCHLEVEL, TS_DEBOUNCE_TIME, "
+        "TS_DEBOUNCE_TIMEOUT_TIME, TS_DOUBLECLICK_MAX_CLICK_TIME, "
+        "TS_DOUBLE_CLICK_TIME, TS_MAX_RIGHTCLICK_DISTANCE, TS_USE_DEJITTER, "
+        "TS_CALIBRATION_WIDTH, TS_CALIBRATION_MEASUREMENTS"
+        " and TS_RESTORE_DEFAULT_SETTINGS.");
+}
+
+static const char* touchModeName(TouchMode mode)
+{
+    return textOf(modes, mode, "ERROR");
+}
+
+static TouchMode parseTouchMode(const char* text)
+{
+    return valueOf(modesToChoose, text, noSuchMode);
+}
+
+static const char* touchSettingName(TouchSetting setting)
+{
+    return textOf(settings, setting, "ERROR");
+}
+
+static TouchSetting parseTouchSetting(const char* text)
+{
+    return valueOf(settings, text, noSuchSetting);
+}
+
+// A failed read stands under the label of a good one, on purpose.
+static void readMode(TouchScreenHandle touch)
+{
+    TouchMode mode = 0;
+    if (succeeded("TouchScreen Profile", TouchScreen_getMode(touch, &mode)))
+        printLine("TouchScreen Profile: ", touchModeName(mode));
+}
+
+// The device is asked even for a word that is no profile, and its answer decides what is printed.
+static void setMode(TouchScreenHandle touch, const char* value)
+{
+    const TouchMode mode = parseTouchMode(value);
+    if (succeeded("setMode", TouchScreen_setMode(touch, mode)))
+        printLine("TouchScreen profile set to: ", touchModeName(mode));
+}
+
+static void readSetting(TouchScreenHandle touch, TouchSetting setting, const char* name)
+{
+    std::uint16_t value = 0;
+    if (succeeded("getAdvancedSetting", TouchScreen_getAdvancedSetting(touch, setting, &value)))
+        printLine(name, ": ", value);
+}
+
+static void setSetting(TouchScreenHandle touch, TouchSetting setting, const char* name, std::uint16_t value)
+{
+    if (succeeded("setAdvancedSetting", TouchScreen_setAdvancedSetting(touch, setting, value)))
+        printLine(name, " set to: ", value);
+}
+
+static void showEverything(TouchScreenHandle touch)
+{
+    readMode(touch);
+    for (TouchSetting setting = 0; setting <= lastSettingShown; ++setting)
+        readSetting(touch, setting, touchSettingName(setting));
+}
+
+// The setting is named as the user wrote it.
+static void actOnSetting(TouchScreenHandle touch)
+{
+    const char* name = touchArgs.settingValue;
+    const TouchSetting setting = parseTouchSetting(name);
+    if (setting == noSuchSetting)
+        printLine("Invalid setting: ", name);
+    else if (touchArgs.valueGiven && !asksToRead(touchArgs.valueValue))
+        setSetting(touch, setting, name, static_cast<std::uint16_t>(parseNumber(touchArgs.valueValue)));
+    else
+        readSetting(touch, setting, name);
+}
+
+int handleTouch(const char*, int argc, char** argv, const char*, const option*, int longIndex)
+{
+    const TouchScreenHandle touch = GetTouchScreen();
+    touchArgs = {};
+    const Scan scan = scanOptions(argc, argv, longIndex, touchOptions, BareOption::keepsValue);
+    if (scan.help)
+    {
+        printTouchHelp();
+        return 0;
+    }
+
+    // --value alone chooses nothing: it counts as no option at all.
+    const bool noneChosen = !touchArgs.modeGiven && !touchArgs.settingGiven;
+    if (noneChosen && scan.invalidOption)
+        printLine("Invalid argument");
+    else if (noneChosen)
+        showEverything(touch);
+    if (touchArgs.modeGiven)
+        readOrSet(touch, touchArgs.modeValue, readMode, setMode);
+    if (touchArgs.settingGiven)
+        actOnSetting(touch);
+
+    return static_cast<int>(TouchScreen_release(touch));
+}

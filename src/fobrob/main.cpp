@@ -1,0 +1,70 @@
+// The entry point: the first option decides what the one run of the program does.
+
+#include "fobrob/general.h"
+#include "fobrob/handlers.h"
+#include "fobrob/option_table.h"
+#include "fobrob/output.h"
+
+struct Category
+{
+    OptionCode code;
+    CategoryHandler* handle;
+};
+
+static const Category categories[] = {
+    {OPT_VERSION, handleVersion},
+    {OPT_TEMPERATURE, handleTemperature},
+    {OPT_POWER, handlePower},
+    {OPT_HEATER, handleHeater},
+    {OPT_ABOUT, handleAbout},
+    {OPT_LED, handleLed},
+    {OPT_CAN, handleCan},
+    {OPT_DIGITALIO, handleDigitalIo},
+    {OPT_ONOFF, handleOnOff},
+    {OPT_ADVANCED, handleAdvanced},
+    {OPT_BUZZER, handleBuzzer},
+    {OPT_TELEMATICS, handleTelematics},
+    {OPT_TOUCH, handleTouch},
+    {OPT_BACKLIGHT, handleBacklight},
+    {OPT_LIGHTSENSOR, handleLightsensor},
+};
+
+static const Category* findCategory(int code)
+{
+    for (const Category& category : categories)
+        if (category.code == code)
+            return &category;
+    return nullptr;
+}
+
+// The exit status is 0 whatever happens: what went wrong is said in the output.
+int main(int argc, char** argv)
+{
+    setProgramName("fobrob");
+    prepareOutput();
+
+    int longIndex = 0;
+    const int code = nextOption(argc, argv, longIndex);
+
+    if (const Category* category = findCategory(code))
+    {
+        category->handle(givenValue(), argc, argv, shortOptions, longOptions, longIndex);
+        return 0;
+    }
+
+    switch (code)
+    {
+    case OPT_LIST:
+        printList();
+        break;
+    case OPT_HELP:
+    case OPT_SHORT_HELP:
+        printUsage();
+        break;
+    case OPT_SHORT_VERSION:
+        printVersion(); // does not return
+    default:
+        printLine("To get help how to use Fobrob, add --help or -h as options.");
+    }
+    return 0;
+}

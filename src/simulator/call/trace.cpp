@@ -1,0 +1,90 @@
+#include "simulator/call/trace.h"
+
+#include "simulator/store/file.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+
+namespace
+{
+
+const char* tracePath()
+{
+    return std::getenv("QVAUX_TRACE");
+}
+
+std::string quoted(const char* text, std::size_t length)
+{
+    std::string result = "\"";
+    for (std::size_t i = 0; i < length; ++i)
+    {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        if (byte == '"' || byte == '\\')
+            result += '\\';
+        if (byte >= 0x20 && byte != 0x7F)
+        {
+            result += text[i];
+            continue;
+        }
+        char escape[5];
+        std::snprintf(escape, sizeof escape, "\\x%02x", static_cast<unsigned>(byte));
+        result += escape;
+    }
+    return result + "\"";
+}
+
+} // namespace
+
+bool tracing()
+{
+    return tracePath() && *tracePath();
+}
+
+// A trace that cannot be written is given up without a word: it must not change what the caller sees.
+void appendToTrace(const std::string& line)
+{
+    const File file = openFile(AT_FDCWD, tracePath(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK, 0666);
+    if (file.isOpen() && ::write(file.get(), line.data(), line.size()) < 0)
+        return;
+}
+
+std::string traced(double value)
+{
+    char digits[32];
+    std::snprintf(digits, sizeof digits, "%.10g", value);
+    return digits;
+}
+
+std::string traced(const char* text)
+{
+    return text ? quoted(text, std::strlen(text)) : "null";
+}
+
+std::string traced(const DiagnosticTimer& timer)
+{
+    std::string list;
+    for (const std::uint32_t minutes :
+         {timer.totalRunTime, timer.totalSuspendTime, timer.totalHeatTime, timer.runTime40To60,
+          timer.runTime60To70, timer.runTime70To80, timer.runTimeAbove80})
+        list += (list.empty() ? "" : ", ") + std::to_string(minutes);
+    return list;
+}
+
+std::string traced(const UpgradeStatus& status)
+{
+    return std::to_string(status.state) + ", " + std::to_string(status.second) + ", " +
+           std::to_string(status.error);
+}
+
+std::string tracedArgument(TextOut out, bool delivered)
+{
+    const std::string text = delivered ? quoted(out.buffer, ::strnlen(out.buffer, out.length)) : "";
+    return "[" + text + "], " + std::to_string(out.length);
+}
+
+std::string tracedArgument(BytesOut out, bool delivered)
+{
+    return (delivered ? "[...], " : "[], ") + std::to_string(out.length);
+}

@@ -1,0 +1,155 @@
+#include "simulator/firmware/intel_hex.h"
+
+#include "document/hex_digits.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace
+{
+
+enum RecordType : std::uint8_t
+{
+    data = 0,
+    endOfFile = 1,
+    extendedSegment = 2,
+    startSegment = 3,
+    extendedLinear = 4,
+    startLinear = 5,
+};
+
+std::string_view withoutLineEnd(std::string_view line)
+{
+    while (!line.empty() && (line.back() == '\r' || line.back() == ' ' || line.back() == '\t'))
+        line.remove_suffix(1);
+    return line;
+}
+
+// The bytes behind the colon; false when the line is none of hexadecimal digits in pairs.
+bool decode(std::string_view line, std::vector<std::uint8_t>& bytes)
+{
+    bytes.clear();
+    return !line.empty() && line.front() == ':' && appendBytes(bytes, line.substr(1));
+}
+
+// How many data bytes a record of the type has; any number for those not listed.
+bool isLengthOf(std::uint8_t type, std::size_t length)
+{
+    switch (type)
+    {
+    case endOfFile:
+        return length == 0;
+    case extendedSegment:
+    case extendedLinear:
+        return length == 2;
+    case startSegment:
+    case startLinear:
+        return length == 4;
+    default:
+        return true;
+    }
+}
+
+// Around the data stand a length byte, two address bytes, a type byte and a checksum byte.
+constexpr std::size_t frame = 5;
+
+Code readRecord(const std::vector<std::uint8_t>& bytes, HexRecord& record)
+{
+    if (bytes.size() < frame || bytes.size() != frame + bytes[0])
+        return firmwareBadLength;
+    if (std::accumulate(bytes.begin(), bytes.end(), 0u) % 256 != 0)
+        return firmwareBadChecksum;
+    record.address = static_cast<std::uint16_t>(bytes[1] << 8 | bytes[2]);
+    record.type = bytes[3];
+    record.data.assign(bytes.begin() + 4, bytes.end() - 1);
+    return isLengthOf(record.type, record.data.size()) ? success : firmwareBadLength;
+}
+
+std::uint32_t bigEndian(const std::vector<std::uint8_t>& bytes)
+{
+    return static_cast<std::uint32_t>(bytes[0] << 8 | bytes[1]);
+}
+
+// The data records with their full addresses, in file order.
+HexFault placeData(const std::vector<HexRecord>& records, std::vector<HexBlock>& blocks)
+{
+    std::uint32_t base = 0;
+    for (const HexRecord& record : records)
+    {
+        switch (record.type)
+        {
+        case data:
+            if (!record.data.empty())
+                blocks.push_back({base + record.address, record.data});
+            break;
+        case extendedSegment:
+            base = bigEndian(record.data) << 4;
+            break;
+        case extendedLinear:
+            base = bigEndian(record.data) << 16;
+            break;
+        case startSegment:
+        case startLinear:
+        case endOfFile:
+            break;
+        default:
+            return {firmwareBadRecord, record.line};
+        }
+    }
+    return {};
+}
+
+std::uint64_t endOf(const HexBlock& block)
+{
+    return std::uint64_t{block.address} + block.data.size();
+}
+
+} // namespace
+
+HexFault readHex(std::string_view text, std::vector<HexRecord>& records)
+{
+    std::vector<std::uint8_t> bytes;
+    bool ended = false;
+    for (std::size_t line = 1; !text.empty(); ++line)
+    {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        const std::string_view content = withoutLineEnd(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+        if (content.empty())
+            continue;
+        if (ended)
+            return {firmwareGoesOn, line};
+        if (!decode(content, bytes))
+            return {firmwareNotHex, line};
+        HexRecord record{};
+        record.line = line;
+        if (const Code code = readRecord(bytes, record); code != success)
+            return {code, line};
+        ended = record.type == endOfFile;
+        records.push_back(std::move(record));
+    }
+    return {ended ? success : firmwareNoEnd, 0};
+}
+
+HexFault convertHex(const std::vector<HexRecord>& records, std::vector<HexBlock>& blocks)
+{
+    std::vector<HexBlock> pieces;
+    if (const HexFault fault = placeData(records, pieces); fault.code != success)
+        return fault;
+    if (pieces.empty())
+        return {firmwareEmpty, 0};
+    std::ranges::stable_sort(pieces, {}, &HexBlock::address);
+
+    for (HexBlock& piece : pieces)
+    {
+        if (endOf(piece) > std::uint64_t{1} << 32)
+            return {firmwareTooLarge, 0};
+        if (!blocks.empty() && piece.address < endOf(blocks.back()))
+            return {firmwareOverlap, 0};
+        if (!blocks.empty() && piece.address == endOf(blocks.back()))
+            blocks.back().data.insert(blocks.back().data.end(), piece.data.begin(), piece.data.end());
+        else
+            blocks.push_back(std::move(piece));
+    }
+    return {};
+}

@@ -1,0 +1,23 @@
+#include "simulator/call/call.h"
+
+AdcHandle GetAdc()
+{
+    return obtain<AdcHandle>(__func__);
+}
+
+ApiError Adc_release(AdcHandle adc)
+{
+    return releaseHandle(__func__, adc);
+}
+
+ApiError Adc_getVoltage(AdcHandle adc, std::int32_t channel, double* volts)
+{
+    const Reading work = [&](const Unit& unit) -> ApiError
+    {
+        const auto& channels = unit.adc.volts;
+        if (channel < 0 || static_cast<std::size_t>(channel) >= channels.size())
+            return outOfRange;
+        return deliver(channels[static_cast<std::size_t>(channel)], volts);
+    };
+    return reading(__func__, adc, work, channel, out(volts));
+}

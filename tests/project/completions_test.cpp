@@ -1,0 +1,293 @@
+#include "fobrob/option_table.h"
+#include "support/unit.h"
+#include "support/vocabulary.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <gmock/gmock.h>
+
+namespace
+{
+
+std::vector<std::string> linesOf(const std::vector<std::string>& words, const std::string& input = "")
+{
+    const TemporaryFolder home;
+    const Outcome outcome = runCommand({.words = words,
+                                        .environment = {{"COMPLETIONS", BUILD_FOLDER "/completions"},
+                                                        {"HOME", home.path},
+                                                        {"PATH", std::getenv("PATH")},
+                                                        {"TERM", "dumb"}},
+                                        .input = input});
+    EXPECT_EQ(outcome.status, 0) << words.front() << ": " << outcome.errors;
+    return splitLines(outcome.output);
+}
+
+// What the command is called with when `keys` are typed into an interactive bash or zsh.
+std::vector<std::string> typed(const std::string& shell, const std::string& keys)
+{
+    const std::string driver = std::string(PROJECT_FOLDER "/tests/support/typed.") + shell;
+    if (shell == "bash")
+        return linesOf({"bash", "--noprofile", "--rcfile", driver, "-i"}, keys + "\n");
+    return linesOf({"zsh", "-f", driver, keys});
+}
+
+std::vector<std::string> answers(const std::string& shell, const std::string& line)
+{
+    if (shell == "fish")
+        return linesOf(
+            {"fish", "--no-config", "-c", "source $COMPLETIONS/fobrob.fish; complete -C $argv[1]", line});
+    // The command is called with the words before it, too.
+    std::vector<std::string> words = typed(shell, line + "\x1b*");
+    const long before = std::count(line.begin(), line.end(), ' ') - 1;
+    words.erase(words.begin(), words.begin() + before);
+    return words;
+}
+
+// What the shell offers at the end of `line`; of the value alone where an "=" is typed. What is typed of the
+// word has to fit something, for it is part of the answer where it does not.
+Words offered(const std::string& shell, const std::string& line)
+{
+    const std::string word = line.substr(line.rfind(' ') + 1);
+    const std::string option = word.substr(0, word.find('=') + 1);
+    Words words;
+    for (const std::string& answer : answers(shell, line))
+        words.insert(answer.starts_with(option) ? answer.substr(option.size()) : answer);
+    words.erase("");
+    return words;
+}
+
+// Puts in what is offered at the end of `line`, where a word of `place` can begin.
+void addOffers(Vocabulary& vocabulary, const std::string& line, const std::string& place)
+{
+    const std::string shell = "fish";
+    Words offers = offered(shell, line);
+    for (const char* general : {"--help", "--list", "-h", "-v"})
+        offers.erase(general);
+    for (const std::string& offer : offers)
+    {
+        const std::size_t end = offer.find('=');
+        Words& words = vocabulary[place + offer.substr(0, end)];
+        words.insert(end == offer.npos ? "" : "=");
+        if (end != offer.npos)
+            for (const std::string& word : offered(shell, line + offer))
+                words.insert(inSmallLetters(word));
+        words.erase("/"); // the beginning of a path
+    }
+}
+
+Vocabulary vocabularyOfTheOffers()
+{
+    Vocabulary categories;
+    addOffers(categories, "fobrob ", "");
+    Vocabulary all = categories;
+    for (const auto& [category, words] : categories)
+        addOffers(all, "fobrob " + category + " ", category + " ");
+    return all;
+}
+
+class Completions : public testing::TestWithParam<const char*>
+{
+protected:
+    static Words offers(const std::string& line)
+    {
+        return offered(GetParam(), line);
+    }
+};
+
+// Those with a line editor that can be typed into here.
+class TypedCompletions : public testing::TestWithParam<const char*>
+{
+};
+
+std::string nameOfShell(const testing::TestParamInfo<const char*>& shell)
+{
+    return shell.param;
+}
+
+INSTANTIATE_TEST_SUITE_P(Shells, Completions, testing::Values("bash", "zsh", "fish"), nameOfShell);
+INSTANTIATE_TEST_SUITE_P(Shells, TypedCompletions, testing::Values("bash", "zsh"), nameOfShell);
+
+TEST_P(Completions, BeginWithTheCategoriesAndTheGeneralOptions)
+{
+    const Words first = {
+        "--about=",       "--advanced",   "--backlight", "--buzzer", "--can",        "--can=",
+        "--digitalio",    "--digitalio=", "--heater",    "--help",   "--led",        "--lightsensor",
+        "--list",         "--onoff",      "--power=",    "--touch",  "--telematics", "--temperature",
+        "--temperature=", "--version",    "--version=",  "-h",       "-v",
+    };
+    EXPECT_EQ(offers("fobrob "), first);
+    EXPECT_EQ(offers("fobrob-sim "), first);
+}
+
+TEST_P(Completions, OfferACategoryItsOwnOptions)
+{
+    const struct Case
+    {
+        std::string category;
+        Words options;
+    } cases[] = {
+        {"--about=EEPROM", {"--eeprom=", "--help"}},
+        {"--can=CAN1", {"--baudrate=", "--help"}},
+        {"--digitalio", {"--help"}},
+        {"--heater", {"--help", "--temperature", "--temperature="}},
+        {"--lightsensor", {"--help", "--illuminance"}},
+        {"--touch", {"--help", "--mode", "--mode=", "--setting=", "--value", "--value="}},
+        {"--version=SS", {"--help"}},
+    };
+    for (const auto& [category, options] : cases)
+        EXPECT_EQ(offers("fobrob " + category + " "), options) << category;
+}
+
+TEST_P(Completions, OfferNoOptionAgain)
+{
+    EXPECT_EQ(offers("fobrob --buzzer --volume=5 --help --frequency "), (Words{"--status", "--status="}));
+    EXPECT_EQ(offers("fobrob --power=current --vchannel1 --vchannel2 --vchannel3=Enable --vchannel4 "),
+              (Words{"--can", "--can=", "--extfan", "--extfan=", "--help"}));
+    EXPECT_EQ(offers("fobrob --onoff --onoff_signal_time=4 --o"),
+              (Words{"--onoff_signal", "--onoff_signal="}));
+}
+
+TEST_P(Completions, OfferNothingBehindWhatIsNoCategory)
+{
+    for (const std::string first : {"--help", "--list", "-h", "-v", "--frequency", "buzzer"})
+        EXPECT_EQ(offers("fobrob " + first + " "), Words{}) << first;
+}
+
+TEST_P(Completions, OfferTheWordsOfAValue)
+{
+    const struct Case
+    {
+        std::string line;
+        Words words;
+    } cases[] = {
+        {"--about=", {"ADC", "Diagnostic", "EEPROM", "RawEEPROM"}},
+        {"--buzzer --volume=", {}},
+        {"--can=", {"CAN0", "CAN1", "CAN2", "CAN3"}},
+        {"--led --status=", {}},
+        {"--lightsensor --illuminance=", {}},
+        {"--onoff --unit_startup=CAN_B", {"CAN_Button_Activity", "CAN_Button_OnOff_Activity"}},
+        {"--power=startup --can=", {"Disable", "Enable"}},
+        {"--touch --mode=TOUCH --setting=TS_C", {"TS_CALIBRATION_MEASUREMENTS", "TS_CALIBRATION_WIDTH"}},
+    };
+    for (const auto& [line, words] : cases)
+        EXPECT_EQ(offers("fobrob " + line), words) << line;
+}
+
+TEST_P(Completions, OfferTheNextWordForAValueThatIsRequired)
+{
+    const Words targets = {"FPGA", "Front", "SS"};
+    EXPECT_EQ(offers("fobrob --about=RawEEPROM --eeprom "), (Words{"ADDON", "ICM"}));
+    EXPECT_EQ(offers("fobrob --touch --setting TS_U"), (Words{"TS_UNTOUCHLEVEL", "TS_USE_DEJITTER"}));
+    EXPECT_EQ(offers("fobrob --advanced --update "), targets);
+    EXPECT_EQ(offers("fobrob --advanced --verify "), targets);
+    EXPECT_EQ(offers("fobrob --advanced --filepath "), Words{"/"});
+    EXPECT_EQ(offers("fobrob --advanced --update SS --f"),
+              (Words{"--factory", "--factory_reset", "--filepath=", "--force"}));
+    EXPECT_EQ(offers("fobrob --advanced --update --force --fo"), Words{"--force"});
+}
+
+TEST_P(Completions, TakeWordsInAnyCase)
+{
+    EXPECT_EQ(offers("fobrob --buzzer --status=en"), Words{"Enable"});
+    EXPECT_EQ(offers("fobrob --touch --setting=ts_use"), Words{"TS_USE_DEJITTER"});
+}
+
+TEST_P(Completions, OfferTheFirmwareOfTheTarget)
+{
+    const TemporaryFolder folder;
+    for (const std::string name : {"a.hex", "a b.hex", "a.mcs", "a.txt", "hex", "upper.HEX"})
+        writeFile(folder / name, "");
+    for (const std::string name : {"older", "folder.hex"})
+        std::filesystem::create_directory(folder / name);
+
+    const struct Case
+    {
+        std::string options;
+        std::vector<std::string> names;
+    } cases[] = {
+        {"--update=SS", {"a.hex", "a b.hex", "folder.hex/", "older/"}},
+        {"--verify=front", {"a.hex", "a b.hex", "folder.hex/", "older/"}},
+        {"--update=FPGA", {"a.mcs", "folder.hex/", "older/"}},
+        {"--update=SS --verify=fpga", {"a.mcs", "folder.hex/", "older/"}},
+        {"--update FPGA", {"a.mcs", "folder.hex/", "older/"}},
+        {"--force", {"a.hex", "a b.hex", "a.mcs", "folder.hex/", "older/"}},
+    };
+    for (const auto& [options, names] : cases)
+    {
+        Words paths;
+        for (const std::string& name : names)
+            paths.insert(folder / name);
+        for (const std::string option : {" --filepath=", " --filepath "})
+            EXPECT_EQ(offers("fobrob --advanced " + options + option + folder / ""), paths) << options;
+    }
+}
+
+TEST_P(Completions, OfferFullPathsOnly)
+{
+    EXPECT_EQ(offers("fobrob --advanced --filepath="), Words{"/"});
+    EXPECT_EQ(offers("fobrob --advanced --filepath=/us"), Words{"/usr/"});
+}
+
+TEST_P(TypedCompletions, GoOnRightBehindTheEqualsSign)
+{
+    EXPECT_EQ(typed(GetParam(), "fobrob --ab\tR\t--ee\tA\t"),
+              (std::vector<std::string>{"--about=RawEEPROM", "--eeprom=ADDON"}));
+}
+
+TEST_P(TypedCompletions, DescendIntoFoldersAndQuoteBlanks)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "new files");
+    writeFile(folder / "new files/the front.hex", "");
+    EXPECT_EQ(typed(GetParam(), "fobrob --ad\t--fi\t" + folder / "n\tt\t--force"),
+              (std::vector<std::string>{"--advanced", "--filepath=" + folder / "new files/the front.hex",
+                                        "--force"}));
+}
+
+TEST_P(TypedCompletions, ServeAWordInQuotes)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "new  files");
+    writeFile(folder / "new  files/the \"front.hex", "");
+    const std::vector<std::string> words = {"--advanced",
+                                            "--filepath=" + folder / "new  files/the \"front.hex", "--force"};
+    for (const std::string beginning : {"--filepath=\"", "--filepath='", "\"--filepath=", "'--filepath="})
+        EXPECT_EQ(typed(GetParam(), "fobrob --advanced " + beginning + folder / "new  f\tt\t --fo\t"), words);
+    EXPECT_EQ(typed(GetParam(), "fobrob \"--led\" \"--color=y\t"),
+              (std::vector<std::string>{"--led", "--color=Yellow"}));
+}
+
+TEST_P(TypedCompletions, ServeTheMiddleOfALine)
+{
+    const std::string behind = " --pulses";
+    EXPECT_EQ(
+        typed(GetParam(), "fobrob --led --color=Y" + behind + std::string(behind.size(), '\x02') + "\t"),
+        (std::vector<std::string>{"--led", "--color=Yellow", "--pulses"}));
+}
+
+TEST(CompletionsOfBash, WorkWhereTheEqualsSignBreaksNoWords)
+{
+    EXPECT_EQ(typed("bash", "COMP_WORDBREAKS=${COMP_WORDBREAKS//=}\nfobrob --about=D\t--eep\tI\t"),
+              (std::vector<std::string>{"--about=Diagnostic", "--eeprom=ICM"}));
+}
+
+TEST(CompletionsOfAllShells, AreTheSame)
+{
+    for (const char* line :
+         {"fobrob ", "fobrob --t", "fobrob --advanced ", "fobrob --onoff --s",
+          "fobrob --onoff --unit_startup=", "fobrob --touch --setting=", "fobrob --advanced --filepath=/"})
+    {
+        const Words words = offered("bash", line);
+        EXPECT_FALSE(words.empty()) << line;
+        EXPECT_EQ(offered("zsh", line), words) << line;
+        EXPECT_EQ(offered("fish", line), words) << line;
+    }
+}
+
+TEST(CompletionsOfAllShells, OfferEachCategoryItsOptionsAndEachOptionItsWords)
+{
+    EXPECT_THAT(vocabularyOfTheOffers(), testing::ContainerEq(vocabularyOfTheProgram()));
+}
+
+} // namespace
