@@ -1,25 +1,44 @@
-// The device API of the display computer, as libqv-aux2.so.2.11 offers it.
+// The device API of the display computer, as libqv-aux2.so.2.11 provides it: operations, constants, and
+// what both sides of the interface may rely on. The ranges that apply to settings are in limits.h.
 //
-// Every module is reached through a handle: Get<Module>() hands one out, the module's operations take
-// it first, <Module>_release gives it back. An operation returns 0 on success; the text of any other
-// code comes from GetErrorStringA. Results are written only on success.
+// Handles. Get<Module>() returns a new handle of a module, or null if the library cannot provide one. The
+// module's operations take the handle as their first argument, and <Module>_release() ends it. A null
+// handle, a handle of another module and a released handle are errors: the operation returns a code other
+// than QV_SUCCESS and does nothing else. The handle belongs to the caller until it is released.
 //
-// Out-parameters are declared by width and never as bool or enum, because the library may put any bits
-// there. A text that fills its buffer comes without a terminator.
+// Errors. Every operation returns QV_SUCCESS or an error code, whose text GetErrorStringA() returns.
+// Results are written on success only; on failure every out-parameter keeps its value. A null out-
+// parameter, buffer or path is an error like any other. A value out of range is refused, and the setting
+// keeps its value.
 //
-// The header is plain C, so that programs in either language can use it.
+// Results. Out-parameters are declared by width, never as bool or enum, because the library may write any
+// bit pattern there. Callers must expect values that have no named constant.
+//
+// Texts. A text is copied into `buffer`, `length` bytes long. A shorter text is followed by a terminator,
+// so `length` counts the terminator; a text of `length` bytes or more fills the buffer and has none.
+//
+// Threads. One thread of a process may use the API at a time. Any number of processes may use it at once.
+//
+// The header is plain C so that C and C++ programs can include it.
 
 #ifndef QV_AUX2_H
 #define QV_AUX2_H
 
 #include <stdint.h>
 
+// Enumerators have the width and the signedness of the values they are compared with.
 #ifdef __cplusplus
+#define QV_INT32 : int32_t
+#define QV_UINT16 : uint16_t
+#define QV_UINT32 : uint32_t
 #define QV_AUX2_BEGIN                                                                                        \
     extern "C"                                                                                               \
     {
 #define QV_AUX2_END }
 #else
+#define QV_INT32
+#define QV_UINT16
+#define QV_UINT32
 #define QV_AUX2_BEGIN
 #define QV_AUX2_END
 #endif
@@ -28,8 +47,22 @@
 
 QV_AUX2_BEGIN
 
-// 0 is success, 2 "not supported by this unit", 18 "the board is not fitted".
 typedef uint32_t ApiError;
+
+// The codes that have a meaning of their own. Any other code is a failure that only its text explains.
+enum QvError QV_UINT32
+{
+    QV_SUCCESS = 0,
+    QV_NOT_SUPPORTED = 2,     // this unit lacks the function or the equipment
+    QV_BOARD_NOT_FITTED = 18, // this unit lacks the add-on board
+};
+
+// States of settings that are on or off.
+enum QvState QV_INT32
+{
+    QV_DISABLED = 0,
+    QV_ENABLED = 1,
+};
 
 typedef struct AboutModule* AboutHandle;
 typedef struct AdcModule* AdcHandle;
@@ -48,13 +81,14 @@ typedef struct QVAuxPrivateModule* QVAuxPrivateHandle;
 typedef struct TelematicsModule* TelematicsHandle;
 typedef struct TouchScreenModule* TouchScreenHandle;
 
-// Texts of codes. Constant and never freed; null where a code has no text.
+// Texts of codes. They belong to the library and are valid until it is unloaded. Null if the code has no
+// text.
 
 const char* GetErrorStringA(ApiError code);
 const char* GetStartupReasonStringA(uint16_t reason);
 const char* GetHwErrorStatusStringA(uint16_t status);
 
-// About: identity and equipment. Texts are copied into `buffer` of `length` bytes.
+// About: identity and equipment. Nothing here can be changed. Dates and versions are free text.
 
 AboutHandle GetAbout(void);
 ApiError About_release(AboutHandle about);
@@ -65,6 +99,8 @@ ApiError About_getMainManufacturingDate(AboutHandle about, char* buffer, uint32_
 ApiError About_getMainHWversion(AboutHandle about, char* buffer, uint32_t length);
 ApiError About_getMainProdRev(AboutHandle about, char* buffer, uint32_t length);
 ApiError About_getMainProdArtNr(AboutHandle about, char* buffer, uint32_t length);
+
+// Counts. QV_NOT_SUPPORTED if this unit does not report the count.
 ApiError About_getNrOfCANConnections(AboutHandle about, uint8_t* count);
 ApiError About_getNrOfETHConnections(AboutHandle about, uint8_t* count);
 ApiError About_getNrOfSerialConnections(AboutHandle about, uint8_t* count);
@@ -74,8 +110,13 @@ ApiError About_getNrOfDigIOConnections(AboutHandle about, uint8_t* count);
 ApiError About_getNrOfCfgInConnections(AboutHandle about, uint8_t* count);
 ApiError About_getNrOfPWMOutConnections(AboutHandle about, uint8_t* count);
 ApiError About_getNrOfButtons(AboutHandle about, int32_t* count);
+
+// 0 if the unit lacks it, any other value if it has it.
 ApiError About_getIsDisplayAvailable(AboutHandle about, uint8_t* available);
 ApiError About_getIsTouchScreenAvailable(AboutHandle about, uint8_t* available);
+
+// The add-on board: texts, and 0 or another value for each radio. QV_BOARD_NOT_FITTED if the unit has no
+// board.
 ApiError About_getAddOnPCBSerial(AboutHandle about, char* buffer, uint32_t length);
 ApiError About_getAddOnPCBArt(AboutHandle about, char* buffer, uint32_t length);
 ApiError About_getAddOnManufacturingDate(AboutHandle about, char* buffer, uint32_t length);
@@ -85,13 +126,22 @@ ApiError About_getIsGPRSMounted(AboutHandle about, uint8_t* mounted);
 ApiError About_getIsGPSMounted(AboutHandle about, uint8_t* mounted);
 ApiError About_getIsWLANMounted(AboutHandle about, uint8_t* mounted);
 
-// Adc: supply voltages in volts, channels 0 to 23.
+// Adc: supply voltages, in volts. Channels are numbered from 0; each has a name.
+
+#define QV_ADC_CHANNEL_COUNT 24
+#define QV_ADC_CHANNEL_NAMES                                                                                 \
+    {                                                                                                        \
+        "24VIN", "24V", "12V", "12VID", "5V", "3V3", "VTFT", "5VSTB", "1V9", "1V8", "1V5", "1V2", "1V05",    \
+            "1V0", "0V9", "VREF_INT", "24V_BACKUP", "2V5", "1V1", "1V3_PER", "1V3_VDDA", "3V3STBY", "VPMIC", \
+            "VMAIN"                                                                                          \
+    }
 
 AdcHandle GetAdc(void);
 ApiError Adc_release(AdcHandle adc);
+// QV_NOT_SUPPORTED if the unit does not measure the channel.
 ApiError Adc_getVoltage(AdcHandle adc, int32_t channel, double* volts);
 
-// AuxVersion: release numbers of the installed software and firmware.
+// AuxVersion: versions of the installed software and firmware, each number 0 to 255.
 
 AuxVersionHandle GetAuxVersion(void);
 ApiError AuxVersion_release(AuxVersionHandle version);
@@ -108,22 +158,29 @@ ApiError AuxVersion_getQVAuxDrvVersion(AuxVersionHandle version, uint8_t* major,
 ApiError AuxVersion_getOSVersion(AuxVersionHandle version, uint8_t* major, uint8_t* minor, uint8_t* release,
                                  uint8_t* build);
 
-// Backlight of the display: intensity 1 to 255. Four numbers describe the filter of the automatic
-// regulation.
+// Backlight of the display. QV_NOT_SUPPORTED on a unit without a display.
 
 BacklightHandle GetBacklight(void);
 ApiError Backlight_release(BacklightHandle backlight);
+
+// Intensity: 0 to 255. The automatic regulation changes it while it runs.
 ApiError Backlight_getIntensity(BacklightHandle backlight, uint8_t* intensity);
 ApiError Backlight_setIntensity(BacklightHandle backlight, uint8_t intensity);
+
+// The automatic regulation by ambient light. `running` is 0 while it is stopped. The meaning of the
+// filter's four parameters is unknown; they cannot be read.
 ApiError Backlight_getAutomaticBLStatus(BacklightHandle backlight, uint8_t* running);
 ApiError Backlight_setAutomaticBLFilter(BacklightHandle backlight, int32_t first, int32_t second,
                                         int32_t third, int32_t fourth);
 ApiError Backlight_startAutomaticBL(BacklightHandle backlight);
 ApiError Backlight_stopAutomaticBL(BacklightHandle backlight);
+
+// Whether the front LED is dimmed together with the display: QvState.
 ApiError Backlight_getLedDimming(BacklightHandle backlight, int32_t* enabled);
 ApiError Backlight_setLedDimming(BacklightHandle backlight, int32_t enabled);
 
-// Buzzer: frequency in Hz; the trigger is 1 while the buzzer is enabled.
+// Buzzer. Frequency in hertz, see limits.h; volume without a unit, see limits.h; trigger: QvState, the
+// buzzer sounds while it is enabled.
 
 BuzzerHandle GetBuzzer(void);
 ApiError Buzzer_release(BuzzerHandle buzzer);
@@ -134,55 +191,132 @@ ApiError Buzzer_setVolume(BuzzerHandle buzzer, uint16_t volume);
 ApiError Buzzer_getTrigger(BuzzerHandle buzzer, uint8_t* enabled);
 ApiError Buzzer_setTrigger(BuzzerHandle buzzer, uint8_t enabled);
 
-// CanSetting: baud rates in kbit/s; channels count from 1.
+// CanSetting. Channels are numbered from 1 to the count of About_getNrOfCANConnections; QV_NOT_SUPPORTED
+// for any other. Baud rates in kbit/s, 1 to 65535.
 
 CanSettingHandle GetCanSetting(void);
 ApiError CanSetting_release(CanSettingHandle can);
 ApiError CanSetting_getBaudrate(CanSettingHandle can, uint8_t channel, uint16_t* baudrate);
 ApiError CanSetting_setBaudrate(CanSettingHandle can, uint8_t channel, uint16_t baudrate);
 
-// Config: what the System Supervisor does at start-up, on the buttons and on the on/off signal.
-// Actions: 0 none, 1 suspend, 2 shutdown. Start-up triggers are a bit set: 1 front button, 2 on/off
-// signal, 4 CAN, 8 configurable inputs. Video masks: bit 0 is channel 1. Boot modes: 3 rescue, 4 rescue
-// with factory reset.
+// Config: what the System Supervisor does at start-up, when a button is pressed, and on the on/off signal.
+
+enum QvAction QV_INT32
+{
+    QV_ACTION_NONE = 0,
+    QV_ACTION_SUSPEND = 1,
+    QV_ACTION_SHUTDOWN = 2,
+};
+
+// Start-up triggers are a bit set. A unit accepts a set only if the button or the signal is in it.
+enum QvStartupTrigger QV_INT32
+{
+    QV_TRIGGER_FRONT_BUTTON = 1,
+    QV_TRIGGER_ON_OFF_SIGNAL = 2,
+    QV_TRIGGER_CAN = 4,
+    QV_TRIGGER_CONFIGURABLE_INPUTS = 8,
+};
+
+// The mode of the next boot. The boot after it is normal again.
+enum QvBootMode QV_INT32
+{
+    QV_BOOT_NORMAL = 0,
+    QV_BOOT_RESCUE = 3,
+    QV_BOOT_RESCUE_WITH_FACTORY_RESET = 4,
+};
 
 ConfigHandle GetConfig(void);
 ApiError Config_release(ConfigHandle config);
+
+// Actions: QvAction.
 ApiError Config_getShortButtonPressAction(ConfigHandle config, int32_t* action);
 ApiError Config_setShortButtonPressAction(ConfigHandle config, int32_t action);
 ApiError Config_getLongButtonPressAction(ConfigHandle config, int32_t* action);
 ApiError Config_setLongButtonPressAction(ConfigHandle config, int32_t action);
+
+// How long the front button is held for a long press, in milliseconds: 0 to 65535.
 ApiError Config_getFrontBtnTrigTime(ConfigHandle config, uint16_t* milliseconds);
 ApiError Config_setFrontBtnTrigTime(ConfigHandle config, uint16_t milliseconds);
+
+// What the on/off signal does when it goes off: QvAction, after a time in seconds.
 ApiError Config_getOnOffSigAction(ConfigHandle config, int32_t* action);
 ApiError Config_setOnOffSigAction(ConfigHandle config, int32_t action);
 ApiError Config_getExtOnOffSigTrigTime(ConfigHandle config, uint32_t* seconds);
 ApiError Config_setExtOnOffSigTrigTime(ConfigHandle config, uint32_t seconds);
+
+// Whether the unit starts as soon as it has power: QvState.
 ApiError Config_getPowerOnStartup(ConfigHandle config, int32_t* enabled);
 ApiError Config_setPowerOnStartup(ConfigHandle config, int32_t enabled);
+
+// What else starts the unit: QvStartupTrigger.
 ApiError Config_getStartupTriggerConfig(ConfigHandle config, int32_t* triggers);
 ApiError Config_setStartupTriggerConfig(ConfigHandle config, int32_t triggers);
-ApiError Config_getSuspendMaxTime(ConfigHandle config, uint16_t* minutes); // 0: no limit
+
+// How long the unit stays suspended before it shuts down, in minutes: 0 to 65535, 0 for no limit.
+ApiError Config_getSuspendMaxTime(ConfigHandle config, uint16_t* minutes);
 ApiError Config_setSuspendMaxTime(ConfigHandle config, uint16_t minutes);
+
+// Below this temperature the unit heats before it starts. In degrees Celsius, see limits.h.
 ApiError Config_getHeatingTempLimit(ConfigHandle config, int16_t* celsius);
 ApiError Config_setHeatingTempLimit(ConfigHandle config, int16_t celsius);
+
+// What has power from the next boot on: a bit for each video channel (bit 0 is channel 1), QvState for the
+// others. CAN answers QV_NOT_SUPPORTED on a unit without CAN channels.
 ApiError Config_getVideoStartupPowerConfig(ConfigHandle config, uint8_t* mask);
 ApiError Config_setVideoStartupPowerConfig(ConfigHandle config, uint8_t mask);
 ApiError Config_getCanStartupPowerConfig(ConfigHandle config, int32_t* enabled);
 ApiError Config_setCanStartupPowerConfig(ConfigHandle config, int32_t enabled);
 ApiError Config_getExtFanStartupPowerConfig(ConfigHandle config, int32_t* enabled);
 ApiError Config_setExtFanStartupPowerConfig(ConfigHandle config, int32_t enabled);
+
+// QvBootMode. It cannot be read.
 ApiError Config_setNextBootMode(ConfigHandle config, int32_t mode);
 
-// Diagnostic: reasons, counters and temperatures in degrees Celsius.
+// Diagnostic: reasons, counters and temperatures. QV_NOT_SUPPORTED for whatever this unit does not report.
 
-// Minutes of operation since the unit was made.
+// Why the unit started. A watchdog reset and reasons without a constant are errors.
+enum QvStartupReason QV_UINT16
+{
+    QV_STARTUP_POWER_APPLIED = 0x00,
+    QV_STARTUP_WATCHDOG = 0x0F,
+    QV_STARTUP_FRONT_BUTTON = 0x55,
+    QV_STARTUP_ON_OFF_SIGNAL = 0xAA,
+    QV_STARTUP_SUSPEND_ENDED = 0xF0,
+};
+
+// Why the unit shut down. Every other reason is a serious error.
+enum QvShutdownReason QV_UINT16
+{
+    QV_SHUTDOWN_NO_ERROR = 0x1F,
+};
+
+// States of the hardware. Those above QV_HW_LAST_HARMLESS are errors.
+enum QvHwStatus QV_UINT16
+{
+    QV_HW_NO_ERROR = 0,
+    QV_HW_SUPPLY_LOW = 16,
+    QV_HW_SUPPLY_HIGH = 32,
+    QV_HW_TEMPERATURE_HIGH = 64,
+    QV_HW_CLOCK_LOST_TIME = 130,
+    QV_HW_LAST_HARMLESS = 130,
+    QV_HW_MAIN_SUPPLY_FAILED = 131,
+    QV_HW_EEPROM_FAILED = 132,
+};
+
+// Temperature sensors of the power management.
+enum QvPmSensor QV_INT32
+{
+    QV_PM_SENSOR_CPU = 0,
+    QV_PM_SENSOR_CPU_BOARD = 1,
+};
+
+// Minutes since the unit was made.
 typedef struct DiagnosticTimer
 {
     uint32_t totalRunTime;
     uint32_t totalSuspendTime;
     uint32_t totalHeatTime;
-    uint32_t runTime40To60;
+    uint32_t runTime40To60; // at 40 to 60 degrees Celsius, and so on
     uint32_t runTime60To70;
     uint32_t runTime70To80;
     uint32_t runTimeAbove80;
@@ -194,39 +328,50 @@ ApiError Diagnostic_getStartupReason(DiagnosticHandle diagnostic, uint16_t* reas
 ApiError Diagnostic_getShutDownReason(DiagnosticHandle diagnostic, uint16_t* reason);
 ApiError Diagnostic_getHwErrorStatus(DiagnosticHandle diagnostic, uint16_t* status);
 ApiError Diagnostic_getTimer(DiagnosticHandle diagnostic, DiagnosticTimer* timer);
-ApiError Diagnostic_getMinMaxTemp(DiagnosticHandle diagnostic, int16_t* minimum, int16_t* maximum);
 ApiError Diagnostic_getPowerCycles(DiagnosticHandle diagnostic, uint16_t* cycles);
+
+// Temperatures in degrees Celsius: the lowest and highest ever measured, and those of now.
+ApiError Diagnostic_getMinMaxTemp(DiagnosticHandle diagnostic, int16_t* minimum, int16_t* maximum);
 ApiError Diagnostic_getSSTemp(DiagnosticHandle diagnostic, int16_t* temperature);
 ApiError Diagnostic_getPCBTemp(DiagnosticHandle diagnostic, int16_t* temperature);
-// The sensors of the power management.
-enum
-{
-    pmSensorCpu = 0,
-    pmSensorCpuBoard = 1,
-};
-// `status` receives the sensor's own status word.
+// `sensor`: QvPmSensor. `status` receives a status word of the sensor, whose meaning is unknown.
 ApiError Diagnostic_getPMTemp(DiagnosticHandle diagnostic, int32_t sensor, int16_t* temperature,
                               int32_t* status);
 
-// DigIO: bit 0 is digital input 1.
+// DigIO: the digital inputs, a bit each. Bit 0 is input 1.
 
 DigIOHandle GetDigIO(void);
 ApiError DigIO_release(DigIOHandle digIO);
 ApiError DigIO_getDigIO(DigIOHandle digIO, uint8_t* inputs);
 
-// FirmwareUpgrade: a start operation begins a job, getUpgradeStatus follows it. States: 0 initiating,
-// 1 preparing communication, 2 reading, 3 converting, 4 flashing, 5 verifying, 6 done, 7 done with error.
-// `path` is the firmware file; the `flag` of a start operation is reserved, 0.
+// FirmwareUpgrade: a start operation begins a job, FirmwareUpgrade_getUpgradeStatus follows it to its end.
+// One job runs on a unit at a time; a second one is refused.
+
+// The states of a job, in order. A verification skips flashing.
+enum QvUpgradeState QV_INT32
+{
+    QV_UPGRADE_INITIATING = 0,
+    QV_UPGRADE_PREPARING = 1, // preparing the communication with the target
+    QV_UPGRADE_READING_FILE = 2,
+    QV_UPGRADE_CONVERTING_FILE = 3,
+    QV_UPGRADE_FLASHING = 4,
+    QV_UPGRADE_VERIFYING = 5,
+    QV_UPGRADE_DONE = 6,
+    QV_UPGRADE_DONE_WITH_ERROR = 7,
+};
 
 typedef struct UpgradeStatus
 {
-    int32_t state;
-    int32_t second; // the library's own
-    ApiError error; // non-zero once the job has failed
+    int32_t state;  // QvUpgradeState
+    int32_t second; // unknown
+    ApiError error; // QV_SUCCESS until the job fails
 } UpgradeStatus;
 
 FirmwareUpgradeHandle GetFirmwareUpgrade(void);
 ApiError FirmwareUpgrade_release(FirmwareUpgradeHandle upgrade);
+
+// `path` names an Intel HEX file and need not outlive the call. The meaning of `flag` is unknown; pass 0.
+// The front controller's operations return QV_NOT_SUPPORTED on a unit without a display.
 ApiError FirmwareUpgrade_startSSUpgrade(FirmwareUpgradeHandle upgrade, const char* path, int32_t flag);
 ApiError FirmwareUpgrade_startSSVerification(FirmwareUpgradeHandle upgrade, const char* path, int32_t flag);
 ApiError FirmwareUpgrade_startFpgaUpgrade(FirmwareUpgradeHandle upgrade, const char* path, int32_t flag);
@@ -234,33 +379,56 @@ ApiError FirmwareUpgrade_startFpgaVerification(FirmwareUpgradeHandle upgrade, co
 ApiError FirmwareUpgrade_startFrontUpgrade(FirmwareUpgradeHandle upgrade, const char* path, int32_t flag);
 ApiError FirmwareUpgrade_startFrontVerification(FirmwareUpgradeHandle upgrade, const char* path,
                                                 int32_t flag);
-// With flag 1 the call waits until the job has something new to tell.
+
+// With `flag` 1 the call blocks until the job has a new status to report. A failed job is reported by
+// `status->error`, not by the result, which is QV_SUCCESS whenever a status was delivered.
 ApiError FirmwareUpgrade_getUpgradeStatus(FirmwareUpgradeHandle upgrade, UpgradeStatus* status, int32_t flag);
+
+// Shuts the unit down.
 ApiError FirmwareUpgrade_shutDown(FirmwareUpgradeHandle upgrade);
 
-// FrontLED: frequency in Hz, duty cycle in percent, idle time in units of 100 ms. Colours: 0 red,
-// 1 green, 2 blue, 3 cyan, 4 magenta, 5 yellow.
+// FrontLED.
+
+enum QvColor QV_INT32
+{
+    QV_COLOR_RED = 0,
+    QV_COLOR_GREEN = 1,
+    QV_COLOR_BLUE = 2,
+    QV_COLOR_CYAN = 3,
+    QV_COLOR_MAGENTA = 4,
+    QV_COLOR_YELLOW = 5,
+};
 
 FrontLEDHandle GetFrontLED(void);
 ApiError FrontLED_release(FrontLEDHandle led);
+
+// Blink frequency in hertz and duty cycle in percent, see limits.h.
 ApiError FrontLED_getSignal(FrontLEDHandle led, double* frequency, uint8_t* dutyCycle);
 ApiError FrontLED_setSignal(FrontLEDHandle led, double frequency, uint8_t dutyCycle);
+
+// QvColor.
 ApiError FrontLED_getStandardColor(FrontLEDHandle led, int32_t* color);
 ApiError FrontLED_setStandardColor(FrontLEDHandle led, int32_t color);
+
+// Pulses in a row, 0 to 255, and the idle time that follows them, in units of LED_IDLE_TIME_STEP_MS, 0 to
+// 255.
 ApiError FrontLED_getNrOfPulses(FrontLEDHandle led, uint8_t* pulses);
 ApiError FrontLED_setNrOfPulses(FrontLEDHandle led, uint8_t pulses);
 ApiError FrontLED_getIdleTime(FrontLEDHandle led, uint8_t* idleTime);
 ApiError FrontLED_setIdleTime(FrontLEDHandle led, uint8_t idleTime);
+
+// Whether the LED is lit while the unit starts: QvState.
 ApiError FrontLED_getEnabledDuringStartup(FrontLEDHandle led, int32_t* enabled);
 ApiError FrontLED_setEnabledDuringStartup(FrontLEDHandle led, int32_t enabled);
 
-// Lightsensor: ambient light in lux.
+// Lightsensor: ambient light, in lux.
 
 LightsensorHandle GetLightsensor(void);
 ApiError Lightsensor_release(LightsensorHandle sensor);
 ApiError Lightsensor_getIlluminance(LightsensorHandle sensor, uint16_t* illuminance);
 
-// Power: what is powered now. Video mask: bit 0 is channel 1.
+// Power: what has power now: a bit for each video channel (bit 0 is channel 1), QvState for the others. CAN
+// answers QV_NOT_SUPPORTED on a unit without CAN channels.
 
 PowerHandle GetPower(void);
 ApiError Power_release(PowerHandle power);
@@ -271,17 +439,44 @@ ApiError Power_setCanPowerStatus(PowerHandle power, int32_t enabled);
 ApiError Power_getExtFanPowerStatus(PowerHandle power, int32_t* enabled);
 ApiError Power_setExtFanPowerStatus(PowerHandle power, int32_t enabled);
 
-// QVAuxPrivate: raw access. EEPROM selectors: 0 main board, 1 add-on board.
+// QVAuxPrivate: direct access to EEPROMs and to the System Supervisor's registers.
+
+enum QvEeprom QV_INT32
+{
+    QV_EEPROM_MAIN_BOARD = 0,
+    QV_EEPROM_ADD_ON_BOARD = 1,
+};
+
+#define QV_EEPROM_SIZE 4096    // bytes of each EEPROM
+#define QV_EEPROM_ERASED 0xFFu // value of an erased byte
+
+// Commands: the group, number and value of a register to write.
+#define QV_SS_RESTORE_DEFAULTS 3, 0x65, 1
+#define QV_SS_BOOT_COMPLETED 4, 6, 0xC3
+
+enum QvSystemMode QV_INT32
+{
+    QV_SYSTEM_NORMAL = 0,
+    QV_SYSTEM_RESCUE = 1,
+};
 
 QVAuxPrivateHandle GetQVAuxPrivate(void);
 ApiError QVAuxPrivate_release(QVAuxPrivateHandle privateAccess);
+
+// Copies the first `length` bytes of an EEPROM, at most QV_EEPROM_SIZE. No terminator is added.
+// QV_BOARD_NOT_FITTED for the add-on board's if the unit has none.
 ApiError QVAuxPrivate_getEepromData(QVAuxPrivateHandle privateAccess, int32_t eeprom, uint8_t* buffer,
                                     uint32_t length);
+
+// Sends one of the commands above. QV_NOT_SUPPORTED for any other register or value.
 ApiError QVAuxPrivate_writeSsRegister(QVAuxPrivateHandle privateAccess, int32_t group, int32_t number,
                                       int32_t value);
+
+// QvSystemMode of this boot.
 ApiError QVAuxPrivate_getSystemMode(QVAuxPrivateHandle privateAccess, int32_t* mode);
 
-// Telematics: power of the radios now and at start-up, 0 disabled, 1 enabled.
+// Telematics: power of the radios now, and from the next boot on: QvState. QV_BOARD_NOT_FITTED if the unit
+// has no add-on board, QV_NOT_SUPPORTED if the board lacks the radio.
 
 TelematicsHandle GetTelematics(void);
 ApiError Telematics_release(TelematicsHandle telematics);
@@ -302,8 +497,35 @@ ApiError Telematics_setBTPowerStatus(TelematicsHandle telematics, int32_t status
 ApiError Telematics_getBTStartUpPowerStatus(TelematicsHandle telematics, int32_t* status);
 ApiError Telematics_setBTStartUpPowerStatus(TelematicsHandle telematics, int32_t status);
 
-// TouchScreen. Profiles: 0 mouse and 1 touch from the next boot, 2 mouse and 3 touch now. Settings 0
-// to 11.
+// TouchScreen. QV_NOT_SUPPORTED on a unit without a touch screen.
+
+// Profiles. Those of the next boot become the current ones when it begins.
+enum QvTouchProfile QV_INT32
+{
+    QV_TOUCH_MOUSE_NEXT_BOOT = 0,
+    QV_TOUCH_TOUCH_NEXT_BOOT = 1,
+    QV_TOUCH_MOUSE = 2,
+    QV_TOUCH_TOUCH = 3,
+};
+
+// Settings of the touch screen controller, 16 bits each. Units and ranges are unknown, but for
+// QV_TOUCH_USE_DEJITTER, which is 0 or 1. Writing any value to QV_TOUCH_RESTORE_DEFAULTS restores all
+// others; it reads as 0.
+enum QvTouchSetting QV_INT32
+{
+    QV_TOUCH_RIGHT_CLICK_TIME = 0,
+    QV_TOUCH_LOW_LEVEL = 1,
+    QV_TOUCH_UNTOUCH_LEVEL = 2,
+    QV_TOUCH_DEBOUNCE_TIME = 3,
+    QV_TOUCH_DEBOUNCE_TIMEOUT_TIME = 4,
+    QV_TOUCH_DOUBLE_CLICK_MAX_CLICK_TIME = 5,
+    QV_TOUCH_DOUBLE_CLICK_TIME = 6,
+    QV_TOUCH_MAX_RIGHT_CLICK_DISTANCE = 7,
+    QV_TOUCH_USE_DEJITTER = 8,
+    QV_TOUCH_CALIBRATION_WIDTH = 9,
+    QV_TOUCH_CALIBRATION_MEASUREMENTS = 10,
+    QV_TOUCH_RESTORE_DEFAULTS = 11,
+};
 
 TouchScreenHandle GetTouchScreen(void);
 ApiError TouchScreen_release(TouchScreenHandle touch);

@@ -255,9 +255,9 @@ static void showTemperatures(DiagnosticHandle diagnostic)
         printLine("SS temp=", temperature);
     if (supported("getPCBTemp", Diagnostic_getPCBTemp(diagnostic, &temperature)))
         printLine("PCB temp=", temperature);
-    if (supported("getPMTemp", Diagnostic_getPMTemp(diagnostic, pmSensorCpu, &temperature, &status)))
+    if (supported("getPMTemp", Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU, &temperature, &status)))
         printLine("CPU temp=", temperature);
-    if (supported("getPMTemp", Diagnostic_getPMTemp(diagnostic, pmSensorCpuBoard, &temperature, &status)))
+    if (supported("getPMTemp", Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU_BOARD, &temperature, &status)))
         printLine("CPU BOARD temp=", temperature);
 }
 

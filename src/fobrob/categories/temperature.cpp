@@ -8,13 +8,13 @@
 static ApiError getCpuTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
 {
     std::int32_t status = 0;
-    return Diagnostic_getPMTemp(diagnostic, pmSensorCpu, temperature, &status);
+    return Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU, temperature, &status);
 }
 
 static ApiError getBoardTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
 {
     std::int32_t status = 0;
-    return Diagnostic_getPMTemp(diagnostic, pmSensorCpuBoard, temperature, &status);
+    return Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU_BOARD, temperature, &status);
 }
 
 struct TemperatureSensor

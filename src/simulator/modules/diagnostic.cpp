@@ -69,10 +69,10 @@ ApiError Diagnostic_getPMTemp(DiagnosticHandle diagnostic, std::int32_t sensor, 
 {
     const Reading work = [&](const Unit& unit) -> ApiError
     {
-        if (sensor != pmSensorCpu && sensor != pmSensorCpuBoard)
+        if (sensor != QV_PM_SENSOR_CPU && sensor != QV_PM_SENSOR_CPU_BOARD)
             return outOfRange;
         const ApiError code =
-            deliver(sensor == pmSensorCpu ? unit.diagnostic.cpuTemperature : unit.diagnostic.boardTemperature,
+            deliver(sensor == QV_PM_SENSOR_CPU ? unit.diagnostic.cpuTemperature : unit.diagnostic.boardTemperature,
                     temperature);
         if (code == success)
             *status = unit.diagnostic.sensorStatus;
