@@ -9,12 +9,12 @@ void reportApiError(const char* label, ApiError error)
 
 void reportFailure(const char* label, ApiError result)
 {
-    if (result != apiSuccess)
+    if (result != QV_SUCCESS)
         reportApiError(label, result);
 }
 
 bool succeeded(const char* label, ApiError result)
 {
     reportFailure(label, result);
-    return result == apiSuccess;
+    return result == QV_SUCCESS;
 }

@@ -4,10 +4,6 @@
 
 #include "device/qv_aux2.h"
 
-constexpr ApiError apiSuccess = 0;
-constexpr ApiError notSupported = 2;
-constexpr ApiError boardNotFitted = 18;
-
 // Prints "<label>: " and the text of `error`.
 void reportApiError(const char* label, ApiError error);
 

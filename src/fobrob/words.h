@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include "device/qv_aux2.h"
+
 #include <cstdint>
 #include <span>
 
@@ -18,5 +20,5 @@ const char* textOf(std::span<const Word> words, std::int32_t value, const char* 
 std::int32_t valueOf(std::span<const Word> words, const char* text, std::int32_t otherwise);
 
 constexpr std::int32_t noSuchState = -1;
-constexpr Word enableDisable[] = {{1, "Enable"}, {0, "Disable"}};
-constexpr Word enabledDisabled[] = {{1, "Enabled"}, {0, "Disabled"}};
+constexpr Word enableDisable[] = {{QV_ENABLED, "Enable"}, {QV_DISABLED, "Disable"}};
+constexpr Word enabledDisabled[] = {{QV_ENABLED, "Enabled"}, {QV_DISABLED, "Disabled"}};

@@ -26,12 +26,7 @@ struct Sources
 };
 
 // By channel number.
-constexpr std::int32_t channelCount = 24;
-static const char voltageChannelNames[channelCount][11] = {
-    "24VIN",      "24V", "12V", "12VID",   "5V",       "3V3",     "VTFT",  "5VSTB",
-    "1V9",        "1V8", "1V5", "1V2",     "1V05",     "1V0",     "0V9",   "VREF_INT",
-    "24V_BACKUP", "2V5", "1V1", "1V3_PER", "1V3_VDDA", "3V3STBY", "VPMIC", "VMAIN",
-};
+static const char voltageChannelNames[QV_ADC_CHANNEL_COUNT][11] = QV_ADC_CHANNEL_NAMES;
 
 static void printAboutHelp()
 {
@@ -55,7 +50,7 @@ static void printAboutHelp()
 // What a unit does not support is left out of the report.
 static bool supported(const char* operation, ApiError result)
 {
-    return result != notSupported && succeeded(operation, result);
+    return result != QV_NOT_SUPPORTED && succeeded(operation, result);
 }
 
 // A text may come without a terminator: the device is told of one byte less than there is.
@@ -90,7 +85,7 @@ static void showAddOnText(AboutHandle about, const char* label, const char* oper
 {
     char text[textLength + 1] = {};
     const ApiError result = get(about, text, textLength);
-    if (result == boardNotFitted)
+    if (result == QV_BOARD_NOT_FITTED)
         printLine(label, "N/A");
     else if (supported(operation, result))
         printLine(label, static_cast<const char*>(text));
@@ -101,7 +96,7 @@ static void showMounted(AboutHandle about, const char* radio, const char* operat
 {
     std::uint8_t mounted = 0;
     const ApiError result = get(about, &mounted);
-    if (result == boardNotFitted)
+    if (result == QV_BOARD_NOT_FITTED)
         printLine(radio, " is mounted: N/A");
     else if (supported(operation, result))
         printLine(radio, " is ", mounted ? "mounted" : "not mounted");
@@ -145,7 +140,8 @@ static void showEquipment(AboutHandle about)
 
     // The two names of the failing call are meant.
     const ApiError pwmResult = About_getNrOfPWMOutConnections(about, &count);
-    if (supported(pwmResult == boardNotFitted ? "getNrOfPWMOutConnections" : "getNrOfPWMOutInConnections",
+    if (supported(pwmResult == QV_BOARD_NOT_FITTED ? "getNrOfPWMOutConnections"
+                                                   : "getNrOfPWMOutInConnections",
                   pwmResult))
         printLine("Nr of PWM outputs=", count);
 
@@ -178,17 +174,11 @@ static void reportEeprom(const Sources& sources)
 
 static void reportRawEeprom(const Sources& sources)
 {
-    enum Eeprom : std::int32_t
-    {
-        icm = 0,
-        addOn = 1,
-    };
-    static std::uint8_t rawEepromBuffer[4096];
-    constexpr std::uint8_t erased = 0xFF;
+    static std::uint8_t rawEepromBuffer[QV_EEPROM_SIZE];
 
-    Eeprom eeprom = icm;
+    QvEeprom eeprom = QV_EEPROM_MAIN_BOARD;
     if (aboutArgs.eepromGiven && isWord(aboutArgs.eepromArgument, "ADDON"))
-        eeprom = addOn;
+        eeprom = QV_EEPROM_ADD_ON_BOARD;
     else if (aboutArgs.eepromGiven && !isWord(aboutArgs.eepromArgument, "ICM"))
     {
         printLine("Invalid argument: EEPROM argument should be ICM, or ADDON.");
@@ -200,7 +190,7 @@ static void reportRawEeprom(const Sources& sources)
                                                        sizeof rawEepromBuffer - 1);
     if (!succeeded("getEepromData", result))
         return;
-    const void* end = std::memchr(rawEepromBuffer, erased, sizeof rawEepromBuffer);
+    const void* end = std::memchr(rawEepromBuffer, QV_EEPROM_ERASED, sizeof rawEepromBuffer);
     const std::size_t length =
         end ? static_cast<std::size_t>(static_cast<const std::uint8_t*>(end) - rawEepromBuffer)
             : sizeof rawEepromBuffer;
@@ -212,25 +202,24 @@ static void showStartupReason(DiagnosticHandle diagnostic)
     std::uint16_t reason = 0;
     if (!succeeded("getStartupReason", Diagnostic_getStartupReason(diagnostic, &reason)))
         return;
-    const bool expected = reason == 0x00 || reason == 0x55 || reason == 0xAA || reason == 0xF0;
+    const bool expected = reason == QV_STARTUP_POWER_APPLIED || reason == QV_STARTUP_FRONT_BUTTON ||
+                          reason == QV_STARTUP_ON_OFF_SIGNAL || reason == QV_STARTUP_SUSPEND_ENDED;
     printLine("StartupReason=", GetStartupReasonStringA(reason), expected ? " OK" : " ERROR");
 }
 
 static void showShutdownReason(DiagnosticHandle diagnostic)
 {
-    constexpr std::uint16_t noError = 0x1F;
     std::uint16_t reason = 0;
     if (supported("getShutdownReason", Diagnostic_getShutDownReason(diagnostic, &reason)))
-        printLine("ShutdownReason=", reason == noError ? "No error OK" : "Serious error ERROR");
+        printLine("ShutdownReason=", reason == QV_SHUTDOWN_NO_ERROR ? "No error OK" : "Serious error ERROR");
 }
 
 static void showHwErrorStatus(DiagnosticHandle diagnostic)
 {
-    constexpr std::uint16_t lastHarmless = 0x82;
     std::uint16_t status = 0;
     if (supported("getHwErrorStatus", Diagnostic_getHwErrorStatus(diagnostic, &status)))
         printLine("Hw error status=", GetHwErrorStatusStringA(status),
-                  status <= lastHarmless ? " OK" : " ERROR");
+                  status <= QV_HW_LAST_HARMLESS ? " OK" : " ERROR");
 }
 
 static void showTimer(DiagnosticHandle diagnostic)
@@ -257,7 +246,8 @@ static void showTemperatures(DiagnosticHandle diagnostic)
         printLine("PCB temp=", temperature);
     if (supported("getPMTemp", Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU, &temperature, &status)))
         printLine("CPU temp=", temperature);
-    if (supported("getPMTemp", Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU_BOARD, &temperature, &status)))
+    if (supported("getPMTemp",
+                  Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU_BOARD, &temperature, &status)))
         printLine("CPU BOARD temp=", temperature);
 }
 
@@ -282,14 +272,14 @@ static void reportDiagnostic(const Sources& sources)
 
 static void reportAdc(const Sources& sources)
 {
-    for (std::int32_t channel = 0; channel < channelCount; ++channel)
+    for (std::int32_t channel = 0; channel < QV_ADC_CHANNEL_COUNT; ++channel)
     {
         const char* name = voltageChannelNames[channel];
         double volts = 0;
         const ApiError result = Adc_getVoltage(sources.adc, channel, &volts);
-        if (result == apiSuccess)
+        if (result == QV_SUCCESS)
             printLine("VOLTAGE_", name, ": Voltage=", volts);
-        else if (result != notSupported)
+        else if (result != QV_NOT_SUPPORTED)
             printLine("VOLTAGE_", name, ": ", GetErrorStringA(result));
     }
 }

@@ -100,39 +100,20 @@ static void showSystemMode()
     QVAuxPrivate_release(privateAccess);
 }
 
-// The registers of the System Supervisor that take a command.
-struct SsCommand
-{
-    std::int32_t group;
-    std::int32_t number;
-    std::int32_t value;
-};
-
-constexpr SsCommand acknowledgeBootCommand = {4, 6, 0xC3};
-constexpr SsCommand factoryResetCommand = {3, 0x65, 1};
-
-static ApiError writeSsRegister(QVAuxPrivateHandle privateAccess, const SsCommand& command)
-{
-    return QVAuxPrivate_writeSsRegister(privateAccess, command.group, command.number, command.value);
-}
-
 static void acknowledgeBoot()
 {
     const QVAuxPrivateHandle privateAccess = GetQVAuxPrivate();
-    if (succeeded("Failed to mark boot completed", writeSsRegister(privateAccess, acknowledgeBootCommand)))
+    if (succeeded("Failed to mark boot completed",
+                  QVAuxPrivate_writeSsRegister(privateAccess, QV_SS_BOOT_COMPLETED)))
         printLine("Boot completed successfully.");
     QVAuxPrivate_release(privateAccess);
 }
 
 static void bootIntoRescueMode()
 {
-    enum BootMode : std::int32_t
-    {
-        rescue = 3,
-        rescueWithFactoryReset = 4,
-    };
     const ConfigHandle config = GetConfig();
-    const BootMode mode = advancedArgs.factoryResetGiven ? rescueWithFactoryReset : rescue;
+    const QvBootMode mode =
+        advancedArgs.factoryResetGiven ? QV_BOOT_RESCUE_WITH_FACTORY_RESET : QV_BOOT_RESCUE;
     if (succeeded("setNextBootMode", Config_setNextBootMode(config, mode)))
         printLine("BootMode set to rescue mode. Shutdown (power off) the device and restart it");
     Config_release(config);
@@ -152,7 +133,7 @@ static void resetToFactorySettings()
         printLine("Initialization error. Settings are not reset.");
         return;
     }
-    const ApiError result = writeSsRegister(privateAccess, factoryResetCommand);
+    const ApiError result = QVAuxPrivate_writeSsRegister(privateAccess, QV_SS_RESTORE_DEFAULTS);
     QVAuxPrivate_release(privateAccess);
     if (succeeded("Factory reset failed", result))
         printLine("Factory reset completed.");

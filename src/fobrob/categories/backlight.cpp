@@ -1,3 +1,4 @@
+#include "device/limits.h"
 #include "fobrob/api_error.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
@@ -58,7 +59,7 @@ static void readIntensity(BacklightHandle backlight)
 static void setIntensity(BacklightHandle backlight, const char* value)
 {
     const long intensity = parseNumber(value);
-    if (intensity < 1)
+    if (intensity < BACKLIGHT_INTENSITY_MIN)
         refuseIntensity();
     else if (succeeded("setIntensity",
                        Backlight_setIntensity(backlight, static_cast<std::uint8_t>(intensity))))

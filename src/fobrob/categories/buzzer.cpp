@@ -1,3 +1,4 @@
+#include "device/limits.h"
 #include "fobrob/api_error.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
@@ -22,10 +23,6 @@ static const InnerOption buzzerOptions[] = {
     {OPT_STATUS, &buzzerArgs.statusGiven, &buzzerArgs.statusValue},
 };
 
-constexpr std::uint16_t minFrequency = 700;
-constexpr std::uint16_t maxFrequency = 10000;
-constexpr std::uint16_t maxVolume = 2000;
-
 static void printBuzzerHelp()
 {
     printLine("Category - Buzzer\n"
@@ -49,7 +46,7 @@ static void printBuzzerHelp()
               "--buzzer\t\t--status\t\t\tGet buzzer status.\n"
               "--buzzer\t\t--frequency=\t[700-10000]\tSet buzzer frequency.\n"
               "--buzzer\t\t--volume=\t[0-",
-              maxVolume,
+              BUZZER_VOLUME_MAX,
               "]\t\tSet buzzer volume.\n"
               "--buzzer\t\t--status=\tEnable/Disable\tSet buzzer status.");
 }
@@ -64,7 +61,7 @@ static void readFrequency(BuzzerHandle buzzer)
 static void setFrequency(BuzzerHandle buzzer, const char* value)
 {
     const auto frequency = static_cast<std::uint16_t>(parseNumber(value));
-    if (frequency < minFrequency || frequency > maxFrequency)
+    if (frequency < BUZZER_FREQUENCY_MIN_HZ || frequency > BUZZER_FREQUENCY_MAX_HZ)
         printLine("Invalid argument: The Frequency is not within allowed range (700 Hz - 10 000 Hz)");
     else if (succeeded("setFrequency", Buzzer_setFrequency(buzzer, frequency)))
         printLine("Buzzer frequency set to: ", frequency, " Hz.");
@@ -80,8 +77,8 @@ static void readVolume(BuzzerHandle buzzer)
 static void setVolume(BuzzerHandle buzzer, const char* value)
 {
     const auto volume = static_cast<std::uint16_t>(parseNumber(value));
-    if (volume > maxVolume)
-        printLine("Invalid argument: Volume is not within allowed range (0 - ", maxVolume, ")");
+    if (volume > BUZZER_VOLUME_MAX)
+        printLine("Invalid argument: Volume is not within allowed range (0 - ", BUZZER_VOLUME_MAX, ")");
     else if (succeeded("setVolume", Buzzer_setVolume(buzzer, volume)))
         printLine("Buzzer volume set to: ", volume);
 }

@@ -1,3 +1,4 @@
+#include "device/limits.h"
 #include "fobrob/api_error.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
@@ -45,10 +46,9 @@ static void printCanHelp()
 
 static void countChannels()
 {
-    constexpr std::uint8_t usualCount = 4;
     const AboutHandle about = GetAbout();
-    if (About_getNrOfCANConnections(about, &canChannelCount) != apiSuccess)
-        canChannelCount = usualCount;
+    if (About_getNrOfCANConnections(about, &canChannelCount) != QV_SUCCESS)
+        canChannelCount = CAN_CHANNEL_COUNT_USUAL;
     About_release(about);
 }
 

@@ -1,3 +1,4 @@
+#include "device/limits.h"
 #include "fobrob/api_error.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
@@ -10,7 +11,7 @@ struct DigitalInput
     int number;
 };
 
-static const DigitalInput inputs[] = {{"DI1", 1}, {"DI2", 2}, {"DI3", 3}, {"DI4", 4}};
+static const DigitalInput inputs[DIGITAL_INPUT_COUNT] = {{"DI1", 1}, {"DI2", 2}, {"DI3", 3}, {"DI4", 4}};
 
 static void printDigitalIoHelp()
 {

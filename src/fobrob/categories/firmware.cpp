@@ -55,27 +55,25 @@ static const Target targets[] = {
       "Please shut down the computer in order for the front uC to restart itself."}},
 };
 
-enum UpgradeState : std::int32_t
-{
-    lastWorkingState = 5,
-    doneWithError = 7,
-};
-
 static const Word stateNames[] = {
-    {0, "Initiating"},   {1, "Preparing communication"},
-    {2, "Reading File"}, {3, "Converting file"},
-    {4, "Flashing"},     {5, "Verifying"},
-    {6, "Done"},
+    {QV_UPGRADE_INITIATING, "Initiating"},
+    {QV_UPGRADE_PREPARING, "Preparing communication"},
+    {QV_UPGRADE_READING_FILE, "Reading File"},
+    {QV_UPGRADE_CONVERTING_FILE, "Converting file"},
+    {QV_UPGRADE_FLASHING, "Flashing"},
+    {QV_UPGRADE_VERIFYING, "Verifying"},
+    {QV_UPGRADE_DONE, "Done"},
 };
 
 static const char* progressName(std::int32_t state)
 {
-    return state == doneWithError ? "Done - ERROR" : textOf(stateNames, state, "Unknown state");
+    return state == QV_UPGRADE_DONE_WITH_ERROR ? "Done - ERROR" : textOf(stateNames, state, "Unknown state");
 }
 
 static const char* reportName(std::int32_t state)
 {
-    return state == doneWithError ? "Complete with error" : textOf(stateNames, state, "Unknown state");
+    return state == QV_UPGRADE_DONE_WITH_ERROR ? "Complete with error"
+                                               : textOf(stateNames, state, "Unknown state");
 }
 
 static const Target* findTarget(const char* word)
@@ -89,7 +87,7 @@ static const Target* findTarget(const char* word)
 static bool hasDisplay(AboutHandle about)
 {
     std::uint8_t available = 0;
-    return About_getIsDisplayAvailable(about, &available) == apiSuccess && available;
+    return About_getIsDisplayAvailable(about, &available) == QV_SUCCESS && available;
 }
 
 // What stands after the last dot, even one in the name of a folder; without a dot the whole path.
@@ -141,13 +139,13 @@ static bool monitorUpgrade(FirmwareUpgradeHandle upgrade)
             printLine(progressName(status.state));
             printedState = status.state;
         }
-        if (status.error != apiSuccess)
+        if (status.error != QV_SUCCESS)
         {
             printUpgradeFailure(status);
             return false;
         }
         // Without an error code, every state after the last working one is a success.
-        if (status.state > lastWorkingState)
+        if (status.state > QV_UPGRADE_VERIFYING)
             return true;
     }
 }

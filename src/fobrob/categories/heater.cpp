@@ -1,3 +1,4 @@
+#include "device/limits.h"
 #include "fobrob/api_error.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
@@ -13,9 +14,6 @@ static struct
 static const InnerOption heaterOptions[] = {
     {OPT_TEMPERATURE, &heaterArgs.temperatureGiven, &heaterArgs.temperatureValue},
 };
-
-constexpr std::int16_t minLimit = -25; // degrees Celsius
-constexpr std::int16_t maxLimit = 5;
 
 static const char* const optionRequired = "Invalid argument: Option is required (--temperature)";
 
@@ -48,7 +46,7 @@ static void readLimit(ConfigHandle config)
 static void setLimit(ConfigHandle config, const char* value)
 {
     const auto limit = static_cast<std::int16_t>(parseNumber(value));
-    if (limit < minLimit || limit > maxLimit)
+    if (limit < HEATER_LIMIT_MIN_CELSIUS || limit > HEATER_LIMIT_MAX_CELSIUS)
         printLine("Invalid argument: The temperature is not within allowed range (-25 C - 5 C)");
     else if (succeeded("setHeatingTempLimit", Config_setHeatingTempLimit(config, limit)))
         printLine("Heater temperature set to: ", limit, " C.");

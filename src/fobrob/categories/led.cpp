@@ -1,3 +1,4 @@
+#include "device/limits.h"
 #include "fobrob/api_error.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
@@ -35,15 +36,11 @@ static const InnerOption ledOptions[] = {
 using LedColor = std::int32_t;
 
 static const Word colors[] = {
-    {0, "RED"}, {1, "GREEN"}, {2, "BLUE"}, {3, "CYAN"}, {4, "MAGENTA"}, {5, "YELLOW"},
+    {QV_COLOR_RED, "RED"},   {QV_COLOR_GREEN, "GREEN"},     {QV_COLOR_BLUE, "BLUE"},
+    {QV_COLOR_CYAN, "CYAN"}, {QV_COLOR_MAGENTA, "MAGENTA"}, {QV_COLOR_YELLOW, "YELLOW"},
 };
 
 constexpr LedColor noSuchColor = 6;
-
-constexpr double minFrequency = 0.2; // Hz
-constexpr double maxFrequency = 50;
-constexpr unsigned long maxDutyCycle = 100; // percent
-constexpr int idleTimeUnit = 100;           // ms
 
 static void printLedHelp()
 {
@@ -117,7 +114,7 @@ static void readFrequency(FrontLEDHandle led)
 static void setFrequency(FrontLEDHandle led, const char* value)
 {
     const double frequency = std::strtod(value, nullptr);
-    if (!(frequency >= minFrequency && frequency <= maxFrequency))
+    if (!(frequency >= LED_FREQUENCY_MIN_HZ && frequency <= LED_FREQUENCY_MAX_HZ))
     {
         printLine("Invalid argument: The Frequency is not within allowed range (0.2 Hz - 50 Hz)");
         return;
@@ -140,7 +137,7 @@ static void readDutyCycle(FrontLEDHandle led)
 static void setDutyCycle(FrontLEDHandle led, const char* value)
 {
     const auto dutyCycle = static_cast<unsigned long>(parseNumber(value));
-    if (dutyCycle > maxDutyCycle)
+    if (dutyCycle > LED_DUTY_CYCLE_MAX_PERCENT)
     {
         printLine("Invalid argument: The duty cycle is not within allowed range (0% - 100%)");
         return;
@@ -192,18 +189,18 @@ static void readIdleTime(FrontLEDHandle led)
 {
     std::uint8_t idleTime = 0;
     if (succeeded("getIdleTime", FrontLED_getIdleTime(led, &idleTime)))
-        printLine("LED idle time: ", idleTime * idleTimeUnit);
+        printLine("LED idle time: ", idleTime * LED_IDLE_TIME_STEP_MS);
 }
 
 static void setIdleTime(FrontLEDHandle led, const char* value)
 {
     const long milliseconds = parseNumber(value);
-    if (milliseconds % idleTimeUnit != 0)
+    if (milliseconds % LED_IDLE_TIME_STEP_MS != 0)
     {
         printLine("Invalid argument: The idle time must be entered as increments of 100 ms (0,100,200,...).");
         return;
     }
-    const auto idleTime = static_cast<std::uint8_t>(milliseconds / idleTimeUnit);
+    const auto idleTime = static_cast<std::uint8_t>(milliseconds / LED_IDLE_TIME_STEP_MS);
     if (succeeded("setIdleTime", FrontLED_setIdleTime(led, idleTime)))
         printLine("LED idle time set to: ", milliseconds);
 }
@@ -213,7 +210,7 @@ static void readStartup(FrontLEDHandle led)
 {
     std::int32_t enabled = 0;
     reportFailure("getEnabledDuringStartup", FrontLED_getEnabledDuringStartup(led, &enabled));
-    if (enabled == 0 || enabled == 1)
+    if (enabled == QV_DISABLED || enabled == QV_ENABLED)
         printLine("LED startup: ", enabled ? "Enabled." : "Disabled.");
     else
         printLine("Invalid status returned from getEnabledDuringStartup.");

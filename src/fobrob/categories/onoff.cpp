@@ -39,43 +39,52 @@ static const InnerOption onoffOptions[] = {
 
 using ButtonAction = std::int32_t;
 
-static const Word actions[] = {{0, "NOACTION"}, {1, "SUSPEND"}, {2, "SHUTDOWN"}};
+static const Word actions[] = {
+    {QV_ACTION_NONE, "NOACTION"},
+    {QV_ACTION_SUSPEND, "SUSPEND"},
+    {QV_ACTION_SHUTDOWN, "SHUTDOWN"},
+};
 
 constexpr ButtonAction noSuchAction = 10;
 
 using StartupTrigger = std::int32_t;
 
+constexpr StartupTrigger button = QV_TRIGGER_FRONT_BUTTON;
+constexpr StartupTrigger onOff = QV_TRIGGER_ON_OFF_SIGNAL;
+constexpr StartupTrigger can = QV_TRIGGER_CAN;
+constexpr StartupTrigger inputs = QV_TRIGGER_CONFIGURABLE_INPUTS;
+
 static const Word triggerWords[] = {
-    {1, "FRONT"},
-    {2, "ONOFF"},
-    {3, "BOTH"},
-    {1, "Front_Button_Enabled"},
-    {2, "OnOff_Signal_Enabled"},
-    {3, "Both_Button_And_Signal_Enabled"},
-    {5, "CAN_Button_Activity"},
-    {6, "CAN_OnOff_Activity"},
-    {7, "CAN_Button_OnOff_Activity"},
-    {9, "CI_Button_Activity"},
-    {10, "CI_OnOff_Activity"},
-    {11, "CI_Button_OnOff_Activity"},
-    {13, "CI_CAN_Button_Activity"},
-    {14, "CI_CAN_OnOff_Activity"},
-    {15, "All_Events"},
+    {button, "FRONT"},
+    {onOff, "ONOFF"},
+    {button | onOff, "BOTH"},
+    {button, "Front_Button_Enabled"},
+    {onOff, "OnOff_Signal_Enabled"},
+    {button | onOff, "Both_Button_And_Signal_Enabled"},
+    {can | button, "CAN_Button_Activity"},
+    {can | onOff, "CAN_OnOff_Activity"},
+    {can | button | onOff, "CAN_Button_OnOff_Activity"},
+    {inputs | button, "CI_Button_Activity"},
+    {inputs | onOff, "CI_OnOff_Activity"},
+    {inputs | button | onOff, "CI_Button_OnOff_Activity"},
+    {inputs | can | button, "CI_CAN_Button_Activity"},
+    {inputs | can | onOff, "CI_CAN_OnOff_Activity"},
+    {inputs | can | button | onOff, "All_Events"},
 };
 
 static const Word triggerDescriptions[] = {
-    {1, "FRONT button"},
-    {2, "ONOFF signal"},
-    {3, "FRONT button and ONOFF signal"},
-    {5, "Wake up on CAN and Buttons"},
-    {6, "Wake up on CAN and On/Off/Ignition signal"},
-    {7, "Wake up on CAN, Buttons and On/Off/Ignition signal"},
-    {9, "Wake up on CI and Button State Change"},
-    {10, "Wake up on CI and OnOff Signal State Change"},
-    {11, "Wake up on CI, Button and OnOff Signal State Change"},
-    {13, "Wake up on CI, CAN and Button State Change"},
-    {14, "Wake up on CI, CAN and OnOff Signal State Change"},
-    {15, "Wake up on all events"},
+    {button, "FRONT button"},
+    {onOff, "ONOFF signal"},
+    {button | onOff, "FRONT button and ONOFF signal"},
+    {can | button, "Wake up on CAN and Buttons"},
+    {can | onOff, "Wake up on CAN and On/Off/Ignition signal"},
+    {can | button | onOff, "Wake up on CAN, Buttons and On/Off/Ignition signal"},
+    {inputs | button, "Wake up on CI and Button State Change"},
+    {inputs | onOff, "Wake up on CI and OnOff Signal State Change"},
+    {inputs | button | onOff, "Wake up on CI, Button and OnOff Signal State Change"},
+    {inputs | can | button, "Wake up on CI, CAN and Button State Change"},
+    {inputs | can | onOff, "Wake up on CI, CAN and OnOff Signal State Change"},
+    {inputs | can | button | onOff, "Wake up on all events"},
 };
 
 constexpr StartupTrigger noSuchTrigger = 255;
@@ -248,7 +257,7 @@ static void readAlwaysOn(ConfigHandle config)
 {
     std::int32_t enabled = 0;
     if (succeeded("getPowerOnStartup", Config_getPowerOnStartup(config, &enabled)))
-        printLine("PowerOnStartup: ", enabled == 1 ? "Enabled" : "Disabled");
+        printLine("PowerOnStartup: ", enabled == QV_ENABLED ? "Enabled" : "Disabled");
 }
 
 // The help offers Enable and Disable, which are refused here. Both are meant to stay.

@@ -182,7 +182,7 @@ static void actOnCan(const Handles& handles, Mode mode, std::int32_t& readState)
     if (asksToRead(powerArgs.canValue))
     {
         if (succeeded("getCanPowerStatus", getCan(handles, mode, &readState)))
-            printLine(modeName(mode), " - CAN power status: ", stateText(readState == 1));
+            printLine(modeName(mode), " - CAN power status: ", stateText(readState == QV_ENABLED));
         return;
     }
 
@@ -200,7 +200,7 @@ static void actOnExtFan(const Handles& handles, Mode mode, std::int32_t& readSta
     if (asksToRead(powerArgs.extfanValue))
     {
         reportFailure("getExtFanPowerStatus", getExtFan(handles, mode, &readState));
-        printLine(modeName(mode), " - External fan power status: ", stateText(readState == 1));
+        printLine(modeName(mode), " - External fan power status: ", stateText(readState == QV_ENABLED));
         return;
     }
 

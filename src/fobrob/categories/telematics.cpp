@@ -64,7 +64,7 @@ static const TelematicsSetting telematicsSettings[] = {
 
 using PowerStatus = std::int32_t;
 
-static const Word powerStatuses[] = {{0, "DISABLED"}, {1, "ENABLED"}};
+static const Word powerStatuses[] = {{QV_DISABLED, "DISABLED"}, {QV_ENABLED, "ENABLED"}};
 
 constexpr PowerStatus noSuchStatus = 10;
 

@@ -23,10 +23,15 @@ static const InnerOption touchOptions[] = {
 
 using TouchMode = std::int32_t;
 
-static const Word modes[] = {{0, "MOUSE_NEXT_BOOT"}, {1, "TOUCH_NEXT_BOOT"}, {2, "MOUSE"}, {3, "TOUCH"}};
+static const Word modes[] = {
+    {QV_TOUCH_MOUSE_NEXT_BOOT, "MOUSE_NEXT_BOOT"},
+    {QV_TOUCH_TOUCH_NEXT_BOOT, "TOUCH_NEXT_BOOT"},
+    {QV_TOUCH_MOUSE, "MOUSE"},
+    {QV_TOUCH_TOUCH, "TOUCH"},
+};
 
 // The profiles of the next boot can be read but not chosen.
-static const Word modesToChoose[] = {{3, "TOUCH"}, {2, "MOUSE"}};
+static const Word modesToChoose[] = {{QV_TOUCH_TOUCH, "TOUCH"}, {QV_TOUCH_MOUSE, "MOUSE"}};
 
 constexpr TouchMode noSuchMode = -1;
 
@@ -34,22 +39,23 @@ using TouchSetting = std::int32_t;
 
 // Setting 9 is taken in both spellings. Its name is the misspelled one, which stands first for that.
 static const Word settings[] = {
-    {0, "TS_RIGHT_CLICK_TIME"},
-    {1, "TS_LOW_LEVEL"},
-    {2, "TS_UNTOUCHLEVEL"},
-    {3, "TS_DEBOUNCE_TIME"},
-    {4, "TS_DEBOUNCE_TIMEOUT_TIME"},
-    {5, "TS_DOUBLECLICK_MAX_CLICK_TIME"},
-    {6, "TS_DOUBLE_CLICK_TIME"},
-    {7, "TS_MAX_RIGHTCLICK_DISTANCE"},
-    {8, "TS_USE_DEJITTER"},
-    {9, "TS_CALIBTATION_WIDTH"},
-    {9, "TS_CALIBRATION_WIDTH"},
-    {10, "TS_CALIBRATION_MEASUREMENTS"},
-    {11, "TS_RESTORE_DEFAULT_SETTINGS"},
+    {QV_TOUCH_RIGHT_CLICK_TIME, "TS_RIGHT_CLICK_TIME"},
+    {QV_TOUCH_LOW_LEVEL, "TS_LOW_LEVEL"},
+    {QV_TOUCH_UNTOUCH_LEVEL, "TS_UNTOUCHLEVEL"},
+    {QV_TOUCH_DEBOUNCE_TIME, "TS_DEBOUNCE_TIME"},
+    {QV_TOUCH_DEBOUNCE_TIMEOUT_TIME, "TS_DEBOUNCE_TIMEOUT_TIME"},
+    {QV_TOUCH_DOUBLE_CLICK_MAX_CLICK_TIME, "TS_DOUBLECLICK_MAX_CLICK_TIME"},
+    {QV_TOUCH_DOUBLE_CLICK_TIME, "TS_DOUBLE_CLICK_TIME"},
+    {QV_TOUCH_MAX_RIGHT_CLICK_DISTANCE, "TS_MAX_RIGHTCLICK_DISTANCE"},
+    {QV_TOUCH_USE_DEJITTER, "TS_USE_DEJITTER"},
+    {QV_TOUCH_CALIBRATION_WIDTH, "TS_CALIBTATION_WIDTH"},
+    {QV_TOUCH_CALIBRATION_WIDTH, "TS_CALIBRATION_WIDTH"},
+    {QV_TOUCH_CALIBRATION_MEASUREMENTS, "TS_CALIBRATION_MEASUREMENTS"},
+    {QV_TOUCH_RESTORE_DEFAULTS, "TS_RESTORE_DEFAULT_SETTINGS"},
 };
 
-constexpr TouchSetting lastSettingShown = 10; // Restoring the defaults is nothing to read.
+constexpr TouchSetting lastSettingShown =
+    QV_TOUCH_CALIBRATION_MEASUREMENTS; // Restoring the defaults is nothing to read.
 constexpr TouchSetting noSuchSetting = -1;
 
 static void printTouchHelp()
