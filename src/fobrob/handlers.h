@@ -1,8 +1,8 @@
-// The categories, one file each, as the entry point calls them.
+// The handlers of all categories, one file each in categories/. Only main.cpp calls them.
 
 #pragma once
 
-#include "fobrob/option_table.h"
+#include "fobrob/category.h"
 
 CategoryHandler handleAbout;       // about.cpp
 CategoryHandler handleAdvanced;    // advanced.cpp

@@ -1,5 +1,6 @@
 // The entry point: the first option decides what the one run of the program does.
 
+#include "fobrob/category.h"
 #include "fobrob/general.h"
 #include "fobrob/handlers.h"
 #include "fobrob/option_table.h"

@@ -1,13 +1,8 @@
 #include "fobrob/option_table.h"
 
-#include "fobrob/output.h"
-
-#include <cstdlib>
-#include <strings.h>
-
 const char* const shortOptions = "hv";
 
-// In this order getopt_long lists what an abbreviation could stand for.
+// In the order in which getopt_long lists the candidates for an ambiguous abbreviation.
 const option longOptions[] = {
     {"wlanpower", optional_argument, nullptr, OPT_WLANPOWER},
     {"wlanstartuppower", optional_argument, nullptr, OPT_WLANSTARTUPPOWER},
@@ -80,71 +75,4 @@ const option longOptions[] = {
 int nextOption(int argc, char** argv, int& longIndex)
 {
     return getopt_long(argc, argv, shortOptions, longOptions, &longIndex);
-}
-
-bool hasValue()
-{
-    return optarg && *optarg;
-}
-
-const char* givenValue()
-{
-    return hasValue() ? optarg : noArgument();
-}
-
-bool isWord(const char* text, const char* word)
-{
-    return strcasecmp(text, word) == 0;
-}
-
-bool asksToRead(const char* value)
-{
-    return isWord(value, noArgument());
-}
-
-bool isChosen(const char* argument, const char* part)
-{
-    return asksToRead(argument) || isWord(argument, part);
-}
-
-long parseNumber(const char* text)
-{
-    return std::strtol(text, nullptr, 10);
-}
-
-bool noteOption(std::span<const InnerOption> options, int code, BareOption bare)
-{
-    for (const InnerOption& option : options)
-    {
-        if (option.code != code)
-            continue;
-        *option.given = true;
-        if (option.value && (hasValue() || bare == BareOption::clearsValue))
-            *option.value = givenValue();
-        return true;
-    }
-    return false;
-}
-
-Scan scanOptions(int argc, char** argv, int longIndex, std::span<const InnerOption> options, BareOption bare,
-                 const char* refusal)
-{
-    Scan scan;
-    for (int code; (code = nextOption(argc, argv, longIndex)) != endOfOptions;)
-    {
-        if (code == OPT_HELP)
-        {
-            scan.help = true;
-            return scan;
-        }
-        if (noteOption(options, code, bare))
-        {
-            scan.anyGiven = true;
-            continue;
-        }
-        scan.invalidOption = true;
-        if (refusal)
-            printLine(refusal);
-    }
-    return scan;
 }

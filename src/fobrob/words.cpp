@@ -1,6 +1,6 @@
 #include "fobrob/words.h"
 
-#include "fobrob/option_table.h"
+#include "fobrob/category.h"
 
 const char* textOf(std::span<const Word> words, std::int32_t value, const char* otherwise)
 {
@@ -13,7 +13,7 @@ const char* textOf(std::span<const Word> words, std::int32_t value, const char* 
 std::int32_t valueOf(std::span<const Word> words, const char* text, std::int32_t otherwise)
 {
     for (const Word& word : words)
-        if (isWord(text, word.text))
+        if (equalsIgnoringCase(text, word.text))
             return word.value;
     return otherwise;
 }

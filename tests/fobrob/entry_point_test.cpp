@@ -1,3 +1,4 @@
+#include "fobrob/category.h"
 #include "fobrob/general.h"
 #include "fobrob/option_table.h"
 #include "support/unit.h"

@@ -1,4 +1,5 @@
 #include "fobrob/api_error.h"
+#include "fobrob/category.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
 
@@ -12,7 +13,7 @@ static struct
     const char* eepromArgument = nullptr;
 } aboutArgs;
 
-static const InnerOption aboutOptions[] = {
+static const CategoryOption aboutOptions[] = {
     {OPT_EEPROM, &aboutArgs.eepromGiven, &aboutArgs.eepromArgument},
 };
 
@@ -177,9 +178,9 @@ static void reportRawEeprom(const Sources& sources)
     static std::uint8_t rawEepromBuffer[QV_EEPROM_SIZE];
 
     QvEeprom eeprom = QV_EEPROM_MAIN_BOARD;
-    if (aboutArgs.eepromGiven && isWord(aboutArgs.eepromArgument, "ADDON"))
+    if (aboutArgs.eepromGiven && equalsIgnoringCase(aboutArgs.eepromArgument, "ADDON"))
         eeprom = QV_EEPROM_ADD_ON_BOARD;
-    else if (aboutArgs.eepromGiven && !isWord(aboutArgs.eepromArgument, "ICM"))
+    else if (aboutArgs.eepromGiven && !equalsIgnoringCase(aboutArgs.eepromArgument, "ICM"))
     {
         printLine("Invalid argument: EEPROM argument should be ICM, or ADDON.");
         return;
@@ -300,7 +301,7 @@ static const Report reports[] = {
 static const Report* findReport(const char* argument)
 {
     for (const Report& report : reports)
-        if (isWord(argument, report.argument))
+        if (equalsIgnoringCase(argument, report.argument))
             return &report;
     return nullptr;
 }
@@ -308,9 +309,10 @@ static const Report* findReport(const char* argument)
 int handleAbout(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {
     // Both are meant: that the refusal names the version category, and that help needs no handle here.
-    const Scan scan = scanOptions(argc, argv, longIndex, aboutOptions, BareOption::clearsValue,
-                                  "Error: Version should not take any more options.");
-    if (scan.help)
+    const ParsedOptions parsed =
+        parseOptions(argc, argv, longIndex, aboutOptions, RepeatWithoutValue::clearsValue,
+                     "Error: Version should not take any more options.");
+    if (parsed.help)
     {
         printAboutHelp();
         return 0;

@@ -1,6 +1,7 @@
 #include "fobrob/categories/advanced.h"
 
 #include "fobrob/api_error.h"
+#include "fobrob/category.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
 
@@ -12,7 +13,7 @@
 
 AdvancedArgs advancedArgs;
 
-static const InnerOption advancedOptions[] = {
+static const CategoryOption advancedOptions[] = {
     {OPT_UPDATE, &advancedArgs.updateGiven, &advancedArgs.targetValue},
     {OPT_VERIFY, &advancedArgs.verifyGiven, &advancedArgs.targetValue},
     {OPT_SHUTDOWN, &advancedArgs.shutdownGiven, nullptr},
@@ -211,7 +212,7 @@ static bool readOptions(int argc, char** argv, int longIndex)
             printAdvancedHelp();
             return false;
         }
-        noteOption(advancedOptions, code, BareOption::clearsValue);
+        recordOption(advancedOptions, code, RepeatWithoutValue::clearsValue);
         if (code == OPT_FILEPATH && *advancedArgs.filepathValue != '/')
         {
             printLine("Please enter the full path to the file and not a relative path");

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "device/qv_aux2.h"
-#include "fobrob/option_table.h"
+#include "fobrob/category.h"
 
 struct AdvancedArgs
 {

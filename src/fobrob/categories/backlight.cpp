@@ -1,5 +1,6 @@
 #include "device/limits.h"
 #include "fobrob/api_error.h"
+#include "fobrob/category.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
 #include "fobrob/words.h"
@@ -16,7 +17,7 @@ static struct
     const char* ledDimmingValue = noArgument();
 } backlightArgs;
 
-static const InnerOption backlightOptions[] = {
+static const CategoryOption backlightOptions[] = {
     {OPT_INTENSITY, &backlightArgs.intensityGiven, &backlightArgs.intensityValue},
     {OPT_AUTOMATIC, &backlightArgs.automaticGiven, &backlightArgs.automaticValue},
     {OPT_LED_DIMMING, &backlightArgs.ledDimmingGiven, &backlightArgs.ledDimmingValue},
@@ -118,20 +119,20 @@ int handleBacklight(const char*, int argc, char** argv, const char*, const optio
 {
     const BacklightHandle backlight = GetBacklight();
     backlightArgs = {};
-    const Scan scan = scanOptions(argc, argv, longIndex, backlightOptions);
-    if (scan.help)
+    const ParsedOptions parsed = parseOptions(argc, argv, longIndex, backlightOptions);
+    if (parsed.help)
     {
         printBacklightHelp();
         return 0;
     }
 
-    if (scan.onlyForeign())
+    if (parsed.onlyInvalidOptions())
         printLine("Invalid argument");
-    if (backlightArgs.intensityGiven || scan.showAll())
+    if (backlightArgs.intensityGiven || parsed.showAll())
         readOrSet(backlight, backlightArgs.intensityValue, readIntensity, setIntensity);
-    if (backlightArgs.automaticGiven || scan.showAll())
+    if (backlightArgs.automaticGiven || parsed.showAll())
         readOrSet(backlight, backlightArgs.automaticValue, readAutomatic, setAutomatic);
-    if (backlightArgs.ledDimmingGiven || scan.showAll())
+    if (backlightArgs.ledDimmingGiven || parsed.showAll())
         readOrSet(backlight, backlightArgs.ledDimmingValue, readLedDimming, setLedDimming);
 
     return static_cast<int>(Backlight_release(backlight));

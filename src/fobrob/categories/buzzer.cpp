@@ -1,5 +1,6 @@
 #include "device/limits.h"
 #include "fobrob/api_error.h"
+#include "fobrob/category.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
 #include "fobrob/words.h"
@@ -17,7 +18,7 @@ static struct
     bool reservedFlag = false; // part of the record, used by nothing yet
 } buzzerArgs;
 
-static const InnerOption buzzerOptions[] = {
+static const CategoryOption buzzerOptions[] = {
     {OPT_FREQUENCY, &buzzerArgs.frequencyGiven, &buzzerArgs.frequencyValue},
     {OPT_VOLUME, &buzzerArgs.volumeGiven, &buzzerArgs.volumeValue},
     {OPT_STATUS, &buzzerArgs.statusGiven, &buzzerArgs.statusValue},
@@ -103,21 +104,21 @@ int handleBuzzer(const char*, int argc, char** argv, const char*, const option*,
 {
     const BuzzerHandle buzzer = GetBuzzer();
     buzzerArgs = {};
-    const Scan scan = scanOptions(argc, argv, longIndex, buzzerOptions);
-    if (scan.help)
+    const ParsedOptions parsed = parseOptions(argc, argv, longIndex, buzzerOptions);
+    if (parsed.help)
     {
         printBuzzerHelp();
         return 0;
     }
 
     // A foreign option beside one of the buzzer's is let through.
-    if (scan.onlyForeign())
+    if (parsed.onlyInvalidOptions())
         printLine("Invalid argument");
-    if (buzzerArgs.frequencyGiven || scan.showAll())
+    if (buzzerArgs.frequencyGiven || parsed.showAll())
         readOrSet(buzzer, buzzerArgs.frequencyValue, readFrequency, setFrequency);
-    if (buzzerArgs.volumeGiven || scan.showAll())
+    if (buzzerArgs.volumeGiven || parsed.showAll())
         readOrSet(buzzer, buzzerArgs.volumeValue, readVolume, setVolume);
-    if (buzzerArgs.statusGiven || scan.showAll())
+    if (buzzerArgs.statusGiven || parsed.showAll())
         readOrSet(buzzer, buzzerArgs.statusValue, readStatus, setStatus);
 
     return static_cast<int>(Buzzer_release(buzzer));

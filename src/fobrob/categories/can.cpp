@@ -1,5 +1,6 @@
 #include "device/limits.h"
 #include "fobrob/api_error.h"
+#include "fobrob/category.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
 
@@ -13,7 +14,7 @@ static struct
     std::int32_t reservedField = 0; // part of the record, used by nothing yet
 } canArgs;
 
-static const InnerOption canOptions[] = {
+static const CategoryOption canOptions[] = {
     {OPT_BAUDRATE, &canArgs.baudrateGiven, &canArgs.baudrateValue},
 };
 
@@ -56,7 +57,7 @@ static bool isChannel(const char* argument, std::uint8_t index)
 {
     char name[10] = "CAN";
     std::to_chars(name + 3, name + sizeof name - 1, index);
-    return isWord(argument, name);
+    return equalsIgnoringCase(argument, name);
 }
 
 // The device counts the channels from 1.
@@ -67,7 +68,7 @@ static std::uint8_t deviceChannel(std::uint8_t index)
 
 static void readBaudrates(CanSettingHandle can, const char* argument)
 {
-    const bool all = asksToRead(argument);
+    const bool all = isReadRequest(argument);
     for (std::uint8_t index = 0; index < canChannelCount; ++index)
     {
         if (!all && !isChannel(argument, index))
@@ -80,7 +81,7 @@ static void readBaudrates(CanSettingHandle can, const char* argument)
 
 static void setBaudrate(CanSettingHandle can, std::uint8_t index)
 {
-    if (asksToRead(canArgs.baudrateValue))
+    if (isReadRequest(canArgs.baudrateValue))
     {
         printLine("Invalid argument: No baud rate value passed to the option.");
         return;
@@ -106,9 +107,10 @@ int handleCan(const char* argument, int argc, char** argv, const char*, const op
     const CanSettingHandle can = GetCanSetting();
     countChannels();
     canArgs = {};
-    const Scan scan = scanOptions(argc, argv, longIndex, canOptions, BareOption::clearsValue,
-                                  "Invalid option: Only --baudrate and --help are valid options.");
-    if (scan.help)
+    const ParsedOptions parsed =
+        parseOptions(argc, argv, longIndex, canOptions, RepeatWithoutValue::clearsValue,
+                     "Invalid option: Only --baudrate and --help are valid options.");
+    if (parsed.help)
     {
         printCanHelp();
         return 0;

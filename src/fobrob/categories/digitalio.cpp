@@ -1,5 +1,6 @@
 #include "device/limits.h"
 #include "fobrob/api_error.h"
+#include "fobrob/category.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
 
@@ -43,15 +44,15 @@ static void showInput(DigIOHandle digIO, const DigitalInput& input)
 int handleDigitalIo(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {
     const DigIOHandle digIO = GetDigIO();
-    const Scan scan = scanOptions(argc, argv, longIndex, {}, BareOption::clearsValue,
-                                  "Error: Digital IO should not take any more options");
-    if (scan.help)
+    const ParsedOptions parsed = parseOptions(argc, argv, longIndex, {}, RepeatWithoutValue::clearsValue,
+                                              "Error: Digital IO should not take any more options");
+    if (parsed.help)
     {
         printDigitalIoHelp();
         return 0;
     }
 
-    if (!showChosen(digIO, argument, inputs, showInput))
+    if (!showSelected(digIO, argument, inputs, showInput))
         printLine("Invalid argument");
     return static_cast<int>(DigIO_release(digIO));
 }

@@ -79,7 +79,7 @@ static const char* reportName(std::int32_t state)
 static const Target* findTarget(const char* word)
 {
     for (const Target& target : targets)
-        if (isWord(word, target.word))
+        if (equalsIgnoringCase(word, target.word))
             return &target;
     return nullptr;
 }

@@ -1,5 +1,6 @@
 #include "device/limits.h"
 #include "fobrob/api_error.h"
+#include "fobrob/category.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
 
@@ -11,7 +12,7 @@ static struct
     const char* temperatureValue = nullptr;
 } heaterArgs;
 
-static const InnerOption heaterOptions[] = {
+static const CategoryOption heaterOptions[] = {
     {OPT_TEMPERATURE, &heaterArgs.temperatureGiven, &heaterArgs.temperatureValue},
 };
 
@@ -56,9 +57,9 @@ int handleHeater(const char*, int argc, char** argv, const char*, const option*,
 {
     const ConfigHandle config = GetConfig();
     heaterArgs = {};
-    const Scan scan =
-        scanOptions(argc, argv, longIndex, heaterOptions, BareOption::clearsValue, optionRequired);
-    if (scan.help)
+    const ParsedOptions parsed =
+        parseOptions(argc, argv, longIndex, heaterOptions, RepeatWithoutValue::clearsValue, optionRequired);
+    if (parsed.help)
     {
         printHeaterHelp();
         return 0;

@@ -1,5 +1,6 @@
 #include "device/limits.h"
 #include "fobrob/api_error.h"
+#include "fobrob/category.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
 #include "fobrob/words.h"
@@ -24,7 +25,7 @@ static struct
     bool reservedFlag = false; // part of the record, used by nothing yet
 } ledArgs;
 
-static const InnerOption ledOptions[] = {
+static const CategoryOption ledOptions[] = {
     {OPT_FREQUENCY, &ledArgs.frequencyGiven, &ledArgs.frequencyValue},
     {OPT_DUTYCYCLE, &ledArgs.dutycycleGiven, &ledArgs.dutycycleValue},
     {OPT_COLOR, &ledArgs.colorGiven, &ledArgs.colorValue},
@@ -229,26 +230,26 @@ int handleLed(const char*, int argc, char** argv, const char*, const option*, in
 {
     const FrontLEDHandle led = GetFrontLED();
     ledArgs = {};
-    const Scan scan = scanOptions(argc, argv, longIndex, ledOptions);
-    if (scan.help)
+    const ParsedOptions parsed = parseOptions(argc, argv, longIndex, ledOptions);
+    if (parsed.help)
     {
         printLedHelp();
         return 0;
     }
 
-    if (scan.onlyForeign())
+    if (parsed.onlyInvalidOptions())
         printLine("Invalid argument");
-    if (ledArgs.frequencyGiven || scan.showAll())
+    if (ledArgs.frequencyGiven || parsed.showAll())
         readOrSet(led, ledArgs.frequencyValue, readFrequency, setFrequency);
-    if (ledArgs.dutycycleGiven || scan.showAll())
+    if (ledArgs.dutycycleGiven || parsed.showAll())
         readOrSet(led, ledArgs.dutycycleValue, readDutyCycle, setDutyCycle);
-    if (ledArgs.colorGiven || scan.showAll())
+    if (ledArgs.colorGiven || parsed.showAll())
         readOrSet(led, ledArgs.colorValue, readColor, setColor);
-    if (ledArgs.pulsesGiven || scan.showAll())
+    if (ledArgs.pulsesGiven || parsed.showAll())
         readOrSet(led, ledArgs.pulsesValue, readPulses, setPulses);
-    if (ledArgs.idletimeGiven || scan.showAll())
+    if (ledArgs.idletimeGiven || parsed.showAll())
         readOrSet(led, ledArgs.idletimeValue, readIdleTime, setIdleTime);
-    if (ledArgs.startupGiven || scan.showAll())
+    if (ledArgs.startupGiven || parsed.showAll())
         readOrSet(led, ledArgs.startupValue, readStartup, setStartup);
 
     return static_cast<int>(FrontLED_release(led));

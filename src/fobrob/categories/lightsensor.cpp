@@ -1,4 +1,5 @@
 #include "fobrob/api_error.h"
+#include "fobrob/category.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
 
@@ -9,7 +10,7 @@ static struct
     bool illuminanceGiven = false;
 } lightsensorArgs;
 
-static const InnerOption lightsensorOptions[] = {
+static const CategoryOption lightsensorOptions[] = {
     {OPT_ILLUMINANCE, &lightsensorArgs.illuminanceGiven, nullptr},
 };
 
@@ -38,15 +39,15 @@ int handleLightsensor(const char*, int argc, char** argv, const char*, const opt
 {
     const LightsensorHandle sensor = GetLightsensor();
     lightsensorArgs = {};
-    const Scan scan = scanOptions(argc, argv, longIndex, lightsensorOptions);
-    if (scan.help)
+    const ParsedOptions parsed = parseOptions(argc, argv, longIndex, lightsensorOptions);
+    if (parsed.help)
     {
         printLightsensorHelp();
         return 0;
     }
 
     // A foreign option beside --illuminance is let through.
-    if (scan.onlyForeign())
+    if (parsed.onlyInvalidOptions())
         printLine("Invalid argument");
     else
         showIlluminance(sensor);

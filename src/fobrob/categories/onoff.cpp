@@ -1,4 +1,5 @@
 #include "fobrob/api_error.h"
+#include "fobrob/category.h"
 #include "fobrob/handlers.h"
 #include "fobrob/late_bound.h"
 #include "fobrob/output.h"
@@ -26,7 +27,7 @@ static struct
     const char* alwaysOnValue = noArgument();
 } onoffArgs;
 
-static const InnerOption onoffOptions[] = {
+static const CategoryOption onoffOptions[] = {
     {OPT_SHORTPRESS, &onoffArgs.shortpressGiven, &onoffArgs.shortpressValue},
     {OPT_LONGPRESS, &onoffArgs.longpressGiven, &onoffArgs.longpressValue},
     {OPT_LONGPRESS_TIME, &onoffArgs.longpressTimeGiven, &onoffArgs.longpressTimeValue},
@@ -290,30 +291,31 @@ int handleOnOff(const char*, int argc, char** argv, const char*, const option*, 
 {
     const ConfigHandle config = GetConfig();
     onoffArgs = {};
-    const Scan scan = scanOptions(argc, argv, longIndex, onoffOptions, BareOption::keepsValue);
-    if (scan.help)
+    const ParsedOptions parsed =
+        parseOptions(argc, argv, longIndex, onoffOptions, RepeatWithoutValue::keepsValue);
+    if (parsed.help)
     {
         printOnOffHelp();
         return 0;
     }
 
-    if (scan.onlyForeign())
+    if (parsed.onlyInvalidOptions())
         printLine("Invalid argument");
-    if (onoffArgs.shortpressGiven || scan.showAll())
+    if (onoffArgs.shortpressGiven || parsed.showAll())
         readOrSet(config, shortPress, onoffArgs.shortpressValue, readAction, setAction);
-    if (onoffArgs.longpressGiven || scan.showAll())
+    if (onoffArgs.longpressGiven || parsed.showAll())
         readOrSet(config, longPress, onoffArgs.longpressValue, readAction, setAction);
-    if (onoffArgs.longpressTimeGiven || scan.showAll())
+    if (onoffArgs.longpressTimeGiven || parsed.showAll())
         readOrSet(config, longPressTime, onoffArgs.longpressTimeValue, readTime, setTime);
-    if (onoffArgs.onoffSignalGiven || scan.showAll())
+    if (onoffArgs.onoffSignalGiven || parsed.showAll())
         readOrSet(config, onOffSignal, onoffArgs.onoffSignalValue, readAction, setAction);
-    if (onoffArgs.onoffSignalTimeGiven || scan.showAll())
+    if (onoffArgs.onoffSignalTimeGiven || parsed.showAll())
         readOrSet(config, onoffArgs.onoffSignalTimeValue, readOnOffSignalTime, setOnOffSignalTime);
-    if (onoffArgs.alwaysOnGiven || scan.showAll())
+    if (onoffArgs.alwaysOnGiven || parsed.showAll())
         readOrSet(config, onoffArgs.alwaysOnValue, readAlwaysOn, setAlwaysOn);
-    if (onoffArgs.unitStartupGiven || scan.showAll())
+    if (onoffArgs.unitStartupGiven || parsed.showAll())
         readOrSet(config, onoffArgs.unitStartupValue, readUnitStartup, setUnitStartup);
-    if (onoffArgs.suspendMaxTimeGiven || scan.showAll())
+    if (onoffArgs.suspendMaxTimeGiven || parsed.showAll())
         readOrSet(config, suspendMaxTime, onoffArgs.suspendMaxTimeValue, readTime, setTime);
 
     return static_cast<int>(Config_release(config));

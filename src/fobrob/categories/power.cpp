@@ -1,4 +1,5 @@
 #include "fobrob/api_error.h"
+#include "fobrob/category.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
 #include "fobrob/words.h"
@@ -21,7 +22,7 @@ static struct
     const char* extfanValue = noArgument();
 } powerArgs;
 
-static const InnerOption powerOptions[] = {
+static const CategoryOption powerOptions[] = {
     {OPT_VCHANNEL1, &powerArgs.vchannel1Given, &powerArgs.vchannel1Value},
     {OPT_VCHANNEL2, &powerArgs.vchannel2Given, &powerArgs.vchannel2Value},
     {OPT_VCHANNEL3, &powerArgs.vchannel3Given, &powerArgs.vchannel3Value},
@@ -94,9 +95,9 @@ static void printPowerHelp()
 
 static Mode parseMode(const char* argument)
 {
-    if (isWord(argument, "Current"))
+    if (equalsIgnoringCase(argument, "Current"))
         return Mode::current;
-    if (isWord(argument, "Startup"))
+    if (equalsIgnoringCase(argument, "Startup"))
         return Mode::startup;
     return Mode::none;
 }
@@ -163,7 +164,7 @@ static void actOnVideo(const Handles& handles, Mode mode, int channel, const cha
         return;
 
     const int bit = 1 << (channel - 1);
-    if (asksToRead(value))
+    if (isReadRequest(value))
     {
         printLine(modeName(mode), " - Video channel ", channel, " power status: ", stateText(mask & bit));
         return;
@@ -179,7 +180,7 @@ static void actOnVideo(const Handles& handles, Mode mode, int channel, const cha
 
 static void actOnCan(const Handles& handles, Mode mode, std::int32_t& readState)
 {
-    if (asksToRead(powerArgs.canValue))
+    if (isReadRequest(powerArgs.canValue))
     {
         if (succeeded("getCanPowerStatus", getCan(handles, mode, &readState)))
             printLine(modeName(mode), " - CAN power status: ", stateText(readState == QV_ENABLED));
@@ -197,7 +198,7 @@ static void actOnCan(const Handles& handles, Mode mode, std::int32_t& readState)
 // may have left in `readState`. At start-up the fan is set by the value of --can. Both are meant.
 static void actOnExtFan(const Handles& handles, Mode mode, std::int32_t& readState)
 {
-    if (asksToRead(powerArgs.extfanValue))
+    if (isReadRequest(powerArgs.extfanValue))
     {
         reportFailure("getExtFanPowerStatus", getExtFan(handles, mode, &readState));
         printLine(modeName(mode), " - External fan power status: ", stateText(readState == QV_ENABLED));
@@ -234,9 +235,9 @@ int handlePower(const char* argument, int argc, char** argv, const char*, const 
 {
     const Handles handles = {GetPower(), GetConfig()};
     powerArgs = {};
-    const Scan scan =
-        scanOptions(argc, argv, longIndex, powerOptions, BareOption::clearsValue, "Invalid argument");
-    if (scan.help)
+    const ParsedOptions parsed = parseOptions(argc, argv, longIndex, powerOptions,
+                                              RepeatWithoutValue::clearsValue, "Invalid argument");
+    if (parsed.help)
     {
         printPowerHelp();
         return 0;
@@ -246,7 +247,7 @@ int handlePower(const char* argument, int argc, char** argv, const char*, const 
     if (mode == Mode::none)
         printLine("Invalid argument: Current or Startup must be selected.");
     else
-        actOnMembers(handles, mode, scan.showAll());
+        actOnMembers(handles, mode, parsed.showAll());
 
     Power_release(handles.power);
     return static_cast<int>(Config_release(handles.config));

@@ -1,4 +1,5 @@
 #include "fobrob/api_error.h"
+#include "fobrob/category.h"
 #include "fobrob/handlers.h"
 #include "fobrob/late_bound.h"
 #include "fobrob/output.h"
@@ -16,7 +17,7 @@ struct TelematicsArgument
 // By option code, which is also the order of the work.
 static TelematicsArgument telematicsArgs[8];
 
-static const InnerOption telematicsOptions[] = {
+static const CategoryOption telematicsOptions[] = {
     {OPT_WLANPOWER, &telematicsArgs[0].given, &telematicsArgs[0].value},
     {OPT_WLANSTARTUPPOWER, &telematicsArgs[1].given, &telematicsArgs[1].value},
     {OPT_GSMPOWER, &telematicsArgs[2].given, &telematicsArgs[2].value},
@@ -137,17 +138,18 @@ int handleTelematics(const char*, int argc, char** argv, const char*, const opti
     const TelematicsHandle telematics = GetTelematics();
     for (TelematicsArgument& argument : telematicsArgs)
         argument = {};
-    const Scan scan = scanOptions(argc, argv, longIndex, telematicsOptions, BareOption::keepsValue);
-    if (scan.help)
+    const ParsedOptions parsed =
+        parseOptions(argc, argv, longIndex, telematicsOptions, RepeatWithoutValue::keepsValue);
+    if (parsed.help)
     {
         printTelematicsHelp();
         return 0;
     }
 
-    if (scan.onlyForeign())
+    if (parsed.onlyInvalidOptions())
         printLine("Invalid argument");
     for (std::size_t i = 0; i < std::size(telematicsSettings); ++i)
-        if (telematicsArgs[i].given || scan.showAll())
+        if (telematicsArgs[i].given || parsed.showAll())
             readOrSet(telematics, telematicsSettings[i], telematicsArgs[i].value, readStatus, setStatus);
 
     return static_cast<int>(Telematics_release(telematics));

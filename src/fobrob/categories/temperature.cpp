@@ -1,4 +1,5 @@
 #include "fobrob/api_error.h"
+#include "fobrob/category.h"
 #include "fobrob/handlers.h"
 #include "fobrob/late_bound.h"
 #include "fobrob/output.h"
@@ -63,15 +64,15 @@ int handleTemperature(const char* argument, int argc, char** argv, const char*, 
 {
     const DiagnosticHandle diagnostic = GetDiagnostic();
     // The refusal names the version category. It is meant to.
-    const Scan scan = scanOptions(argc, argv, longIndex, {}, BareOption::clearsValue,
-                                  "Error: Version should not take any more options");
-    if (scan.help)
+    const ParsedOptions parsed = parseOptions(argc, argv, longIndex, {}, RepeatWithoutValue::clearsValue,
+                                              "Error: Version should not take any more options");
+    if (parsed.help)
     {
         printTemperatureHelp();
         return 0;
     }
 
-    if (!showChosen(diagnostic, argument, sensors, showTemperature))
+    if (!showSelected(diagnostic, argument, sensors, showTemperature))
         printLine("Invalid argument: Could not find the specified argument.");
     return static_cast<int>(Diagnostic_release(diagnostic));
 }

@@ -1,4 +1,5 @@
 #include "fobrob/api_error.h"
+#include "fobrob/category.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
 #include "fobrob/words.h"
@@ -15,7 +16,7 @@ static struct
     const char* valueValue = noArgument();
 } touchArgs;
 
-static const InnerOption touchOptions[] = {
+static const CategoryOption touchOptions[] = {
     {OPT_MODE, &touchArgs.modeGiven, &touchArgs.modeValue},
     {OPT_SETTING, &touchArgs.settingGiven, &touchArgs.settingValue},
     {OPT_VALUE, &touchArgs.valueGiven, &touchArgs.valueValue},
@@ -153,7 +154,7 @@ static void actOnSetting(TouchScreenHandle touch)
     const TouchSetting setting = parseTouchSetting(name);
     if (setting == noSuchSetting)
         printLine("Invalid setting: ", name);
-    else if (touchArgs.valueGiven && !asksToRead(touchArgs.valueValue))
+    else if (touchArgs.valueGiven && !isReadRequest(touchArgs.valueValue))
         setSetting(touch, setting, name, static_cast<std::uint16_t>(parseNumber(touchArgs.valueValue)));
     else
         readSetting(touch, setting, name);
@@ -163,8 +164,9 @@ int handleTouch(const char*, int argc, char** argv, const char*, const option*, 
 {
     const TouchScreenHandle touch = GetTouchScreen();
     touchArgs = {};
-    const Scan scan = scanOptions(argc, argv, longIndex, touchOptions, BareOption::keepsValue);
-    if (scan.help)
+    const ParsedOptions parsed =
+        parseOptions(argc, argv, longIndex, touchOptions, RepeatWithoutValue::keepsValue);
+    if (parsed.help)
     {
         printTouchHelp();
         return 0;
@@ -172,7 +174,7 @@ int handleTouch(const char*, int argc, char** argv, const char*, const option*, 
 
     // --value alone chooses nothing: it counts as no option at all.
     const bool noneChosen = !touchArgs.modeGiven && !touchArgs.settingGiven;
-    if (noneChosen && scan.invalidOption)
+    if (noneChosen && parsed.invalidOption)
         printLine("Invalid argument");
     else if (noneChosen)
         showEverything(touch);

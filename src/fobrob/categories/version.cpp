@@ -1,4 +1,5 @@
 #include "fobrob/api_error.h"
+#include "fobrob/category.h"
 #include "fobrob/general.h"
 #include "fobrob/handlers.h"
 #include "fobrob/late_bound.h"
@@ -60,21 +61,21 @@ static void showVersion(AuxVersionHandle version, const VersionItem& item)
 int handleVersion(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {
     const AuxVersionHandle version = GetAuxVersion();
-    const Scan scan = scanOptions(argc, argv, longIndex, {}, BareOption::clearsValue,
-                                  "Error: Version does not take any more options.");
-    if (scan.help)
+    const ParsedOptions parsed = parseOptions(argc, argv, longIndex, {}, RepeatWithoutValue::clearsValue,
+                                              "Error: Version does not take any more options.");
+    if (parsed.help)
     {
         printVersionHelp();
         return 0;
     }
 
-    if (asksToRead(argument))
+    if (isReadRequest(argument))
     {
         printProgramVersionLine();
         std::fflush(stdout);
     }
     // "QVSettings" is accepted and has nothing to show.
-    if (!showChosen(version, argument, items, showVersion) && !isWord(argument, "QVSettings"))
+    if (!showSelected(version, argument, items, showVersion) && !equalsIgnoringCase(argument, "QVSettings"))
         printLine("Invalid argument");
     return static_cast<int>(AuxVersion_release(version));
 }
