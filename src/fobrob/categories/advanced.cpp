@@ -1,17 +1,27 @@
-#include "fobrob/categories/advanced.h"
-
 #include "fobrob/api_error.h"
+#include "fobrob/categories/firmware.h"
 #include "fobrob/category.h"
 #include "fobrob/handlers.h"
 #include "fobrob/output.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <unistd.h>
 
-AdvancedArgs advancedArgs;
+static struct
+{
+    bool filepathGiven = false;
+    const char* filepathValue = noArgument();
+    bool updateGiven = false;
+    bool verifyGiven = false;
+    bool forceGiven = false;
+    const char* targetValue = noArgument(); // of --update or --verify, whichever came last
+    bool factoryGiven = false;
+    bool shutdownGiven = false;
+    bool rescueModeGiven = false;
+    bool factoryResetGiven = false;
+    bool systemModeGiven = false;
+    bool bootCompletedGiven = false;
+} advancedArgs;
 
 static const CategoryOption advancedOptions[] = {
     {OPT_UPDATE, &advancedArgs.updateGiven, &advancedArgs.targetValue},
@@ -25,8 +35,6 @@ static const CategoryOption advancedOptions[] = {
     {OPT_SYSTEM_MODE, &advancedArgs.systemModeGiven, nullptr},
     {OPT_BOOT_COMPLETED, &advancedArgs.bootCompletedGiven, nullptr},
 };
-
-constexpr unsigned closingWait = 100; // seconds
 
 static void printAdvancedHelp()
 {
@@ -64,32 +72,6 @@ static void printAdvancedHelp()
         "\t\t\t\t\t\t\n"
         "--advanced\t\t--shutdown\t\t\t\t\t\tShutdown the unit.\n"
         "--advanced\t\t--factory\t\t\t\t\t\tReset the System Supervisor settings to default values.");
-}
-
-static bool isAnswerYes()
-{
-    char* line = nullptr;
-    std::size_t size = 0;
-    ssize_t length = getline(&line, &size, stdin);
-    if (length > 0 && line[length - 1] == '\n')
-        --length;
-    const bool yes = length == 3 && std::memcmp(line, "yes", 3) == 0;
-    std::free(line);
-    return yes;
-}
-
-bool confirmOperation()
-{
-    if (advancedArgs.forceGiven)
-        return true;
-    if (advancedArgs.updateGiven)
-        printLine("This operation may cause harm to your device.\nDo you wish to continue [yes/no]?");
-    else
-        printLine("Do you wish to continue [yes/no]?");
-    if (isAnswerYes())
-        return true;
-    printLine(advancedArgs.updateGiven ? "Upgrade aborted." : "Verify aborted.");
-    return false;
 }
 
 static void showSystemMode()
@@ -140,6 +122,22 @@ static void resetToFactorySettings()
         printLine("Factory reset completed.");
 }
 
+static bool isFirmwareRequested()
+{
+    return advancedArgs.updateGiven || advancedArgs.verifyGiven;
+}
+
+// If both are given, --update takes precedence over --verify.
+static FirmwareRequest firmwareRequest()
+{
+    return {
+        .upgrade = advancedArgs.updateGiven,
+        .target = advancedArgs.targetValue,
+        .path = advancedArgs.filepathGiven ? advancedArgs.filepathValue : nullptr,
+        .force = advancedArgs.forceGiven,
+    };
+}
+
 enum class Action
 {
     systemMode,
@@ -151,12 +149,7 @@ enum class Action
     none,
 };
 
-static bool isFirmwareAsked()
-{
-    return advancedArgs.updateGiven || advancedArgs.verifyGiven;
-}
-
-// One action a call: the first of these that was asked for.
+// Only one action is carried out: the first of these that was requested.
 static Action chooseAction()
 {
     if (advancedArgs.systemModeGiven)
@@ -165,7 +158,7 @@ static Action chooseAction()
         return Action::bootCompleted;
     if (advancedArgs.rescueModeGiven)
         return Action::rescueMode;
-    if (isFirmwareAsked())
+    if (isFirmwareRequested())
         return Action::firmware;
     if (advancedArgs.shutdownGiven)
         return Action::shutdown;
@@ -174,7 +167,7 @@ static Action chooseAction()
     return Action::none;
 }
 
-static void perform(Action action, FirmwareUpgradeHandle upgrade, AboutHandle about)
+static void runAction(Action action, FirmwareUpgradeHandle upgrade, AboutHandle about)
 {
     switch (action)
     {
@@ -188,7 +181,7 @@ static void perform(Action action, FirmwareUpgradeHandle upgrade, AboutHandle ab
         bootIntoRescueMode();
         break;
     case Action::firmware:
-        runFirmwareOperation(upgrade, about);
+        runFirmwareOperation(upgrade, about, firmwareRequest());
         break;
     case Action::shutdown:
         shutDown(upgrade);
@@ -202,8 +195,8 @@ static void perform(Action action, FirmwareUpgradeHandle upgrade, AboutHandle ab
     }
 }
 
-// Reads the options. False when one of them ended the call: --help, or a file path that is not absolute.
-static bool readOptions(int argc, char** argv, int longIndex)
+// Returns false if an option ends the run: --help, or a file path that is not absolute.
+static bool parseAdvancedOptions(int argc, char** argv, int longIndex)
 {
     for (int code; (code = nextOption(argc, argv, longIndex)) != endOfOptions;)
     {
@@ -222,12 +215,14 @@ static bool readOptions(int argc, char** argv, int longIndex)
     return true;
 }
 
+constexpr unsigned closingWait = 100; // seconds
+
 int handleAdvanced(const char*, int argc, char** argv, const char*, const option*, int longIndex)
 {
     const FirmwareUpgradeHandle upgrade = GetFirmwareUpgrade();
     const AboutHandle about = GetAbout();
     advancedArgs = {};
-    if (!readOptions(argc, argv, longIndex))
+    if (!parseAdvancedOptions(argc, argv, longIndex))
         return 0;
 
     const Action action = chooseAction();
@@ -236,10 +231,10 @@ int handleAdvanced(const char*, int argc, char** argv, const char*, const option
         printLine("This feature requires superuser privileges");
         return 0;
     }
-    perform(action, upgrade, about);
+    runAction(action, upgrade, about);
 
-    // Asking for firmware work brings the wait even where another action came before it.
-    if (isFirmwareAsked())
+    // Intentional: requesting firmware work causes the wait even if another action took precedence over it.
+    if (isFirmwareRequested())
         sleep(closingWait);
     About_release(about);
     return static_cast<int>(FirmwareUpgrade_release(upgrade));

@@ -1,18 +1,20 @@
-// The firmware work of the advanced category.
+#include "fobrob/categories/firmware.h"
 
 #include "fobrob/api_error.h"
-#include "fobrob/categories/advanced.h"
+#include "fobrob/category.h"
 #include "fobrob/late_bound.h"
 #include "fobrob/output.h"
 #include "fobrob/words.h"
 
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <sys/stat.h>
 
 struct FirmwareOperation
 {
-    const char* name; // as its failures are reported
+    const char* name; // in error messages
     ApiError (*start)(FirmwareUpgradeHandle upgrade, const char* path, std::int32_t flag);
     const char* success;
 };
@@ -21,7 +23,7 @@ struct Target
 {
     const char* word;
     const char* extension;
-    bool needsDisplay; // the front microcontroller comes with it
+    bool needsDisplay; // a unit without a display has no front microcontroller
     FirmwareOperation upgrade;
     FirmwareOperation verification;
 };
@@ -65,6 +67,10 @@ static const Word stateNames[] = {
     {QV_UPGRADE_DONE, "Done"},
 };
 
+// Values of the operations' `flag`.
+constexpr std::int32_t noFlags = 0;
+constexpr std::int32_t waitForStatus = 1;
+
 static const char* progressName(std::int32_t state)
 {
     return state == QV_UPGRADE_DONE_WITH_ERROR ? "Done - ERROR" : textOf(stateNames, state, "Unknown state");
@@ -90,7 +96,8 @@ static bool hasDisplay(AboutHandle about)
     return About_getIsDisplayAvailable(about, &available) == QV_SUCCESS && available;
 }
 
-// What stands after the last dot, even one in the name of a folder; without a dot the whole path.
+// Returns what follows the last dot, which may be in the name of a directory, or the whole path if there is
+// no dot.
 static const char* extensionOf(const char* path)
 {
     const char* dot = std::strrchr(path, '.');
@@ -114,7 +121,34 @@ static bool checkFirmwareFile(const char* path, const char* expectedExtension)
     return true;
 }
 
-// Called before each start. Nothing needs to be done there yet.
+static bool isAnswerYes()
+{
+    char* line = nullptr;
+    std::size_t size = 0;
+    ssize_t length = getline(&line, &size, stdin);
+    if (length > 0 && line[length - 1] == '\n')
+        --length;
+    const bool yes = length == 3 && std::memcmp(line, "yes", 3) == 0;
+    std::free(line);
+    return yes;
+}
+
+// Only the answer "yes" continues.
+static bool confirmOperation(const FirmwareRequest& request)
+{
+    if (request.force)
+        return true;
+    if (request.upgrade)
+        printLine("This operation may cause harm to your device.\nDo you wish to continue [yes/no]?");
+    else
+        printLine("Do you wish to continue [yes/no]?");
+    if (isAnswerYes())
+        return true;
+    printLine(request.upgrade ? "Upgrade aborted." : "Verify aborted.");
+    return false;
+}
+
+// Called before each start. There is nothing to do yet.
 static void beforeUpgradeStart()
 {
 }
@@ -126,14 +160,14 @@ static void printUpgradeFailure(UpgradeStatus status)
               ".\nError: ", GetErrorStringA(status.error));
 }
 
-// Follows the job to its end. The status call paces the loop. Its result is not looked at: a call that fails
-// leaves the status as it was.
+// Follows the job to its end. The loop has no delay because the status call blocks until there is a new
+// status. Its result is ignored: a call that fails leaves `status` unchanged.
 static bool monitorUpgrade(FirmwareUpgradeHandle upgrade)
 {
     UpgradeStatus status = {};
     for (std::int32_t printedState = -1;;)
     {
-        FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1);
+        FirmwareUpgrade_getUpgradeStatus(upgrade, &status, waitForStatus);
         if (status.state != printedState)
         {
             printLine(progressName(status.state));
@@ -144,20 +178,31 @@ static bool monitorUpgrade(FirmwareUpgradeHandle upgrade)
             printUpgradeFailure(status);
             return false;
         }
-        // Without an error code, every state after the last working one is a success.
+        // Intentional: without an error code, every later state is a success, even
+        // QV_UPGRADE_DONE_WITH_ERROR.
         if (status.state > QV_UPGRADE_VERIFYING)
             return true;
     }
 }
 
-void runFirmwareOperation(FirmwareUpgradeHandle upgrade, AboutHandle about)
+static void runJob(FirmwareUpgradeHandle upgrade, const Target& target, const FirmwareRequest& request)
 {
-    if (!advancedArgs.filepathGiven)
+    const FirmwareOperation& operation = request.upgrade ? target.upgrade : target.verification;
+    printLine(request.upgrade ? "This upgrade can take a few minutes to perform."
+                              : "This verification can take a few minutes to perform.");
+    beforeUpgradeStart();
+    if (succeeded(operation.name, operation.start(upgrade, request.path, noFlags)) && monitorUpgrade(upgrade))
+        printLine(operation.success);
+}
+
+void runFirmwareOperation(FirmwareUpgradeHandle upgrade, AboutHandle about, const FirmwareRequest& request)
+{
+    if (!request.path)
     {
         printLine("Invalid argument: No file path added");
         return;
     }
-    const Target* target = findTarget(advancedArgs.targetValue);
+    const Target* target = findTarget(request.target);
     if (!target)
     {
         printLine("Invalid argument: Update argument should be SS, FPGA or Front.");
@@ -168,15 +213,6 @@ void runFirmwareOperation(FirmwareUpgradeHandle upgrade, AboutHandle about)
         printLine("No FrontMCU present.");
         return;
     }
-    if (!checkFirmwareFile(advancedArgs.filepathValue, target->extension) || !confirmOperation())
-        return;
-
-    const bool upgrading = advancedArgs.updateGiven;
-    const FirmwareOperation& operation = upgrading ? target->upgrade : target->verification;
-    printLine(upgrading ? "This upgrade can take a few minutes to perform."
-                        : "This verification can take a few minutes to perform.");
-    beforeUpgradeStart();
-    if (succeeded(operation.name, operation.start(upgrade, advancedArgs.filepathValue, 0)) &&
-        monitorUpgrade(upgrade))
-        printLine(operation.success);
+    if (checkFirmwareFile(request.path, target->extension) && confirmOperation(request))
+        runJob(upgrade, *target, request);
 }
