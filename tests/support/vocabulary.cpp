@@ -100,7 +100,7 @@ Vocabulary vocabularyOfTheProgram()
     {
         const Words words = candidates(category);
         vocabulary["--" + category] = taken(unit, "--" + category, argumentOf(category), words);
-        for (const std::string& option : namesOf(matches(R"(\{OPT_(\w+), &)", sourceOf(category))))
+        for (const std::string& option : namesOf(matches(R"(\{OPT_(\w+), [&"])", sourceOf(category))))
             vocabulary["--" + category + " --" + option] =
                 taken(unit, opening(category) + " --" + option, argumentOf(option), words);
     }

@@ -14,63 +14,49 @@ struct TelematicsArgument
     const char* value = noArgument();
 };
 
-// By option code, which is also the order of the work.
+// One entry per row of telematicsSettings.
 static TelematicsArgument telematicsArgs[8];
-
-static const CategoryOption telematicsOptions[] = {
-    {OPT_WLANPOWER, &telematicsArgs[0].given, &telematicsArgs[0].value},
-    {OPT_WLANSTARTUPPOWER, &telematicsArgs[1].given, &telematicsArgs[1].value},
-    {OPT_GSMPOWER, &telematicsArgs[2].given, &telematicsArgs[2].value},
-    {OPT_GSMSTARTUPPOWER, &telematicsArgs[3].given, &telematicsArgs[3].value},
-    {OPT_GPSPOWER, &telematicsArgs[4].given, &telematicsArgs[4].value},
-    {OPT_GPSSTARTUPPOWER, &telematicsArgs[5].given, &telematicsArgs[5].value},
-    {OPT_BLUETOOTHPOWER, &telematicsArgs[6].given, &telematicsArgs[6].value},
-    {OPT_BLUETOOTHSTARTUPPOWER, &telematicsArgs[7].given, &telematicsArgs[7].value},
-};
 
 struct TelematicsSetting
 {
+    OptionCode option;
     const char* readLabel;
     const char* setLabel;
-    const char* getOperation;
+    const char* getOperation; // in error messages
     const char* setOperation;
     ApiError (*get)(TelematicsHandle telematics, std::int32_t* status);
     ApiError (*set)(TelematicsHandle telematics, std::int32_t status);
 };
 
-// In the order of the arguments. The operations' names are not all spelled as the device spells them, on
-// purpose.
+// In the order in which they are processed. Intentional: some error messages spell the operation differently
+// from the device API. Scripts may depend on them.
 static const TelematicsSetting telematicsSettings[] = {
-    {"WLAN Power status: ", "WLAN power set to: ", "getWLANPowerStatus", "setWLANPowerStatus",
+    {OPT_WLANPOWER, "WLAN Power status: ", "WLAN power set to: ", "getWLANPowerStatus", "setWLANPowerStatus",
      lateBound<Telematics_getWLANPowerStatus>, lateBound<Telematics_setWLANPowerStatus>},
-    {"WLAN Startup Power status: ", "WLAN startup power set to: ", "getWLANStartI[PowerStatus",
-     "setWLANStartupPowerStatus", lateBound<Telematics_getWLANStartUpPowerStatus>,
-     lateBound<Telematics_setWLANStartUpPowerStatus>},
-    {"GSM Power status: ", "GSM power set to: ", "getGPRSPowerStatus", "setGPRSPowerStatus",
+    {OPT_WLANSTARTUPPOWER, "WLAN Startup Power status: ", "WLAN startup power set to: ",
+     "getWLANStartI[PowerStatus", "setWLANStartupPowerStatus",
+     lateBound<Telematics_getWLANStartUpPowerStatus>, lateBound<Telematics_setWLANStartUpPowerStatus>},
+    {OPT_GSMPOWER, "GSM Power status: ", "GSM power set to: ", "getGPRSPowerStatus", "setGPRSPowerStatus",
      lateBound<Telematics_getGPRSPowerStatus>, lateBound<Telematics_setGPRSPowerStatus>},
-    {"GSM Startup Power status: ", "GSM startup power set to: ", "getGPRSStartUpPowerStatus",
-     "setGPRSStartupPowerStatus", lateBound<Telematics_getGPRSStartUpPowerStatus>,
-     lateBound<Telematics_setGPRSStartUpPowerStatus>},
-    {"GPS Power status: ", "GPS power set to: ", "getGPSPowerStatus", "setGPSPowerStatus",
+    {OPT_GSMSTARTUPPOWER, "GSM Startup Power status: ", "GSM startup power set to: ",
+     "getGPRSStartUpPowerStatus", "setGPRSStartupPowerStatus",
+     lateBound<Telematics_getGPRSStartUpPowerStatus>, lateBound<Telematics_setGPRSStartUpPowerStatus>},
+    {OPT_GPSPOWER, "GPS Power status: ", "GPS power set to: ", "getGPSPowerStatus", "setGPSPowerStatus",
      lateBound<Telematics_getGPSPowerStatus>, lateBound<Telematics_setGPSPowerStatus>},
-    {"GPS Startup Power status: ", "GPS startup power set to: ", "getGPSStartUpPowerStatus",
-     "setGPSStartUpPowerStatus", lateBound<Telematics_getGPSStartUpPowerStatus>,
+    {OPT_GPSSTARTUPPOWER, "GPS Startup Power status: ", "GPS startup power set to: ",
+     "getGPSStartUpPowerStatus", "setGPSStartUpPowerStatus", lateBound<Telematics_getGPSStartUpPowerStatus>,
      lateBound<Telematics_setGPSStartUpPowerStatus>},
-    {"Bluetooth Power status: ", "Bluetooth power set to: ", "getBTPowerStatus", "setBTPowerStatus",
-     lateBound<Telematics_getBTPowerStatus>, lateBound<Telematics_setBTPowerStatus>},
-    {"Bluetooth Startup Power status: ", "Bluetooth startup power set to: ", "getBTStartUpPowerStatus",
-     "setBTStartUpPowerStatus", lateBound<Telematics_getBTStartUpPowerStatus>,
+    {OPT_BLUETOOTHPOWER, "Bluetooth Power status: ", "Bluetooth power set to: ", "getBTPowerStatus",
+     "setBTPowerStatus", lateBound<Telematics_getBTPowerStatus>, lateBound<Telematics_setBTPowerStatus>},
+    {OPT_BLUETOOTHSTARTUPPOWER, "Bluetooth Startup Power status: ", "Bluetooth startup power set to: ",
+     "getBTStartUpPowerStatus", "setBTStartUpPowerStatus", lateBound<Telematics_getBTStartUpPowerStatus>,
      lateBound<Telematics_setBTStartUpPowerStatus>},
 };
 
-using PowerStatus = std::int32_t;
+static_assert(std::size(telematicsSettings) == std::size(telematicsArgs));
 
-static const Word powerStatuses[] = {{QV_DISABLED, "DISABLED"}, {QV_ENABLED, "ENABLED"}};
-
-constexpr PowerStatus noSuchStatus = 10;
-
-// The text on the on/off functionality is meant, and so is the order of the radios, which is not that of the
-// work.
+// Intentional: the text mentions the OnOff functionality, and Bluetooth comes before GPS. The output is
+// fixed.
 static void printTelematicsHelp()
 {
     printLine(
@@ -107,6 +93,12 @@ static void printTelematicsHelp()
         "--telematics\t\t\t--gpsstartuppower=\tENABLED/DISABLED\tSet GPS startup power state.");
 }
 
+using PowerStatus = std::int32_t;
+
+static const Word powerStatuses[] = {{QV_DISABLED, "DISABLED"}, {QV_ENABLED, "ENABLED"}};
+
+constexpr PowerStatus noSuchStatus = 10;
+
 static const char* powerStatusToText(PowerStatus status)
 {
     return textOf(powerStatuses, status, "UNDEFINED STATUS");
@@ -133,13 +125,21 @@ static void setStatus(TelematicsHandle telematics, const TelematicsSetting& sett
         printLine(setting.setLabel, powerStatusToText(status));
 }
 
+static ParsedOptions parseTelematicsOptions(int argc, char** argv, int longIndex)
+{
+    CategoryOption options[std::size(telematicsSettings)];
+    for (std::size_t i = 0; i < std::size(options); ++i)
+    {
+        telematicsArgs[i] = {};
+        options[i] = {telematicsSettings[i].option, &telematicsArgs[i].given, &telematicsArgs[i].value};
+    }
+    return parseOptions(argc, argv, longIndex, options, RepeatWithoutValue::keepsValue);
+}
+
 int handleTelematics(const char*, int argc, char** argv, const char*, const option*, int longIndex)
 {
     const TelematicsHandle telematics = GetTelematics();
-    for (TelematicsArgument& argument : telematicsArgs)
-        argument = {};
-    const ParsedOptions parsed =
-        parseOptions(argc, argv, longIndex, telematicsOptions, RepeatWithoutValue::keepsValue);
+    const ParsedOptions parsed = parseTelematicsOptions(argc, argv, longIndex);
     if (parsed.help)
     {
         printTelematicsHelp();
