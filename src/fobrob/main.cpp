@@ -6,13 +6,16 @@
 #include "fobrob/option_table.h"
 #include "fobrob/output.h"
 
+namespace
+{
+
 struct Category
 {
     OptionCode code;
     CategoryHandler* handle;
 };
 
-static const Category categories[] = {
+const Category categories[] = {
     {OPT_VERSION, handleVersion},
     {OPT_TEMPERATURE, handleTemperature},
     {OPT_POWER, handlePower},
@@ -30,13 +33,15 @@ static const Category categories[] = {
     {OPT_LIGHTSENSOR, handleLightsensor},
 };
 
-static const Category* findCategory(int code)
+const Category* findCategory(int code)
 {
     for (const Category& category : categories)
         if (category.code == code)
             return &category;
     return nullptr;
 }
+
+} // namespace
 
 // The exit status is 0 whatever happens: what went wrong is said in the output.
 int main(int argc, char** argv)

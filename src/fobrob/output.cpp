@@ -4,7 +4,26 @@
 #include <csignal>
 #include <cstdio>
 
-static bool silenced = false;
+namespace
+{
+
+bool outputSuppressed = false;
+
+void writeText(const char* text)
+{
+    if (!outputSuppressed)
+        fputs_unlocked(text, stdout);
+}
+
+template <typename Integer>
+void writeInteger(Integer number)
+{
+    char digits[24] = {};
+    std::to_chars(digits, digits + sizeof digits - 1, number);
+    writeText(digits);
+}
+
+} // namespace
 
 // A buffer of our own saves the C library from asking for memory and for the kind of file that standard
 // output is. It holds the longest text.
@@ -16,26 +35,12 @@ void prepareOutput()
     std::signal(SIGPIPE, SIG_IGN);
 }
 
-static void writeText(const char* text)
-{
-    if (!silenced)
-        fputs_unlocked(text, stdout);
-}
-
-template <typename Integer>
-static void writeInteger(Integer number)
-{
-    char digits[24] = {};
-    std::to_chars(digits, digits + sizeof digits - 1, number);
-    writeText(digits);
-}
-
 void printPart(const char* text)
 {
     if (!text)
     {
         std::fflush(stdout);
-        silenced = true;
+        outputSuppressed = true;
     }
     else
         writeText(text);
@@ -60,7 +65,7 @@ void printUnsigned(unsigned long long number)
 
 void endLine()
 {
-    if (silenced)
+    if (outputSuppressed)
         return;
     putchar_unlocked('\n');
     fflush_unlocked(stdout);

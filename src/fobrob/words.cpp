@@ -2,18 +2,18 @@
 
 #include "fobrob/category.h"
 
-const char* textOf(std::span<const Word> words, std::int32_t value, const char* otherwise)
+const char* nameOf(std::span<const NamedValue> values, std::int32_t value, const char* fallback)
 {
-    for (const Word& word : words)
-        if (word.value == value)
-            return word.text;
-    return otherwise;
+    for (const NamedValue& row : values)
+        if (row.value == value)
+            return row.name;
+    return fallback;
 }
 
-std::int32_t valueOf(std::span<const Word> words, const char* text, std::int32_t otherwise)
+std::int32_t valueOf(std::span<const NamedValue> values, const char* name, std::int32_t fallback)
 {
-    for (const Word& word : words)
-        if (equalsIgnoringCase(text, word.text))
-            return word.value;
-    return otherwise;
+    for (const NamedValue& row : values)
+        if (equalsIgnoringCase(name, row.name))
+            return row.value;
+    return fallback;
 }

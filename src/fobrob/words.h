@@ -1,4 +1,4 @@
-// Tables of words for the device's values, one for both directions.
+// Tables of the words that name device values, for reading and for printing them.
 
 #pragma once
 
@@ -7,18 +7,20 @@
 #include <cstdint>
 #include <span>
 
-struct Word
+struct NamedValue
 {
     std::int32_t value;
-    char text[56]; // in its place, for each pointer in a table is adjusted at every start
+    char name[56]; // not a pointer: the loader would have to relocate it at every start
 };
 
-// The text of `value`, or `otherwise` when the table has none.
-const char* textOf(std::span<const Word> words, std::int32_t value, const char* otherwise);
+// Returns the first name of `value`, or `fallback` if the table has none.
+const char* nameOf(std::span<const NamedValue> values, std::int32_t value, const char* fallback);
 
-// The value of `text` in any case, or `otherwise` when the table has none. The first match counts.
-std::int32_t valueOf(std::span<const Word> words, const char* text, std::int32_t otherwise);
+// Returns the value of the first row whose name equals `name`, ignoring case, or `fallback` if there is none.
+std::int32_t valueOf(std::span<const NamedValue> values, const char* name, std::int32_t fallback);
 
+constexpr NamedValue enableDisable[] = {{QV_ENABLED, "Enable"}, {QV_DISABLED, "Disable"}};
+constexpr NamedValue enabledDisabled[] = {{QV_ENABLED, "Enabled"}, {QV_DISABLED, "Disabled"}};
+
+// A fallback for both tables.
 constexpr std::int32_t noSuchState = -1;
-constexpr Word enableDisable[] = {{QV_ENABLED, "Enable"}, {QV_DISABLED, "Disable"}};
-constexpr Word enabledDisabled[] = {{QV_ENABLED, "Enabled"}, {QV_DISABLED, "Disabled"}};

@@ -7,13 +7,16 @@
 #include <cstdio>
 #include <cstring>
 
-static struct
+namespace
+{
+
+struct
 {
     bool eepromGiven = false;
     const char* eepromArgument = nullptr;
 } aboutArgs;
 
-static const CategoryOption aboutOptions[] = {
+const CategoryOption aboutOptions[] = {
     {OPT_EEPROM, &aboutArgs.eepromGiven, &aboutArgs.eepromArgument},
 };
 
@@ -27,9 +30,9 @@ struct Sources
 };
 
 // By channel number.
-static const char voltageChannelNames[QV_ADC_CHANNEL_COUNT][11] = QV_ADC_CHANNEL_NAMES;
+const char voltageChannelNames[QV_ADC_CHANNEL_COUNT][11] = QV_ADC_CHANNEL_NAMES;
 
-static void printAboutHelp()
+void printAboutHelp()
 {
     printLine("Category - About\n"
               "This category is used to get information which is stored in the EEPROM, such as\n"
@@ -49,7 +52,7 @@ static void printAboutHelp()
 }
 
 // What a unit does not support is left out of the report.
-static bool supported(const char* operation, ApiError result)
+bool succeededIfSupported(const char* operation, ApiError result)
 {
     return result != QV_NOT_SUPPORTED && succeeded(operation, result);
 }
@@ -58,7 +61,7 @@ static bool supported(const char* operation, ApiError result)
 constexpr std::uint32_t textLength = 256;
 
 template <auto get>
-static void showText(AboutHandle about, const char* label, const char* operation)
+void showText(AboutHandle about, const char* label, const char* operation)
 {
     char text[textLength + 1] = {};
     if (succeeded(operation, get(about, text, textLength)))
@@ -66,7 +69,7 @@ static void showText(AboutHandle about, const char* label, const char* operation
 }
 
 template <auto get>
-static void showCount(AboutHandle about, const char* label, const char* operation, std::uint8_t& count)
+void showCount(AboutHandle about, const char* label, const char* operation, std::uint8_t& count)
 {
     count = 0xFF;
     if (succeeded(operation, get(about, &count)))
@@ -74,7 +77,7 @@ static void showCount(AboutHandle about, const char* label, const char* operatio
 }
 
 template <auto get>
-static void showAvailable(AboutHandle about, const char* label, const char* operation)
+void showAvailable(AboutHandle about, const char* label, const char* operation)
 {
     std::uint8_t available = 0;
     if (succeeded(operation, get(about, &available)))
@@ -82,28 +85,28 @@ static void showAvailable(AboutHandle about, const char* label, const char* oper
 }
 
 template <auto get>
-static void showAddOnText(AboutHandle about, const char* label, const char* operation)
+void showAddOnText(AboutHandle about, const char* label, const char* operation)
 {
     char text[textLength + 1] = {};
     const ApiError result = get(about, text, textLength);
     if (result == QV_BOARD_NOT_FITTED)
         printLine(label, "N/A");
-    else if (supported(operation, result))
+    else if (succeededIfSupported(operation, result))
         printLine(label, static_cast<const char*>(text));
 }
 
 template <auto get>
-static void showMounted(AboutHandle about, const char* radio, const char* operation)
+void showMounted(AboutHandle about, const char* radio, const char* operation)
 {
     std::uint8_t mounted = 0;
     const ApiError result = get(about, &mounted);
     if (result == QV_BOARD_NOT_FITTED)
         printLine(radio, " is mounted: N/A");
-    else if (supported(operation, result))
+    else if (succeededIfSupported(operation, result))
         printLine(radio, " is ", mounted ? "mounted" : "not mounted");
 }
 
-static void showMainBoard(AboutHandle about)
+void showMainBoard(AboutHandle about)
 {
     showText<About_getUnitSerial>(about, "Unit serial=", "getUnitSerial");
     showText<About_getMainPCBSerial>(about, "Main PCB serial=", "getMainPCBSerial");
@@ -114,7 +117,7 @@ static void showMainBoard(AboutHandle about)
     showText<About_getMainProdArtNr>(about, "Main prod art nr=", "getMainProdArtNr");
 }
 
-static void showEquipment(AboutHandle about)
+void showEquipment(AboutHandle about)
 {
     std::uint8_t count;
     showCount<About_getNrOfCANConnections>(about, "Number of CAN connections=", "getNrOfCANConnections",
@@ -129,29 +132,29 @@ static void showEquipment(AboutHandle about)
                                              count);
 
     // From here on the count keeps what the row before left in it.
-    if (supported("getNrOfDigIOConnections", About_getNrOfDigIOConnections(about, &count)))
+    if (succeededIfSupported("getNrOfDigIOConnections", About_getNrOfDigIOConnections(about, &count)))
         printLine("Nr of digital I/O connections=", count);
 
     showAvailable<About_getIsDisplayAvailable>(about, "Display available: ", "getIsDisplayAvailable");
     showAvailable<About_getIsTouchScreenAvailable>(about,
                                                    "TouchScreen available: ", "getIsTouchScreenAvailable");
 
-    if (supported("getNrOfCfgInConnections", About_getNrOfCfgInConnections(about, &count)))
+    if (succeededIfSupported("getNrOfCfgInConnections", About_getNrOfCfgInConnections(about, &count)))
         printLine("Nr of Configurable inputs=", count);
 
     // The two names of the failing call are meant.
     const ApiError pwmResult = About_getNrOfPWMOutConnections(about, &count);
-    if (supported(pwmResult == QV_BOARD_NOT_FITTED ? "getNrOfPWMOutConnections"
-                                                   : "getNrOfPWMOutInConnections",
-                  pwmResult))
+    if (succeededIfSupported(pwmResult == QV_BOARD_NOT_FITTED ? "getNrOfPWMOutConnections"
+                                                              : "getNrOfPWMOutInConnections",
+                             pwmResult))
         printLine("Nr of PWM outputs=", count);
 
     std::int32_t buttons = 0;
-    if (supported("getNrOfButtons", About_getNrOfButtons(about, &buttons)))
+    if (succeededIfSupported("getNrOfButtons", About_getNrOfButtons(about, &buttons)))
         printLine("Nr of configurable buttons=", buttons);
 }
 
-static void showAddOnBoard(AboutHandle about)
+void showAddOnBoard(AboutHandle about)
 {
     printLine("");
     printLine("Addon/Telematics board:");
@@ -166,14 +169,14 @@ static void showAddOnBoard(AboutHandle about)
     showMounted<About_getIsWLANMounted>(about, "WLAN", "getIsWLANMounted");
 }
 
-static void reportEeprom(const Sources& sources)
+void reportEeprom(const Sources& sources)
 {
     showMainBoard(sources.about);
     showEquipment(sources.about);
     showAddOnBoard(sources.about);
 }
 
-static void reportRawEeprom(const Sources& sources)
+void reportRawEeprom(const Sources& sources)
 {
     static std::uint8_t rawEepromBuffer[QV_EEPROM_SIZE];
 
@@ -198,7 +201,7 @@ static void reportRawEeprom(const Sources& sources)
     std::fwrite(rawEepromBuffer, 1, length, stdout);
 }
 
-static void showStartupReason(DiagnosticHandle diagnostic)
+void showStartupReason(DiagnosticHandle diagnostic)
 {
     std::uint16_t reason = 0;
     if (!succeeded("getStartupReason", Diagnostic_getStartupReason(diagnostic, &reason)))
@@ -208,25 +211,25 @@ static void showStartupReason(DiagnosticHandle diagnostic)
     printLine("StartupReason=", GetStartupReasonStringA(reason), expected ? " OK" : " ERROR");
 }
 
-static void showShutdownReason(DiagnosticHandle diagnostic)
+void showShutdownReason(DiagnosticHandle diagnostic)
 {
     std::uint16_t reason = 0;
-    if (supported("getShutdownReason", Diagnostic_getShutDownReason(diagnostic, &reason)))
+    if (succeededIfSupported("getShutdownReason", Diagnostic_getShutDownReason(diagnostic, &reason)))
         printLine("ShutdownReason=", reason == QV_SHUTDOWN_NO_ERROR ? "No error OK" : "Serious error ERROR");
 }
 
-static void showHwErrorStatus(DiagnosticHandle diagnostic)
+void showHwErrorStatus(DiagnosticHandle diagnostic)
 {
     std::uint16_t status = 0;
-    if (supported("getHwErrorStatus", Diagnostic_getHwErrorStatus(diagnostic, &status)))
+    if (succeededIfSupported("getHwErrorStatus", Diagnostic_getHwErrorStatus(diagnostic, &status)))
         printLine("Hw error status=", GetHwErrorStatusStringA(status),
                   status <= QV_HW_LAST_HARMLESS ? " OK" : " ERROR");
 }
 
-static void showTimer(DiagnosticHandle diagnostic)
+void showTimer(DiagnosticHandle diagnostic)
 {
     DiagnosticTimer timer = {};
-    if (!supported("getTimer", Diagnostic_getTimer(diagnostic, &timer)))
+    if (!succeededIfSupported("getTimer", Diagnostic_getTimer(diagnostic, &timer)))
         return;
     printLine("Run-time above 80C=", timer.runTimeAbove80, " min(s)");
     printLine("Run-time between 40C-60C=", timer.runTime40To60, " min(s)");
@@ -237,22 +240,23 @@ static void showTimer(DiagnosticHandle diagnostic)
     printLine("Total suspend time=", timer.totalSuspendTime, " min(s)");
 }
 
-static void showTemperatures(DiagnosticHandle diagnostic)
+void showTemperatures(DiagnosticHandle diagnostic)
 {
     std::int16_t temperature = 0;
     std::int32_t status = 0;
-    if (supported("getSSTemp", Diagnostic_getSSTemp(diagnostic, &temperature)))
+    if (succeededIfSupported("getSSTemp", Diagnostic_getSSTemp(diagnostic, &temperature)))
         printLine("SS temp=", temperature);
-    if (supported("getPCBTemp", Diagnostic_getPCBTemp(diagnostic, &temperature)))
+    if (succeededIfSupported("getPCBTemp", Diagnostic_getPCBTemp(diagnostic, &temperature)))
         printLine("PCB temp=", temperature);
-    if (supported("getPMTemp", Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU, &temperature, &status)))
+    if (succeededIfSupported("getPMTemp",
+                             Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU, &temperature, &status)))
         printLine("CPU temp=", temperature);
-    if (supported("getPMTemp",
-                  Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU_BOARD, &temperature, &status)))
+    if (succeededIfSupported("getPMTemp",
+                             Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU_BOARD, &temperature, &status)))
         printLine("CPU BOARD temp=", temperature);
 }
 
-static void reportDiagnostic(const Sources& sources)
+void reportDiagnostic(const Sources& sources)
 {
     showStartupReason(sources.diagnostic);
     showShutdownReason(sources.diagnostic);
@@ -261,17 +265,18 @@ static void reportDiagnostic(const Sources& sources)
 
     std::int16_t minimum = 0;
     std::int16_t maximum = 0;
-    if (supported("getMinMaxTemp", Diagnostic_getMinMaxTemp(sources.diagnostic, &minimum, &maximum)))
+    if (succeededIfSupported("getMinMaxTemp",
+                             Diagnostic_getMinMaxTemp(sources.diagnostic, &minimum, &maximum)))
         printLine("Min temp=", minimum, ", max temp=", maximum);
 
     std::uint16_t powerCycles = 0;
-    if (supported("getPowerCycles", Diagnostic_getPowerCycles(sources.diagnostic, &powerCycles)))
+    if (succeededIfSupported("getPowerCycles", Diagnostic_getPowerCycles(sources.diagnostic, &powerCycles)))
         printLine("Power cycles=", powerCycles);
 
     showTemperatures(sources.diagnostic);
 }
 
-static void reportAdc(const Sources& sources)
+void reportAdc(const Sources& sources)
 {
     for (std::int32_t channel = 0; channel < QV_ADC_CHANNEL_COUNT; ++channel)
     {
@@ -291,20 +296,22 @@ struct Report
     void (*print)(const Sources& sources);
 };
 
-static const Report reports[] = {
+const Report reports[] = {
     {"EEPROM", reportEeprom},
     {"RawEEPROM", reportRawEeprom},
     {"DIAGNOSTIC", reportDiagnostic},
     {"ADC", reportAdc},
 };
 
-static const Report* findReport(const char* argument)
+const Report* findReport(const char* argument)
 {
     for (const Report& report : reports)
         if (equalsIgnoringCase(argument, report.argument))
             return &report;
     return nullptr;
 }
+
+} // namespace
 
 int handleAbout(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {

@@ -7,7 +7,10 @@
 #include <cstdint>
 #include <unistd.h>
 
-static struct
+namespace
+{
+
+struct
 {
     bool filepathGiven = false;
     const char* filepathValue = noArgument();
@@ -23,7 +26,7 @@ static struct
     bool bootCompletedGiven = false;
 } advancedArgs;
 
-static const CategoryOption advancedOptions[] = {
+const CategoryOption advancedOptions[] = {
     {OPT_UPDATE, &advancedArgs.updateGiven, &advancedArgs.targetValue},
     {OPT_VERIFY, &advancedArgs.verifyGiven, &advancedArgs.targetValue},
     {OPT_SHUTDOWN, &advancedArgs.shutdownGiven, nullptr},
@@ -36,7 +39,7 @@ static const CategoryOption advancedOptions[] = {
     {OPT_BOOT_COMPLETED, &advancedArgs.bootCompletedGiven, nullptr},
 };
 
-static void printAdvancedHelp()
+void printAdvancedHelp()
 {
     printLine(
         "Category - Advanced\n"
@@ -74,7 +77,7 @@ static void printAdvancedHelp()
         "--advanced\t\t--factory\t\t\t\t\t\tReset the System Supervisor settings to default values.");
 }
 
-static void showSystemMode()
+void showSystemMode()
 {
     const QVAuxPrivateHandle privateAccess = GetQVAuxPrivate();
     std::int32_t mode = 0;
@@ -83,7 +86,7 @@ static void showSystemMode()
     QVAuxPrivate_release(privateAccess);
 }
 
-static void acknowledgeBoot()
+void acknowledgeBoot()
 {
     const QVAuxPrivateHandle privateAccess = GetQVAuxPrivate();
     if (succeeded("Failed to mark boot completed",
@@ -92,7 +95,7 @@ static void acknowledgeBoot()
     QVAuxPrivate_release(privateAccess);
 }
 
-static void bootIntoRescueMode()
+void bootIntoRescueMode()
 {
     const ConfigHandle config = GetConfig();
     const QvBootMode mode =
@@ -102,13 +105,13 @@ static void bootIntoRescueMode()
     Config_release(config);
 }
 
-static void shutDown(FirmwareUpgradeHandle upgrade)
+void shutDown(FirmwareUpgradeHandle upgrade)
 {
     printLine("Shutdown the unit");
     reportFailure("shutDown", FirmwareUpgrade_shutDown(upgrade));
 }
 
-static void resetToFactorySettings()
+void resetToFactorySettings()
 {
     const QVAuxPrivateHandle privateAccess = GetQVAuxPrivate();
     if (!privateAccess)
@@ -122,13 +125,13 @@ static void resetToFactorySettings()
         printLine("Factory reset completed.");
 }
 
-static bool isFirmwareRequested()
+bool isFirmwareRequested()
 {
     return advancedArgs.updateGiven || advancedArgs.verifyGiven;
 }
 
 // If both are given, --update takes precedence over --verify.
-static FirmwareRequest firmwareRequest()
+FirmwareRequest firmwareRequest()
 {
     return {
         .upgrade = advancedArgs.updateGiven,
@@ -150,7 +153,7 @@ enum class Action
 };
 
 // Only one action is carried out: the first of these that was requested.
-static Action chooseAction()
+Action chooseAction()
 {
     if (advancedArgs.systemModeGiven)
         return Action::systemMode;
@@ -167,7 +170,7 @@ static Action chooseAction()
     return Action::none;
 }
 
-static void runAction(Action action, FirmwareUpgradeHandle upgrade, AboutHandle about)
+void runAction(Action action, FirmwareUpgradeHandle upgrade, AboutHandle about)
 {
     switch (action)
     {
@@ -196,7 +199,7 @@ static void runAction(Action action, FirmwareUpgradeHandle upgrade, AboutHandle 
 }
 
 // Returns false if an option ends the run: --help, or a file path that is not absolute.
-static bool parseAdvancedOptions(int argc, char** argv, int longIndex)
+bool parseAdvancedOptions(int argc, char** argv, int longIndex)
 {
     for (int code; (code = nextOption(argc, argv, longIndex)) != endOfOptions;)
     {
@@ -216,6 +219,8 @@ static bool parseAdvancedOptions(int argc, char** argv, int longIndex)
 }
 
 constexpr unsigned closingWait = 100; // seconds
+
+} // namespace
 
 int handleAdvanced(const char*, int argc, char** argv, const char*, const option*, int longIndex)
 {

@@ -7,7 +7,10 @@
 
 #include <cstdint>
 
-static struct
+namespace
+{
+
+struct
 {
     bool intensityGiven = false;
     const char* intensityValue = noArgument();
@@ -17,13 +20,13 @@ static struct
     const char* ledDimmingValue = noArgument();
 } backlightArgs;
 
-static const CategoryOption backlightOptions[] = {
+const CategoryOption backlightOptions[] = {
     {OPT_INTENSITY, &backlightArgs.intensityGiven, &backlightArgs.intensityValue},
     {OPT_AUTOMATIC, &backlightArgs.automaticGiven, &backlightArgs.automaticValue},
     {OPT_LED_DIMMING, &backlightArgs.ledDimmingGiven, &backlightArgs.ledDimmingValue},
 };
 
-static void printBacklightHelp()
+void printBacklightHelp()
 {
     printLine("Category - Backlight\n"
               "This category is used to perform backlight settings, such as: setting backlight intensity \n"
@@ -44,12 +47,12 @@ static void printBacklightHelp()
               "Set led dimming status.");
 }
 
-static void refuseIntensity()
+void refuseIntensity()
 {
     printLine("Invalid argument: The intensity is not within allowed range (1 - 255).");
 }
 
-static void readIntensity(BacklightHandle backlight)
+void readIntensity(BacklightHandle backlight)
 {
     std::uint8_t intensity = 0;
     if (succeeded("getIntensity", Backlight_getIntensity(backlight, &intensity)))
@@ -57,7 +60,7 @@ static void readIntensity(BacklightHandle backlight)
 }
 
 // There is no upper bound: the device gets the low eight bits, the message shows the whole number.
-static void setIntensity(BacklightHandle backlight, const char* value)
+void setIntensity(BacklightHandle backlight, const char* value)
 {
     const long intensity = parseNumber(value);
     if (intensity < BACKLIGHT_INTENSITY_MIN)
@@ -67,14 +70,14 @@ static void setIntensity(BacklightHandle backlight, const char* value)
         printLine("Backlight intensity set to: ", intensity);
 }
 
-static void readAutomatic(BacklightHandle backlight)
+void readAutomatic(BacklightHandle backlight)
 {
     std::uint8_t running = 0;
     if (succeeded("getAutomaticBLStatus", Backlight_getAutomaticBLStatus(backlight, &running)))
         printLine("Automatic BL: ", running ? "Enabled" : "Disabled");
 }
 
-static void startAutomatic(BacklightHandle backlight)
+void startAutomatic(BacklightHandle backlight)
 {
     // A filter that is refused does not keep the regulation from starting.
     reportFailure("setAutomaticBLFilter", Backlight_setAutomaticBLFilter(backlight, 4, 2, 40, 2));
@@ -82,13 +85,13 @@ static void startAutomatic(BacklightHandle backlight)
         printLine("Automatic BL started.");
 }
 
-static void stopAutomatic(BacklightHandle backlight)
+void stopAutomatic(BacklightHandle backlight)
 {
     if (succeeded("stoptAutomaticBL", Backlight_stopAutomaticBL(backlight)))
         printLine("Automatic BL stopped.");
 }
 
-static void setAutomatic(BacklightHandle backlight, const char* value)
+void setAutomatic(BacklightHandle backlight, const char* value)
 {
     const std::int32_t state = valueOf(enabledDisabled, value, noSuchState);
     if (state == noSuchState)
@@ -99,14 +102,14 @@ static void setAutomatic(BacklightHandle backlight, const char* value)
         stopAutomatic(backlight);
 }
 
-static void readLedDimming(BacklightHandle backlight)
+void readLedDimming(BacklightHandle backlight)
 {
     std::int32_t enabled = 0;
     if (succeeded("getLedDimming", Backlight_getLedDimming(backlight, &enabled)))
         printLine("LedDimming: ", enabled ? "Enabled" : "Disabled");
 }
 
-static void setLedDimming(BacklightHandle backlight, const char* value)
+void setLedDimming(BacklightHandle backlight, const char* value)
 {
     const std::int32_t state = valueOf(enabledDisabled, value, noSuchState);
     if (state == noSuchState)
@@ -114,6 +117,8 @@ static void setLedDimming(BacklightHandle backlight, const char* value)
     else if (succeeded("setLedDimming", Backlight_setLedDimming(backlight, state)))
         printLine("LedDimming enabled."); // Said of disabling too.
 }
+
+} // namespace
 
 int handleBacklight(const char*, int argc, char** argv, const char*, const option*, int longIndex)
 {

@@ -7,7 +7,10 @@
 
 #include <cstdint>
 
-static struct
+namespace
+{
+
+struct
 {
     bool frequencyGiven = false;
     const char* frequencyValue = noArgument();
@@ -18,13 +21,13 @@ static struct
     bool reservedFlag = false; // part of the record, used by nothing yet
 } buzzerArgs;
 
-static const CategoryOption buzzerOptions[] = {
+const CategoryOption buzzerOptions[] = {
     {OPT_FREQUENCY, &buzzerArgs.frequencyGiven, &buzzerArgs.frequencyValue},
     {OPT_VOLUME, &buzzerArgs.volumeGiven, &buzzerArgs.volumeValue},
     {OPT_STATUS, &buzzerArgs.statusGiven, &buzzerArgs.statusValue},
 };
 
-static void printBuzzerHelp()
+void printBuzzerHelp()
 {
     printLine("Category - Buzzer\n"
               "Get information about the current state of the Buzzer. Set the frequency, the \n"
@@ -52,14 +55,14 @@ static void printBuzzerHelp()
               "--buzzer\t\t--status=\tEnable/Disable\tSet buzzer status.");
 }
 
-static void readFrequency(BuzzerHandle buzzer)
+void readFrequency(BuzzerHandle buzzer)
 {
     std::uint16_t frequency = 0;
     if (succeeded("getFrequency", Buzzer_getFrequency(buzzer, &frequency)))
         printLine("Buzzer Frequency: ", frequency);
 }
 
-static void setFrequency(BuzzerHandle buzzer, const char* value)
+void setFrequency(BuzzerHandle buzzer, const char* value)
 {
     const auto frequency = static_cast<std::uint16_t>(parseNumber(value));
     if (frequency < BUZZER_FREQUENCY_MIN_HZ || frequency > BUZZER_FREQUENCY_MAX_HZ)
@@ -68,14 +71,14 @@ static void setFrequency(BuzzerHandle buzzer, const char* value)
         printLine("Buzzer frequency set to: ", frequency, " Hz.");
 }
 
-static void readVolume(BuzzerHandle buzzer)
+void readVolume(BuzzerHandle buzzer)
 {
     std::uint16_t volume = 0;
     if (succeeded("getVolume", Buzzer_getVolume(buzzer, &volume)))
         printLine("Buzzer Volume: ", volume);
 }
 
-static void setVolume(BuzzerHandle buzzer, const char* value)
+void setVolume(BuzzerHandle buzzer, const char* value)
 {
     const auto volume = static_cast<std::uint16_t>(parseNumber(value));
     if (volume > BUZZER_VOLUME_MAX)
@@ -84,14 +87,14 @@ static void setVolume(BuzzerHandle buzzer, const char* value)
         printLine("Buzzer volume set to: ", volume);
 }
 
-static void readStatus(BuzzerHandle buzzer)
+void readStatus(BuzzerHandle buzzer)
 {
     std::uint8_t enabled = 0;
     if (succeeded("getTrigger", Buzzer_getTrigger(buzzer, &enabled)))
         printLine("Buzzer status: ", enabled ? " Enabled." : " Disabled.");
 }
 
-static void setStatus(BuzzerHandle buzzer, const char* value)
+void setStatus(BuzzerHandle buzzer, const char* value)
 {
     const std::int32_t state = valueOf(enableDisable, value, noSuchState);
     if (state == noSuchState)
@@ -99,6 +102,8 @@ static void setStatus(BuzzerHandle buzzer, const char* value)
     else if (succeeded("setTrigger", Buzzer_setTrigger(buzzer, static_cast<std::uint8_t>(state))))
         printLine("Buzzer status set to ", state ? "enable." : "disable.");
 }
+
+} // namespace
 
 int handleBuzzer(const char*, int argc, char** argv, const char*, const option*, int longIndex)
 {

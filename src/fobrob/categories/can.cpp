@@ -7,21 +7,24 @@
 #include <charconv>
 #include <cstdint>
 
-static struct
+namespace
+{
+
+struct
 {
     bool baudrateGiven = false;
     const char* baudrateValue = nullptr;
     std::int32_t reservedField = 0; // part of the record, used by nothing yet
 } canArgs;
 
-static const CategoryOption canOptions[] = {
+const CategoryOption canOptions[] = {
     {OPT_BAUDRATE, &canArgs.baudrateGiven, &canArgs.baudrateValue},
 };
 
-static std::uint8_t canChannelCount = 0;
+std::uint8_t canChannelCount = 0;
 
 // The help counts the channels from 1, the handler from 0. It is meant to stay so.
-static void printCanHelp()
+void printCanHelp()
 {
     printLine("Category - CAN\n"
               "Get or set the CAN channels baud rate.\n"
@@ -45,7 +48,7 @@ static void printCanHelp()
         printLine("--can=\t\tCAN", n, "\t--baudrate=\t[Baud rate]\tSet baud rate for CAN channel ", n, ".");
 }
 
-static void countChannels()
+void countChannels()
 {
     const AboutHandle about = GetAbout();
     if (About_getNrOfCANConnections(about, &canChannelCount) != QV_SUCCESS)
@@ -53,7 +56,7 @@ static void countChannels()
     About_release(about);
 }
 
-static bool isChannel(const char* argument, std::uint8_t index)
+bool isChannel(const char* argument, std::uint8_t index)
 {
     char name[10] = "CAN";
     std::to_chars(name + 3, name + sizeof name - 1, index);
@@ -61,12 +64,12 @@ static bool isChannel(const char* argument, std::uint8_t index)
 }
 
 // The device counts the channels from 1.
-static std::uint8_t deviceChannel(std::uint8_t index)
+std::uint8_t deviceChannel(std::uint8_t index)
 {
     return static_cast<std::uint8_t>(index + 1);
 }
 
-static void readBaudrates(CanSettingHandle can, const char* argument)
+void readBaudrates(CanSettingHandle can, const char* argument)
 {
     const bool all = isReadRequest(argument);
     for (std::uint8_t index = 0; index < canChannelCount; ++index)
@@ -79,7 +82,7 @@ static void readBaudrates(CanSettingHandle can, const char* argument)
     }
 }
 
-static void setBaudrate(CanSettingHandle can, std::uint8_t index)
+void setBaudrate(CanSettingHandle can, std::uint8_t index)
 {
     if (isReadRequest(canArgs.baudrateValue))
     {
@@ -92,7 +95,7 @@ static void setBaudrate(CanSettingHandle can, std::uint8_t index)
 }
 
 // A channel that the unit does not have is passed over without a word.
-static void setNamedBaudrate(CanSettingHandle can, const char* argument)
+void setNamedBaudrate(CanSettingHandle can, const char* argument)
 {
     for (std::uint8_t index = 0; index < canChannelCount; ++index)
         if (isChannel(argument, index))
@@ -101,6 +104,8 @@ static void setNamedBaudrate(CanSettingHandle can, const char* argument)
             return;
         }
 }
+
+} // namespace
 
 int handleCan(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {

@@ -6,15 +6,18 @@
 
 #include <cstdint>
 
+namespace
+{
+
 struct DigitalInput
 {
     const char* argument;
     int number;
 };
 
-static const DigitalInput inputs[DIGITAL_INPUT_COUNT] = {{"DI1", 1}, {"DI2", 2}, {"DI3", 3}, {"DI4", 4}};
+const DigitalInput inputs[DIGITAL_INPUT_COUNT] = {{"DI1", 1}, {"DI2", 2}, {"DI3", 3}, {"DI4", 4}};
 
-static void printDigitalIoHelp()
+void printDigitalIoHelp()
 {
     printLine("Category - Digital IO\n"
               "This category is used to get current values from the digital IO. The values are \n"
@@ -34,12 +37,14 @@ static void printDigitalIoHelp()
 }
 
 // Every input is read afresh, so that its line shows what it is now.
-static void showInput(DigIOHandle digIO, const DigitalInput& input)
+void showInput(DigIOHandle digIO, const DigitalInput& input)
 {
     std::uint8_t states = 0;
     if (succeeded("getDigIO", DigIO_getDigIO(digIO, &states)))
         printLine("Digital input ", input.number, ": ", states >> (input.number - 1) & 1);
 }
+
+} // namespace
 
 int handleDigitalIo(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {

@@ -12,6 +12,9 @@
 #include <cstring>
 #include <sys/stat.h>
 
+namespace
+{
+
 struct FirmwareOperation
 {
     const char* name; // in error messages
@@ -28,7 +31,7 @@ struct Target
     FirmwareOperation verification;
 };
 
-static const Target targets[] = {
+const Target targets[] = {
     {"SS",
      "hex",
      false,
@@ -57,7 +60,7 @@ static const Target targets[] = {
       "Please shut down the computer in order for the front uC to restart itself."}},
 };
 
-static const Word stateNames[] = {
+const NamedValue stateNames[] = {
     {QV_UPGRADE_INITIATING, "Initiating"},
     {QV_UPGRADE_PREPARING, "Preparing communication"},
     {QV_UPGRADE_READING_FILE, "Reading File"},
@@ -71,18 +74,18 @@ static const Word stateNames[] = {
 constexpr std::int32_t noFlags = 0;
 constexpr std::int32_t waitForStatus = 1;
 
-static const char* progressName(std::int32_t state)
+const char* progressName(std::int32_t state)
 {
-    return state == QV_UPGRADE_DONE_WITH_ERROR ? "Done - ERROR" : textOf(stateNames, state, "Unknown state");
+    return state == QV_UPGRADE_DONE_WITH_ERROR ? "Done - ERROR" : nameOf(stateNames, state, "Unknown state");
 }
 
-static const char* reportName(std::int32_t state)
+const char* reportName(std::int32_t state)
 {
     return state == QV_UPGRADE_DONE_WITH_ERROR ? "Complete with error"
-                                               : textOf(stateNames, state, "Unknown state");
+                                               : nameOf(stateNames, state, "Unknown state");
 }
 
-static const Target* findTarget(const char* word)
+const Target* findTarget(const char* word)
 {
     for (const Target& target : targets)
         if (equalsIgnoringCase(word, target.word))
@@ -90,7 +93,7 @@ static const Target* findTarget(const char* word)
     return nullptr;
 }
 
-static bool hasDisplay(AboutHandle about)
+bool hasDisplay(AboutHandle about)
 {
     std::uint8_t available = 0;
     return About_getIsDisplayAvailable(about, &available) == QV_SUCCESS && available;
@@ -98,13 +101,13 @@ static bool hasDisplay(AboutHandle about)
 
 // Returns what follows the last dot, which may be in the name of a directory, or the whole path if there is
 // no dot.
-static const char* extensionOf(const char* path)
+const char* extensionOf(const char* path)
 {
     const char* dot = std::strrchr(path, '.');
     return dot ? dot + 1 : path;
 }
 
-static bool checkFirmwareFile(const char* path, const char* expectedExtension)
+bool checkFirmwareFile(const char* path, const char* expectedExtension)
 {
     struct stat status = {};
     if (stat(path, &status) != 0)
@@ -121,7 +124,7 @@ static bool checkFirmwareFile(const char* path, const char* expectedExtension)
     return true;
 }
 
-static bool isAnswerYes()
+bool isAnswerYes()
 {
     char* line = nullptr;
     std::size_t size = 0;
@@ -134,7 +137,7 @@ static bool isAnswerYes()
 }
 
 // Only the answer "yes" continues.
-static bool confirmOperation(const FirmwareRequest& request)
+bool confirmOperation(const FirmwareRequest& request)
 {
     if (request.force)
         return true;
@@ -149,11 +152,11 @@ static bool confirmOperation(const FirmwareRequest& request)
 }
 
 // Called before each start. There is nothing to do yet.
-static void beforeUpgradeStart()
+void beforeUpgradeStart()
 {
 }
 
-static void printUpgradeFailure(UpgradeStatus status)
+void printUpgradeFailure(UpgradeStatus status)
 {
     printLine("Update progress");
     printLine("Upgrade failed in state: ", reportName(status.state),
@@ -162,7 +165,7 @@ static void printUpgradeFailure(UpgradeStatus status)
 
 // Follows the job to its end. The loop has no delay because the status call blocks until there is a new
 // status. Its result is ignored: a call that fails leaves `status` unchanged.
-static bool monitorUpgrade(FirmwareUpgradeHandle upgrade)
+bool monitorUpgrade(FirmwareUpgradeHandle upgrade)
 {
     UpgradeStatus status = {};
     for (std::int32_t printedState = -1;;)
@@ -185,7 +188,7 @@ static bool monitorUpgrade(FirmwareUpgradeHandle upgrade)
     }
 }
 
-static void runJob(FirmwareUpgradeHandle upgrade, const Target& target, const FirmwareRequest& request)
+void runJob(FirmwareUpgradeHandle upgrade, const Target& target, const FirmwareRequest& request)
 {
     const FirmwareOperation& operation = request.upgrade ? target.upgrade : target.verification;
     printLine(request.upgrade ? "This upgrade can take a few minutes to perform."
@@ -194,6 +197,8 @@ static void runJob(FirmwareUpgradeHandle upgrade, const Target& target, const Fi
     if (succeeded(operation.name, operation.start(upgrade, request.path, noFlags)) && monitorUpgrade(upgrade))
         printLine(operation.success);
 }
+
+} // namespace
 
 void runFirmwareOperation(FirmwareUpgradeHandle upgrade, AboutHandle about, const FirmwareRequest& request)
 {

@@ -6,19 +6,22 @@
 
 #include <cstdint>
 
-static struct
+namespace
+{
+
+struct
 {
     bool temperatureGiven = false;
     const char* temperatureValue = nullptr;
 } heaterArgs;
 
-static const CategoryOption heaterOptions[] = {
+const CategoryOption heaterOptions[] = {
     {OPT_TEMPERATURE, &heaterArgs.temperatureGiven, &heaterArgs.temperatureValue},
 };
 
-static const char* const optionRequired = "Invalid argument: Option is required (--temperature)";
+const char* const optionRequired = "Invalid argument: Option is required (--temperature)";
 
-static void printHeaterHelp()
+void printHeaterHelp()
 {
     printLine("Category - Heater\n"
               "Enable internal heater and delay start-up when internal temperature is below the \n"
@@ -36,7 +39,7 @@ static void printHeaterHelp()
               "--heater\t\t--temperature=\t[-25 to 5]\tSet heater temperature.");
 }
 
-static void readLimit(ConfigHandle config)
+void readLimit(ConfigHandle config)
 {
     std::int16_t limit = 0;
     if (succeeded("getHeatingTempLimit", Config_getHeatingTempLimit(config, &limit)))
@@ -44,7 +47,7 @@ static void readLimit(ConfigHandle config)
 }
 
 // The low sixteen bits alone are judged and sent.
-static void setLimit(ConfigHandle config, const char* value)
+void setLimit(ConfigHandle config, const char* value)
 {
     const auto limit = static_cast<std::int16_t>(parseNumber(value));
     if (limit < HEATER_LIMIT_MIN_CELSIUS || limit > HEATER_LIMIT_MAX_CELSIUS)
@@ -52,6 +55,8 @@ static void setLimit(ConfigHandle config, const char* value)
     else if (succeeded("setHeatingTempLimit", Config_setHeatingTempLimit(config, limit)))
         printLine("Heater temperature set to: ", limit, " C.");
 }
+
+} // namespace
 
 int handleHeater(const char*, int argc, char** argv, const char*, const option*, int longIndex)
 {

@@ -8,7 +8,10 @@
 #include <cstdint>
 #include <cstdlib>
 
-static struct
+namespace
+{
+
+struct
 {
     bool frequencyGiven = false;
     const char* frequencyValue = noArgument();
@@ -25,7 +28,7 @@ static struct
     bool reservedFlag = false; // part of the record, used by nothing yet
 } ledArgs;
 
-static const CategoryOption ledOptions[] = {
+const CategoryOption ledOptions[] = {
     {OPT_FREQUENCY, &ledArgs.frequencyGiven, &ledArgs.frequencyValue},
     {OPT_DUTYCYCLE, &ledArgs.dutycycleGiven, &ledArgs.dutycycleValue},
     {OPT_COLOR, &ledArgs.colorGiven, &ledArgs.colorValue},
@@ -36,14 +39,14 @@ static const CategoryOption ledOptions[] = {
 
 using LedColor = std::int32_t;
 
-static const Word colors[] = {
+const NamedValue colors[] = {
     {QV_COLOR_RED, "RED"},   {QV_COLOR_GREEN, "GREEN"},     {QV_COLOR_BLUE, "BLUE"},
     {QV_COLOR_CYAN, "CYAN"}, {QV_COLOR_MAGENTA, "MAGENTA"}, {QV_COLOR_YELLOW, "YELLOW"},
 };
 
 constexpr LedColor noSuchColor = 6;
 
-static void printLedHelp()
+void printLedHelp()
 {
     printLine("Category - LED\n"
               "Use this category to adjust the settings of the front LED, such as: frequency, \n"
@@ -78,12 +81,12 @@ static void printLedHelp()
               "--led\t\t\t--startup=\tEnable/Disable\tSet LED start-up status.");
 }
 
-static const char* colorToString(LedColor color)
+const char* colorToString(LedColor color)
 {
-    return textOf(colors, color, "UNDEFINED COLOR");
+    return nameOf(colors, color, "UNDEFINED COLOR");
 }
 
-static LedColor stringToColor(const char* text)
+LedColor stringToColor(const char* text)
 {
     return valueOf(colors, text, noSuchColor);
 }
@@ -95,24 +98,24 @@ struct Signal
     std::uint8_t dutyCycle = 0; // percent
 };
 
-static bool readSignal(FrontLEDHandle led, Signal& signal)
+bool readSignal(FrontLEDHandle led, Signal& signal)
 {
     return succeeded("getSignal", FrontLED_getSignal(led, &signal.frequency, &signal.dutyCycle));
 }
 
-static bool writeSignal(FrontLEDHandle led, const Signal& signal)
+bool writeSignal(FrontLEDHandle led, const Signal& signal)
 {
     return succeeded("setSignal", FrontLED_setSignal(led, signal.frequency, signal.dutyCycle));
 }
 
-static void readFrequency(FrontLEDHandle led)
+void readFrequency(FrontLEDHandle led)
 {
     Signal signal;
     if (readSignal(led, signal))
         printLine("LED Frequency: ", signal.frequency);
 }
 
-static void setFrequency(FrontLEDHandle led, const char* value)
+void setFrequency(FrontLEDHandle led, const char* value)
 {
     const double frequency = std::strtod(value, nullptr);
     if (!(frequency >= LED_FREQUENCY_MIN_HZ && frequency <= LED_FREQUENCY_MAX_HZ))
@@ -128,14 +131,14 @@ static void setFrequency(FrontLEDHandle led, const char* value)
         printLine("LED frequency set to: ", frequency, " Hz.");
 }
 
-static void readDutyCycle(FrontLEDHandle led)
+void readDutyCycle(FrontLEDHandle led)
 {
     Signal signal;
     if (readSignal(led, signal))
         printLine("LED Duty Cycle: ", signal.dutyCycle, " %.");
 }
 
-static void setDutyCycle(FrontLEDHandle led, const char* value)
+void setDutyCycle(FrontLEDHandle led, const char* value)
 {
     const auto dutyCycle = static_cast<unsigned long>(parseNumber(value));
     if (dutyCycle > LED_DUTY_CYCLE_MAX_PERCENT)
@@ -151,14 +154,14 @@ static void setDutyCycle(FrontLEDHandle led, const char* value)
         printLine("LED duty cycle set to: ", dutyCycle, " %.");
 }
 
-static void readColor(FrontLEDHandle led)
+void readColor(FrontLEDHandle led)
 {
     LedColor color = 0;
     if (succeeded("getColor", FrontLED_getStandardColor(led, &color)))
         printLine("LED color: ", colorToString(color));
 }
 
-static void setColor(FrontLEDHandle led, const char* value)
+void setColor(FrontLEDHandle led, const char* value)
 {
     const LedColor color = stringToColor(value);
     if (color == noSuchColor)
@@ -167,7 +170,7 @@ static void setColor(FrontLEDHandle led, const char* value)
         printLine("LED color set to: ", colorToString(color));
 }
 
-static void readPulses(FrontLEDHandle led)
+void readPulses(FrontLEDHandle led)
 {
     std::uint8_t pulses = 0;
     if (succeeded("getNrOfPulses", FrontLED_getNrOfPulses(led, &pulses)))
@@ -175,7 +178,7 @@ static void readPulses(FrontLEDHandle led)
 }
 
 // The count is sent before it is checked, on purpose: a negative one is refused although it has been sent.
-static void setPulses(FrontLEDHandle led, const char* value)
+void setPulses(FrontLEDHandle led, const char* value)
 {
     const long number = parseNumber(value);
     const auto pulses = static_cast<std::uint8_t>(number);
@@ -186,14 +189,14 @@ static void setPulses(FrontLEDHandle led, const char* value)
         printLine("LED pulses set to: ", pulses);
 }
 
-static void readIdleTime(FrontLEDHandle led)
+void readIdleTime(FrontLEDHandle led)
 {
     std::uint8_t idleTime = 0;
     if (succeeded("getIdleTime", FrontLED_getIdleTime(led, &idleTime)))
         printLine("LED idle time: ", idleTime * LED_IDLE_TIME_STEP_MS);
 }
 
-static void setIdleTime(FrontLEDHandle led, const char* value)
+void setIdleTime(FrontLEDHandle led, const char* value)
 {
     const long milliseconds = parseNumber(value);
     if (milliseconds % LED_IDLE_TIME_STEP_MS != 0)
@@ -207,7 +210,7 @@ static void setIdleTime(FrontLEDHandle led, const char* value)
 }
 
 // A failed read is reported and judged all the same.
-static void readStartup(FrontLEDHandle led)
+void readStartup(FrontLEDHandle led)
 {
     std::int32_t enabled = 0;
     reportFailure("getEnabledDuringStartup", FrontLED_getEnabledDuringStartup(led, &enabled));
@@ -217,7 +220,7 @@ static void readStartup(FrontLEDHandle led)
         printLine("Invalid status returned from getEnabledDuringStartup.");
 }
 
-static void setStartup(FrontLEDHandle led, const char* value)
+void setStartup(FrontLEDHandle led, const char* value)
 {
     const std::int32_t state = valueOf(enableDisable, value, noSuchState);
     if (state == noSuchState)
@@ -225,6 +228,8 @@ static void setStartup(FrontLEDHandle led, const char* value)
     else if (succeeded("setEnabledDuringStartup", FrontLED_setEnabledDuringStartup(led, state)))
         printLine("LED startup set to ", state ? "Enable." : "Disable.");
 }
+
+} // namespace
 
 int handleLed(const char*, int argc, char** argv, const char*, const option*, int longIndex)
 {

@@ -5,16 +5,19 @@
 
 #include <cstdint>
 
-static struct
+namespace
+{
+
+struct
 {
     bool illuminanceGiven = false;
 } lightsensorArgs;
 
-static const CategoryOption lightsensorOptions[] = {
+const CategoryOption lightsensorOptions[] = {
     {OPT_ILLUMINANCE, &lightsensorArgs.illuminanceGiven, nullptr},
 };
 
-static void printLightsensorHelp()
+void printLightsensorHelp()
 {
     printLine(
         "Category - Lightsensor\n"
@@ -28,12 +31,14 @@ static void printLightsensorHelp()
         "Get illuminance.");
 }
 
-static void showIlluminance(LightsensorHandle sensor)
+void showIlluminance(LightsensorHandle sensor)
 {
     std::uint16_t illuminance = 0;
     if (succeeded("getIlluminance", Lightsensor_getIlluminance(sensor, &illuminance)))
         printLine("Illuminance: ", illuminance);
 }
+
+} // namespace
 
 int handleLightsensor(const char*, int argc, char** argv, const char*, const option*, int longIndex)
 {

@@ -7,7 +7,10 @@
 
 #include <cstdint>
 
-static struct
+namespace
+{
+
+struct
 {
     bool shortpressGiven = false;
     const char* shortpressValue = noArgument();
@@ -27,7 +30,7 @@ static struct
     const char* alwaysOnValue = noArgument();
 } onoffArgs;
 
-static const CategoryOption onoffOptions[] = {
+const CategoryOption onoffOptions[] = {
     {OPT_SHORTPRESS, &onoffArgs.shortpressGiven, &onoffArgs.shortpressValue},
     {OPT_LONGPRESS, &onoffArgs.longpressGiven, &onoffArgs.longpressValue},
     {OPT_LONGPRESS_TIME, &onoffArgs.longpressTimeGiven, &onoffArgs.longpressTimeValue},
@@ -40,7 +43,7 @@ static const CategoryOption onoffOptions[] = {
 
 using ButtonAction = std::int32_t;
 
-static const Word actions[] = {
+const NamedValue actions[] = {
     {QV_ACTION_NONE, "NOACTION"},
     {QV_ACTION_SUSPEND, "SUSPEND"},
     {QV_ACTION_SHUTDOWN, "SHUTDOWN"},
@@ -55,7 +58,7 @@ constexpr StartupTrigger onOff = QV_TRIGGER_ON_OFF_SIGNAL;
 constexpr StartupTrigger can = QV_TRIGGER_CAN;
 constexpr StartupTrigger inputs = QV_TRIGGER_CONFIGURABLE_INPUTS;
 
-static const Word triggerWords[] = {
+const NamedValue triggerWords[] = {
     {button, "FRONT"},
     {onOff, "ONOFF"},
     {button | onOff, "BOTH"},
@@ -73,7 +76,7 @@ static const Word triggerWords[] = {
     {inputs | can | button | onOff, "All_Events"},
 };
 
-static const Word triggerDescriptions[] = {
+const NamedValue triggerDescriptions[] = {
     {button, "FRONT button"},
     {onOff, "ONOFF signal"},
     {button | onOff, "FRONT button and ONOFF signal"},
@@ -90,7 +93,7 @@ static const Word triggerDescriptions[] = {
 
 constexpr StartupTrigger noSuchTrigger = 255;
 
-static void printOnOffHelp()
+void printOnOffHelp()
 {
     printLine(
         "Category - ONOFF\n"
@@ -126,22 +129,22 @@ static void printOnOffHelp()
         "--onoff\t\t\t--suspend_max_time=\t[Length]\tSet maximum time in suspend in minutes.(0 = disable)");
 }
 
-static const char* actionToString(ButtonAction action)
+const char* actionToString(ButtonAction action)
 {
-    return textOf(actions, action, "UNDEFINED ACTION");
+    return nameOf(actions, action, "UNDEFINED ACTION");
 }
 
-static ButtonAction stringToAction(const char* text)
+ButtonAction stringToAction(const char* text)
 {
     return valueOf(actions, text, noSuchAction);
 }
 
-static const char* startupTriggerToString(StartupTrigger trigger)
+const char* startupTriggerToString(StartupTrigger trigger)
 {
-    return textOf(triggerDescriptions, trigger, "UNDEFINED CONFIG");
+    return nameOf(triggerDescriptions, trigger, "UNDEFINED CONFIG");
 }
 
-static StartupTrigger stringToStartupTrigger(const char* text)
+StartupTrigger stringToStartupTrigger(const char* text)
 {
     return valueOf(triggerWords, text, noSuchTrigger);
 }
@@ -157,35 +160,35 @@ struct ActionSetting
     ApiError (*set)(ConfigHandle config, ButtonAction action);
 };
 
-static const ActionSetting shortPress = {"ShortPressAction: ",
-                                         "Short press set to: ",
-                                         "getShortPressAction",
-                                         "setShortPressAction",
-                                         lateBound<Config_getShortButtonPressAction>,
-                                         lateBound<Config_setShortButtonPressAction>};
+const ActionSetting shortPress = {"ShortPressAction: ",
+                                  "Short press set to: ",
+                                  "getShortPressAction",
+                                  "setShortPressAction",
+                                  lateBound<Config_getShortButtonPressAction>,
+                                  lateBound<Config_setShortButtonPressAction>};
 
-static const ActionSetting longPress = {"LongPressAction: ",
-                                        "Long press set to: ",
-                                        "getLongPressAction",
-                                        "setLongPressAction",
-                                        lateBound<Config_getLongButtonPressAction>,
-                                        lateBound<Config_setLongButtonPressAction>};
+const ActionSetting longPress = {"LongPressAction: ",
+                                 "Long press set to: ",
+                                 "getLongPressAction",
+                                 "setLongPressAction",
+                                 lateBound<Config_getLongButtonPressAction>,
+                                 lateBound<Config_setLongButtonPressAction>};
 
-static const ActionSetting onOffSignal = {"OnOffSignalAction: ",
-                                          "OnOff Signal set to: ",
-                                          "getOnOffSignalAction",
-                                          "setOnOffSignalAction",
-                                          lateBound<Config_getOnOffSigAction>,
-                                          lateBound<Config_setOnOffSigAction>};
+const ActionSetting onOffSignal = {"OnOffSignalAction: ",
+                                   "OnOff Signal set to: ",
+                                   "getOnOffSignalAction",
+                                   "setOnOffSignalAction",
+                                   lateBound<Config_getOnOffSigAction>,
+                                   lateBound<Config_setOnOffSigAction>};
 
-static void readAction(ConfigHandle config, const ActionSetting& setting)
+void readAction(ConfigHandle config, const ActionSetting& setting)
 {
     ButtonAction action = 0;
     if (succeeded(setting.getOperation, setting.get(config, &action)))
         printLine(setting.readLabel, actionToString(action));
 }
 
-static void setAction(ConfigHandle config, const ActionSetting& setting, const char* value)
+void setAction(ConfigHandle config, const ActionSetting& setting, const char* value)
 {
     const ButtonAction action = stringToAction(value);
     if (action == noSuchAction)
@@ -207,30 +210,30 @@ struct TimeSetting
     ApiError (*set)(ConfigHandle config, std::uint16_t time);
 };
 
-static const TimeSetting longPressTime = {"LongPressTime: ",
-                                          "Long press time set to: ",
-                                          "ms",
-                                          "getLongPressTime",
-                                          "setLongPressTime",
-                                          lateBound<Config_getFrontBtnTrigTime>,
-                                          lateBound<Config_setFrontBtnTrigTime>};
+const TimeSetting longPressTime = {"LongPressTime: ",
+                                   "Long press time set to: ",
+                                   "ms",
+                                   "getLongPressTime",
+                                   "setLongPressTime",
+                                   lateBound<Config_getFrontBtnTrigTime>,
+                                   lateBound<Config_setFrontBtnTrigTime>};
 
-static const TimeSetting suspendMaxTime = {"SuspendMaxTime: ",
-                                           "Suspend Max time set to: ",
-                                           "min",
-                                           "getSuspendMax",
-                                           "setSuspendMaxTime",
-                                           lateBound<Config_getSuspendMaxTime>,
-                                           lateBound<Config_setSuspendMaxTime>};
+const TimeSetting suspendMaxTime = {"SuspendMaxTime: ",
+                                    "Suspend Max time set to: ",
+                                    "min",
+                                    "getSuspendMax",
+                                    "setSuspendMaxTime",
+                                    lateBound<Config_getSuspendMaxTime>,
+                                    lateBound<Config_setSuspendMaxTime>};
 
-static void readTime(ConfigHandle config, const TimeSetting& setting)
+void readTime(ConfigHandle config, const TimeSetting& setting)
 {
     std::uint16_t time = 0;
     if (succeeded(setting.getOperation, setting.get(config, &time)))
         printLine(setting.readLabel, time, setting.unit);
 }
 
-static void setTime(ConfigHandle config, const TimeSetting& setting, const char* value)
+void setTime(ConfigHandle config, const TimeSetting& setting, const char* value)
 {
     const long time = parseNumber(value);
     if (time < 0)
@@ -239,7 +242,7 @@ static void setTime(ConfigHandle config, const TimeSetting& setting, const char*
         printLine(setting.setLabel, time, setting.unit);
 }
 
-static void readOnOffSignalTime(ConfigHandle config)
+void readOnOffSignalTime(ConfigHandle config)
 {
     std::uint32_t seconds = 0;
     if (succeeded("getOnOffSignalTime", Config_getExtOnOffSigTrigTime(config, &seconds)))
@@ -247,14 +250,14 @@ static void readOnOffSignalTime(ConfigHandle config)
 }
 
 // Unlike the other times, this one is sent whatever it is.
-static void setOnOffSignalTime(ConfigHandle config, const char* value)
+void setOnOffSignalTime(ConfigHandle config, const char* value)
 {
     const auto seconds = static_cast<std::uint32_t>(parseNumber(value));
     if (succeeded("setOnOffSignalTrigTime", Config_setExtOnOffSigTrigTime(config, seconds)))
         printLine("OnOff Signal time set to: ", seconds, "s");
 }
 
-static void readAlwaysOn(ConfigHandle config)
+void readAlwaysOn(ConfigHandle config)
 {
     std::int32_t enabled = 0;
     if (succeeded("getPowerOnStartup", Config_getPowerOnStartup(config, &enabled)))
@@ -262,7 +265,7 @@ static void readAlwaysOn(ConfigHandle config)
 }
 
 // The help offers Enable and Disable, which are refused here. Both are meant to stay.
-static void setAlwaysOn(ConfigHandle config, const char* value)
+void setAlwaysOn(ConfigHandle config, const char* value)
 {
     const std::int32_t state = valueOf(enabledDisabled, value, noSuchState);
     if (state == noSuchState)
@@ -271,14 +274,14 @@ static void setAlwaysOn(ConfigHandle config, const char* value)
         printLine("PowerOnStartup set to: ", value, ".");
 }
 
-static void readUnitStartup(ConfigHandle config)
+void readUnitStartup(ConfigHandle config)
 {
     StartupTrigger trigger = 0;
     if (succeeded("getUnitStartupConfig", Config_getStartupTriggerConfig(config, &trigger)))
         printLine("UnitStartup: ", startupTriggerToString(trigger));
 }
 
-static void setUnitStartup(ConfigHandle config, const char* value)
+void setUnitStartup(ConfigHandle config, const char* value)
 {
     const StartupTrigger trigger = stringToStartupTrigger(value);
     if (trigger == noSuchTrigger)
@@ -286,6 +289,8 @@ static void setUnitStartup(ConfigHandle config, const char* value)
     else if (succeeded("setUnitStartupTrigger", Config_setStartupTriggerConfig(config, trigger)))
         printLine("Startup Trigger set to: ", startupTriggerToString(trigger));
 }
+
+} // namespace
 
 int handleOnOff(const char*, int argc, char** argv, const char*, const option*, int longIndex)
 {

@@ -6,7 +6,10 @@
 
 #include <cstdint>
 
-static struct
+namespace
+{
+
+struct
 {
     bool vchannel1Given = false;
     const char* vchannel1Value = noArgument();
@@ -22,7 +25,7 @@ static struct
     const char* extfanValue = noArgument();
 } powerArgs;
 
-static const CategoryOption powerOptions[] = {
+const CategoryOption powerOptions[] = {
     {OPT_VCHANNEL1, &powerArgs.vchannel1Given, &powerArgs.vchannel1Value},
     {OPT_VCHANNEL2, &powerArgs.vchannel2Given, &powerArgs.vchannel2Value},
     {OPT_VCHANNEL3, &powerArgs.vchannel3Given, &powerArgs.vchannel3Value},
@@ -45,7 +48,7 @@ enum class Mode
 };
 
 // The help writes "start up" where the results write "Start-up". Both are meant.
-static void printPowerHelp()
+void printPowerHelp()
 {
     printLine(
         "Category - Power\n"
@@ -93,7 +96,7 @@ static void printPowerHelp()
         "--power=\tstartup\t--extfan=\tEnable/Disable\tSet start up power status for external fan.");
 }
 
-static Mode parseMode(const char* argument)
+Mode parseMode(const char* argument)
 {
     if (equalsIgnoringCase(argument, "Current"))
         return Mode::current;
@@ -102,62 +105,62 @@ static Mode parseMode(const char* argument)
     return Mode::none;
 }
 
-static const char* modeName(Mode mode)
+const char* modeName(Mode mode)
 {
     return mode == Mode::current ? "Current" : "Start-up";
 }
 
 // The operations come in pairs, one for each mode.
 
-static ApiError getVideo(const Handles& handles, Mode mode, std::uint8_t* mask)
+ApiError getVideo(const Handles& handles, Mode mode, std::uint8_t* mask)
 {
     return mode == Mode::current ? Power_getVideoPowerStatus(handles.power, mask)
                                  : Config_getVideoStartupPowerConfig(handles.config, mask);
 }
 
-static ApiError setVideo(const Handles& handles, Mode mode, std::uint8_t mask)
+ApiError setVideo(const Handles& handles, Mode mode, std::uint8_t mask)
 {
     return mode == Mode::current ? Power_setVideoPowerStatus(handles.power, mask)
                                  : Config_setVideoStartupPowerConfig(handles.config, mask);
 }
 
-static ApiError getCan(const Handles& handles, Mode mode, std::int32_t* state)
+ApiError getCan(const Handles& handles, Mode mode, std::int32_t* state)
 {
     return mode == Mode::current ? Power_getCanPowerStatus(handles.power, state)
                                  : Config_getCanStartupPowerConfig(handles.config, state);
 }
 
-static ApiError setCan(const Handles& handles, Mode mode, std::int32_t state)
+ApiError setCan(const Handles& handles, Mode mode, std::int32_t state)
 {
     return mode == Mode::current ? Power_setCanPowerStatus(handles.power, state)
                                  : Config_setCanStartupPowerConfig(handles.config, state);
 }
 
-static ApiError getExtFan(const Handles& handles, Mode mode, std::int32_t* state)
+ApiError getExtFan(const Handles& handles, Mode mode, std::int32_t* state)
 {
     return mode == Mode::current ? Power_getExtFanPowerStatus(handles.power, state)
                                  : Config_getExtFanStartupPowerConfig(handles.config, state);
 }
 
-static ApiError setExtFan(const Handles& handles, Mode mode, std::int32_t state)
+ApiError setExtFan(const Handles& handles, Mode mode, std::int32_t state)
 {
     return mode == Mode::current ? Power_setExtFanPowerStatus(handles.power, state)
                                  : Config_setExtFanStartupPowerConfig(handles.config, state);
 }
 
-static const char* stateText(bool enabled)
+const char* stateText(bool enabled)
 {
     return enabled ? "Enabled." : "Disabled.";
 }
 
-static const char* setText(std::int32_t state)
+const char* setText(std::int32_t state)
 {
     return state ? "Enable." : "Disable.";
 }
 
 // All four channels are one mask on the device: it is read afresh for each, and the other three bits are
 // written back as they were.
-static void actOnVideo(const Handles& handles, Mode mode, int channel, const char* value)
+void readOrSetVideo(const Handles& handles, Mode mode, int channel, const char* value)
 {
     std::uint8_t mask = 0;
     if (!succeeded("getVideoPowerStatus", getVideo(handles, mode, &mask)))
@@ -178,7 +181,7 @@ static void actOnVideo(const Handles& handles, Mode mode, int channel, const cha
         printLine(modeName(mode), " - Video channel ", channel, " power status set to ", setText(state));
 }
 
-static void actOnCan(const Handles& handles, Mode mode, std::int32_t& readState)
+void readOrSetCan(const Handles& handles, Mode mode, std::int32_t& readState)
 {
     if (isReadRequest(powerArgs.canValue))
     {
@@ -196,7 +199,7 @@ static void actOnCan(const Handles& handles, Mode mode, std::int32_t& readState)
 
 // A failed read is reported and followed by the status line all the same, with the state that the CAN read
 // may have left in `readState`. At start-up the fan is set by the value of --can. Both are meant.
-static void actOnExtFan(const Handles& handles, Mode mode, std::int32_t& readState)
+void readOrSetExtFan(const Handles& handles, Mode mode, std::int32_t& readState)
 {
     if (isReadRequest(powerArgs.extfanValue))
     {
@@ -213,23 +216,25 @@ static void actOnExtFan(const Handles& handles, Mode mode, std::int32_t& readSta
         printLine(modeName(mode), " - External fan power status set to ", setText(state));
 }
 
-static void actOnMembers(const Handles& handles, Mode mode, bool showAll)
+void readOrSetMembers(const Handles& handles, Mode mode, bool showAll)
 {
     if (powerArgs.vchannel1Given || showAll)
-        actOnVideo(handles, mode, 1, powerArgs.vchannel1Value);
+        readOrSetVideo(handles, mode, 1, powerArgs.vchannel1Value);
     if (powerArgs.vchannel2Given || showAll)
-        actOnVideo(handles, mode, 2, powerArgs.vchannel2Value);
+        readOrSetVideo(handles, mode, 2, powerArgs.vchannel2Value);
     if (powerArgs.vchannel3Given || showAll)
-        actOnVideo(handles, mode, 3, powerArgs.vchannel3Value);
+        readOrSetVideo(handles, mode, 3, powerArgs.vchannel3Value);
     if (powerArgs.vchannel4Given || showAll)
-        actOnVideo(handles, mode, 4, powerArgs.vchannel4Value);
+        readOrSetVideo(handles, mode, 4, powerArgs.vchannel4Value);
 
     std::int32_t readState = 0;
     if (powerArgs.canGiven || showAll)
-        actOnCan(handles, mode, readState);
+        readOrSetCan(handles, mode, readState);
     if (powerArgs.extfanGiven || showAll)
-        actOnExtFan(handles, mode, readState);
+        readOrSetExtFan(handles, mode, readState);
 }
+
+} // namespace
 
 int handlePower(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {
@@ -247,7 +252,7 @@ int handlePower(const char* argument, int argc, char** argv, const char*, const 
     if (mode == Mode::none)
         printLine("Invalid argument: Current or Startup must be selected.");
     else
-        actOnMembers(handles, mode, parsed.showAll());
+        readOrSetMembers(handles, mode, parsed.showAll());
 
     Power_release(handles.power);
     return static_cast<int>(Config_release(handles.config));

@@ -8,6 +8,9 @@
 #include <cstdint>
 #include <iterator>
 
+namespace
+{
+
 struct TelematicsArgument
 {
     bool given = false;
@@ -15,7 +18,7 @@ struct TelematicsArgument
 };
 
 // One entry per row of telematicsSettings.
-static TelematicsArgument telematicsArgs[8];
+TelematicsArgument telematicsArgs[8];
 
 struct TelematicsSetting
 {
@@ -30,7 +33,7 @@ struct TelematicsSetting
 
 // In the order in which they are processed. Intentional: some error messages spell the operation differently
 // from the device API. Scripts may depend on them.
-static const TelematicsSetting telematicsSettings[] = {
+const TelematicsSetting telematicsSettings[] = {
     {OPT_WLANPOWER, "WLAN Power status: ", "WLAN power set to: ", "getWLANPowerStatus", "setWLANPowerStatus",
      lateBound<Telematics_getWLANPowerStatus>, lateBound<Telematics_setWLANPowerStatus>},
     {OPT_WLANSTARTUPPOWER, "WLAN Startup Power status: ", "WLAN startup power set to: ",
@@ -57,7 +60,7 @@ static_assert(std::size(telematicsSettings) == std::size(telematicsArgs));
 
 // Intentional: the text mentions the OnOff functionality, and Bluetooth comes before GPS. The output is
 // fixed.
-static void printTelematicsHelp()
+void printTelematicsHelp()
 {
     printLine(
         "Category - Telematics\n"
@@ -95,28 +98,28 @@ static void printTelematicsHelp()
 
 using PowerStatus = std::int32_t;
 
-static const Word powerStatuses[] = {{QV_DISABLED, "DISABLED"}, {QV_ENABLED, "ENABLED"}};
+const NamedValue powerStatuses[] = {{QV_DISABLED, "DISABLED"}, {QV_ENABLED, "ENABLED"}};
 
 constexpr PowerStatus noSuchStatus = 10;
 
-static const char* powerStatusToText(PowerStatus status)
+const char* powerStatusToText(PowerStatus status)
 {
-    return textOf(powerStatuses, status, "UNDEFINED STATUS");
+    return nameOf(powerStatuses, status, "UNDEFINED STATUS");
 }
 
-static PowerStatus textToPowerStatus(const char* text)
+PowerStatus textToPowerStatus(const char* text)
 {
     return valueOf(powerStatuses, text, noSuchStatus);
 }
 
-static void readStatus(TelematicsHandle telematics, const TelematicsSetting& setting)
+void readStatus(TelematicsHandle telematics, const TelematicsSetting& setting)
 {
     PowerStatus status = 0;
     if (succeeded(setting.getOperation, setting.get(telematics, &status)))
         printLine(setting.readLabel, powerStatusToText(status));
 }
 
-static void setStatus(TelematicsHandle telematics, const TelematicsSetting& setting, const char* value)
+void setStatus(TelematicsHandle telematics, const TelematicsSetting& setting, const char* value)
 {
     const PowerStatus status = textToPowerStatus(value);
     if (status == noSuchStatus)
@@ -125,7 +128,7 @@ static void setStatus(TelematicsHandle telematics, const TelematicsSetting& sett
         printLine(setting.setLabel, powerStatusToText(status));
 }
 
-static ParsedOptions parseTelematicsOptions(int argc, char** argv, int longIndex)
+ParsedOptions parseTelematicsOptions(int argc, char** argv, int longIndex)
 {
     CategoryOption options[std::size(telematicsSettings)];
     for (std::size_t i = 0; i < std::size(options); ++i)
@@ -135,6 +138,8 @@ static ParsedOptions parseTelematicsOptions(int argc, char** argv, int longIndex
     }
     return parseOptions(argc, argv, longIndex, options, RepeatWithoutValue::keepsValue);
 }
+
+} // namespace
 
 int handleTelematics(const char*, int argc, char** argv, const char*, const option*, int longIndex)
 {

@@ -6,13 +6,16 @@
 
 #include <cstdint>
 
-static ApiError getCpuTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
+namespace
+{
+
+ApiError getCpuTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
 {
     std::int32_t status = 0;
     return Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU, temperature, &status);
 }
 
-static ApiError getBoardTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
+ApiError getBoardTemperature(DiagnosticHandle diagnostic, std::int16_t* temperature)
 {
     std::int32_t status = 0;
     return Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU_BOARD, temperature, &status);
@@ -26,14 +29,14 @@ struct TemperatureSensor
     ApiError (*get)(DiagnosticHandle diagnostic, std::int16_t* temperature);
 };
 
-static const TemperatureSensor sensors[] = {
+const TemperatureSensor sensors[] = {
     {"SS", "SS temp=", "getSSTemp", lateBound<Diagnostic_getSSTemp>},
     {"PCB", "PCB temp=", "getPCBTemp", lateBound<Diagnostic_getPCBTemp>},
     {"CPU", "CPU temp=", "getPMTemp", getCpuTemperature},
     {"BOARD", "CPU BOARD temp=", "getPMTemp", getBoardTemperature},
 };
 
-static void printTemperatureHelp()
+void printTemperatureHelp()
 {
     printLine("Category - Temperature\n"
               "This category is used to get current temperature from the temperature sensors on \n"
@@ -53,12 +56,14 @@ static void printTemperatureHelp()
               "--temperature=\tCPU\t\tCPU temperature.");
 }
 
-static void showTemperature(DiagnosticHandle diagnostic, const TemperatureSensor& sensor)
+void showTemperature(DiagnosticHandle diagnostic, const TemperatureSensor& sensor)
 {
     std::int16_t temperature = 0;
     if (succeeded(sensor.operation, sensor.get(diagnostic, &temperature)))
         printLine(sensor.label, temperature);
 }
+
+} // namespace
 
 int handleTemperature(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {

@@ -6,7 +6,10 @@
 
 #include <cstdint>
 
-static struct
+namespace
+{
+
+struct
 {
     bool modeGiven = false;
     const char* modeValue = noArgument();
@@ -16,7 +19,7 @@ static struct
     const char* valueValue = noArgument();
 } touchArgs;
 
-static const CategoryOption touchOptions[] = {
+const CategoryOption touchOptions[] = {
     {OPT_MODE, &touchArgs.modeGiven, &touchArgs.modeValue},
     {OPT_SETTING, &touchArgs.settingGiven, &touchArgs.settingValue},
     {OPT_VALUE, &touchArgs.valueGiven, &touchArgs.valueValue},
@@ -24,7 +27,7 @@ static const CategoryOption touchOptions[] = {
 
 using TouchMode = std::int32_t;
 
-static const Word modes[] = {
+const NamedValue modes[] = {
     {QV_TOUCH_MOUSE_NEXT_BOOT, "MOUSE_NEXT_BOOT"},
     {QV_TOUCH_TOUCH_NEXT_BOOT, "TOUCH_NEXT_BOOT"},
     {QV_TOUCH_MOUSE, "MOUSE"},
@@ -32,14 +35,14 @@ static const Word modes[] = {
 };
 
 // The profiles of the next boot can be read but not chosen.
-static const Word modesToChoose[] = {{QV_TOUCH_TOUCH, "TOUCH"}, {QV_TOUCH_MOUSE, "MOUSE"}};
+const NamedValue modesToChoose[] = {{QV_TOUCH_TOUCH, "TOUCH"}, {QV_TOUCH_MOUSE, "MOUSE"}};
 
 constexpr TouchMode noSuchMode = -1;
 
 using TouchSetting = std::int32_t;
 
 // Setting 9 is taken in both spellings. Its name is the misspelled one, which stands first for that.
-static const Word settings[] = {
+const NamedValue settings[] = {
     {QV_TOUCH_RIGHT_CLICK_TIME, "TS_RIGHT_CLICK_TIME"},
     {QV_TOUCH_LOW_LEVEL, "TS_LOW_LEVEL"},
     {QV_TOUCH_UNTOUCH_LEVEL, "TS_UNTOUCHLEVEL"},
@@ -59,7 +62,7 @@ constexpr TouchSetting lastSettingShown =
     QV_TOUCH_CALIBRATION_MEASUREMENTS; // Restoring the defaults is nothing to read.
 constexpr TouchSetting noSuchSetting = -1;
 
-static void printTouchHelp()
+void printTouchHelp()
 {
     printLine(
         "Category - Touch\n"
@@ -91,28 +94,28 @@ static void printTouchHelp()
         " and TS_RESTORE_DEFAULT_SETTINGS.");
 }
 
-static const char* touchModeName(TouchMode mode)
+const char* touchModeName(TouchMode mode)
 {
-    return textOf(modes, mode, "ERROR");
+    return nameOf(modes, mode, "ERROR");
 }
 
-static TouchMode parseTouchMode(const char* text)
+TouchMode parseTouchMode(const char* text)
 {
     return valueOf(modesToChoose, text, noSuchMode);
 }
 
-static const char* touchSettingName(TouchSetting setting)
+const char* touchSettingName(TouchSetting setting)
 {
-    return textOf(settings, setting, "ERROR");
+    return nameOf(settings, setting, "ERROR");
 }
 
-static TouchSetting parseTouchSetting(const char* text)
+TouchSetting parseTouchSetting(const char* text)
 {
     return valueOf(settings, text, noSuchSetting);
 }
 
 // A failed read stands under the label of a good one, on purpose.
-static void readMode(TouchScreenHandle touch)
+void readMode(TouchScreenHandle touch)
 {
     TouchMode mode = 0;
     if (succeeded("TouchScreen Profile", TouchScreen_getMode(touch, &mode)))
@@ -120,27 +123,27 @@ static void readMode(TouchScreenHandle touch)
 }
 
 // The device is asked even for a word that is no profile, and its answer decides what is printed.
-static void setMode(TouchScreenHandle touch, const char* value)
+void setMode(TouchScreenHandle touch, const char* value)
 {
     const TouchMode mode = parseTouchMode(value);
     if (succeeded("setMode", TouchScreen_setMode(touch, mode)))
         printLine("TouchScreen profile set to: ", touchModeName(mode));
 }
 
-static void readSetting(TouchScreenHandle touch, TouchSetting setting, const char* name)
+void readSetting(TouchScreenHandle touch, TouchSetting setting, const char* name)
 {
     std::uint16_t value = 0;
     if (succeeded("getAdvancedSetting", TouchScreen_getAdvancedSetting(touch, setting, &value)))
         printLine(name, ": ", value);
 }
 
-static void setSetting(TouchScreenHandle touch, TouchSetting setting, const char* name, std::uint16_t value)
+void setSetting(TouchScreenHandle touch, TouchSetting setting, const char* name, std::uint16_t value)
 {
     if (succeeded("setAdvancedSetting", TouchScreen_setAdvancedSetting(touch, setting, value)))
         printLine(name, " set to: ", value);
 }
 
-static void showEverything(TouchScreenHandle touch)
+void showEverything(TouchScreenHandle touch)
 {
     readMode(touch);
     for (TouchSetting setting = 0; setting <= lastSettingShown; ++setting)
@@ -148,7 +151,7 @@ static void showEverything(TouchScreenHandle touch)
 }
 
 // The setting is named as the user wrote it.
-static void actOnSetting(TouchScreenHandle touch)
+void readOrSetSetting(TouchScreenHandle touch)
 {
     const char* name = touchArgs.settingValue;
     const TouchSetting setting = parseTouchSetting(name);
@@ -159,6 +162,8 @@ static void actOnSetting(TouchScreenHandle touch)
     else
         readSetting(touch, setting, name);
 }
+
+} // namespace
 
 int handleTouch(const char*, int argc, char** argv, const char*, const option*, int longIndex)
 {
@@ -181,7 +186,7 @@ int handleTouch(const char*, int argc, char** argv, const char*, const option*, 
     if (touchArgs.modeGiven)
         readOrSet(touch, touchArgs.modeValue, readMode, setMode);
     if (touchArgs.settingGiven)
-        actOnSetting(touch);
+        readOrSetSetting(touch);
 
     return static_cast<int>(TouchScreen_release(touch));
 }

@@ -8,6 +8,9 @@
 #include <cstdint>
 #include <cstdio>
 
+namespace
+{
+
 struct VersionItem
 {
     const char* argument;
@@ -17,7 +20,7 @@ struct VersionItem
                     std::uint8_t* build);
 };
 
-static const VersionItem items[] = {
+const VersionItem items[] = {
     {"FPGA", "FPGAVersion: ", "getFPGAVersion", lateBound<AuxVersion_getFPGAVersion>},
     {"FRONT", "FrontVersion: ", "getFrontVersion", lateBound<AuxVersion_getFrontVersion>},
     {"SS", "SSVersion: ", "getSSVersion", lateBound<AuxVersion_getSSVersion>},
@@ -26,7 +29,7 @@ static const VersionItem items[] = {
     {"OSVersion", "OSVersion: ", "getOSVersion", lateBound<AuxVersion_getOSVersion>},
 };
 
-static void printVersionHelp()
+void printVersionHelp()
 {
     printLine("Category - Version\n"
               "This category is used to get information about the installed software. Not only \n"
@@ -48,7 +51,7 @@ static void printVersionHelp()
               "--version=\tOSVersion\tOS release.");
 }
 
-static void showVersion(AuxVersionHandle version, const VersionItem& item)
+void showVersion(AuxVersionHandle version, const VersionItem& item)
 {
     std::uint8_t major = 0;
     std::uint8_t minor = 0;
@@ -57,6 +60,8 @@ static void showVersion(AuxVersionHandle version, const VersionItem& item)
     if (succeeded(item.operation, item.get(version, &major, &minor, &release, &build)))
         printLine(item.label, major, ".", minor, ".", release, ".", build);
 }
+
+} // namespace
 
 int handleVersion(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {
