@@ -1,4 +1,4 @@
-// The one line in which a failed call of the device API is reported.
+// Reports failed calls of the device API.
 
 #pragma once
 
@@ -7,8 +7,9 @@
 // Prints "<label>: " and the text of `error`.
 void reportApiError(const char* label, ApiError error);
 
-// True for success. Any other result is reported under `label`.
+// Returns whether `result` is QV_SUCCESS. Reports any other result under `label`.
 [[nodiscard]] bool succeeded(const char* label, ApiError result);
 
-// Reports a result that is no success, where what follows is the same after a failure.
+// Reports `result` under `label` unless it is QV_SUCCESS. For callers that continue in the same way after a
+// failure.
 void reportFailure(const char* label, ApiError result);

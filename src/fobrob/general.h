@@ -1,11 +1,11 @@
-// What the program says of itself.
+// The name and version of the program, and its general screens.
 
 #pragma once
 
-// The program's base name, set before anything else.
+// The base name of the program. main sets it before anything else.
 extern const char* program_name;
 
-// Keeps the part of `path` after its last slash; `path` must outlive the program.
+// Sets program_name to the part of `path` that follows its last slash. `path` is not copied.
 void setProgramName(const char* path);
 
 int programVersionMajor();
@@ -17,4 +17,4 @@ void printProgramVersionLine();
 
 void printUsage();                // usage.cpp
 void printList();                 // list.cpp
-[[noreturn]] void printVersion(); // version.cpp
+[[noreturn]] void printVersion(); // version.cpp; exits with status 0

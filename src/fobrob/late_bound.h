@@ -1,8 +1,8 @@
 // Device operations in tables.
 //
-// The address of an operation would be looked up when the program starts, and a library that lacks it would
-// stop the program even when nobody asks for it. lateBound<operation> stands for the operation and looks it
-// up at the first call.
+// A table that contains the address of an operation makes the loader resolve it when the program starts. A
+// device library that lacks the operation would then keep the program from starting, even for a category that
+// does not use it. lateBound<operation> has the same parameters and resolves the operation at its first call.
 
 #pragma once
 

@@ -2,7 +2,8 @@
 
 #include "fobrob/output.h"
 
-// A text of its own: it looks like the tables of the help screens, but differs from them in places.
+// Intentional: the tables resemble those of the help screens but differ from them in places. The output is
+// fixed.
 void printList()
 {
     printLine(

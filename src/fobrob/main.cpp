@@ -1,4 +1,4 @@
-// The entry point: the first option decides what the one run of the program does.
+// The dispatcher: the first option determines the one action of a run.
 
 #include "fobrob/category.h"
 #include "fobrob/general.h"
@@ -43,7 +43,7 @@ const Category* findCategory(int code)
 
 } // namespace
 
-// The exit status is 0 whatever happens: what went wrong is said in the output.
+// Intentional: the exit status is always 0. Scripts depend on it, and recognise errors by the output.
 int main(int argc, char** argv)
 {
     setProgramName("fobrob");

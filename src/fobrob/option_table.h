@@ -68,8 +68,8 @@ enum OptionCode : int
     OPT_LED_DIMMING = 60,
     OPT_LIGHTSENSOR = 61,
     OPT_ILLUMINANCE = 62,
-    // Intentional: equal to '?', which getopt_long returns for an option it does not accept. Scripts depend
-    // on a mistyped option of the advanced category being processed as this one.
+    // Intentional: equal to '?', which getopt_long returns for an option it does not accept. A mistyped
+    // option of the advanced category is therefore processed as this one.
     OPT_RESCUE_MODE_NEXT_BOOT = 63,
     OPT_FACTORY_RESET = 64,
     OPT_SYSTEM_MODE = 65,

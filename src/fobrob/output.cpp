@@ -25,13 +25,13 @@ void writeInteger(Integer number)
 
 } // namespace
 
-// A buffer of our own saves the C library from asking for memory and for the kind of file that standard
-// output is. It holds the longest text.
 void prepareOutput()
 {
+    // With its own buffer, the C library neither allocates one nor calls fstat. The longest text fits into
+    // it.
     static char buffer[16384];
     std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
-    // A reader that goes away ends neither firmware work nor the settings that are still to be made.
+    // Firmware work and the remaining settings continue if the reader of standard output exits.
     std::signal(SIGPIPE, SIG_IGN);
 }
 

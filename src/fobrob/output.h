@@ -1,26 +1,26 @@
-// Standard output, one finished line at a time.
+// Writes complete lines to standard output.
 //
-// A null text silences standard output for the rest of the run: what stood before it on its line is
-// written, but neither that text, nor the newline, nor any later line.
+// A null text suppresses all further output of the run. The earlier parts of its line are written; the rest
+// of the line, the newline and all later lines are not.
 
 #pragma once
 
 #include <concepts>
 
-// To be called before anything is printed.
+// Sets up standard output. Must be called before anything is printed.
 void prepareOutput();
 
-// The parts of a line, for printLine alone.
+// Used by printLine only.
 void printPart(const char* text);
-void printPart(double number); // six significant digits
+void printPart(double number); // with up to six significant digits
 void printSigned(long long number);
 void printUnsigned(unsigned long long number);
 void endLine();
 
 void printPart(bool) = delete;
-void printPart(char) = delete; // signed on one processor, unsigned on the next
+void printPart(char) = delete; // signed on some processors, unsigned on others
 
-// Integers of every width print as numbers, an eight-bit one too.
+// Integers of every width are printed as numbers, including 8-bit ones.
 template <std::signed_integral Integer>
 void printPart(Integer number)
 {
@@ -33,7 +33,7 @@ void printPart(Integer number)
     printUnsigned(number);
 }
 
-// Writes the parts and a newline, and flushes.
+// Writes the parts and a newline, then flushes standard output.
 template <typename... Part>
 void printLine(Part... parts)
 {

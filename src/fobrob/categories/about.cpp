@@ -20,18 +20,6 @@ const CategoryOption aboutOptions[] = {
     {OPT_EEPROM, &aboutArgs.eepromGiven, &aboutArgs.eepromArgument},
 };
 
-// The modules that the reports read.
-struct Sources
-{
-    AdcHandle adc;
-    AboutHandle about;
-    DiagnosticHandle diagnostic;
-    QVAuxPrivateHandle privateAccess;
-};
-
-// By channel number.
-const char voltageChannelNames[QV_ADC_CHANNEL_COUNT][11] = QV_ADC_CHANNEL_NAMES;
-
 void printAboutHelp()
 {
     printLine("Category - About\n"
@@ -51,13 +39,13 @@ void printAboutHelp()
               "--about=\tADC\t\tGet ADC information.");
 }
 
-// What a unit does not support is left out of the report.
+// Reports omit what the unit does not support.
 bool succeededIfSupported(const char* operation, ApiError result)
 {
     return result != QV_NOT_SUPPORTED && succeeded(operation, result);
 }
 
-// A text may come without a terminator: the device is told of one byte less than there is.
+// The device gets one byte less than the buffer has, because its texts may have no terminator.
 constexpr std::uint32_t textLength = 256;
 
 template <auto get>
@@ -131,7 +119,8 @@ void showEquipment(AboutHandle about)
     showCount<About_getNrOfVideoConnections>(about, "Number of video connections=", "getNrOfVideoConnections",
                                              count);
 
-    // From here on the count keeps what the row before left in it.
+    // Intentional: from here on `count` keeps the value of the previous row. If an operation succeeds without
+    // writing its result, that value is printed.
     if (succeededIfSupported("getNrOfDigIOConnections", About_getNrOfDigIOConnections(about, &count)))
         printLine("Nr of digital I/O connections=", count);
 
@@ -142,7 +131,7 @@ void showEquipment(AboutHandle about)
     if (succeededIfSupported("getNrOfCfgInConnections", About_getNrOfCfgInConnections(about, &count)))
         printLine("Nr of Configurable inputs=", count);
 
-    // The two names of the failing call are meant.
+    // Intentional: the name in the error message depends on the error. The output is fixed.
     const ApiError pwmResult = About_getNrOfPWMOutConnections(about, &count);
     if (succeededIfSupported(pwmResult == QV_BOARD_NOT_FITTED ? "getNrOfPWMOutConnections"
                                                               : "getNrOfPWMOutInConnections",
@@ -169,14 +158,23 @@ void showAddOnBoard(AboutHandle about)
     showMounted<About_getIsWLANMounted>(about, "WLAN", "getIsWLANMounted");
 }
 
-void reportEeprom(const Sources& sources)
+// The modules that the reports read from.
+struct Modules
 {
-    showMainBoard(sources.about);
-    showEquipment(sources.about);
-    showAddOnBoard(sources.about);
+    AdcHandle adc;
+    AboutHandle about;
+    DiagnosticHandle diagnostic;
+    QVAuxPrivateHandle privateAccess;
+};
+
+void reportEeprom(const Modules& modules)
+{
+    showMainBoard(modules.about);
+    showEquipment(modules.about);
+    showAddOnBoard(modules.about);
 }
 
-void reportRawEeprom(const Sources& sources)
+void reportRawEeprom(const Modules& modules)
 {
     static std::uint8_t rawEepromBuffer[QV_EEPROM_SIZE];
 
@@ -189,8 +187,9 @@ void reportRawEeprom(const Sources& sources)
         return;
     }
 
-    // The last byte is never asked for: where nothing is erased, the zero in it is written too.
-    const ApiError result = QVAuxPrivate_getEepromData(sources.privateAccess, eeprom, rawEepromBuffer,
+    // Intentional: the last byte is not read. If no byte is erased, the output ends with a zero byte in its
+    // place.
+    const ApiError result = QVAuxPrivate_getEepromData(modules.privateAccess, eeprom, rawEepromBuffer,
                                                        sizeof rawEepromBuffer - 1);
     if (!succeeded("getEepromData", result))
         return;
@@ -256,33 +255,36 @@ void showTemperatures(DiagnosticHandle diagnostic)
         printLine("CPU BOARD temp=", temperature);
 }
 
-void reportDiagnostic(const Sources& sources)
+void reportDiagnostic(const Modules& modules)
 {
-    showStartupReason(sources.diagnostic);
-    showShutdownReason(sources.diagnostic);
-    showHwErrorStatus(sources.diagnostic);
-    showTimer(sources.diagnostic);
+    showStartupReason(modules.diagnostic);
+    showShutdownReason(modules.diagnostic);
+    showHwErrorStatus(modules.diagnostic);
+    showTimer(modules.diagnostic);
 
     std::int16_t minimum = 0;
     std::int16_t maximum = 0;
     if (succeededIfSupported("getMinMaxTemp",
-                             Diagnostic_getMinMaxTemp(sources.diagnostic, &minimum, &maximum)))
+                             Diagnostic_getMinMaxTemp(modules.diagnostic, &minimum, &maximum)))
         printLine("Min temp=", minimum, ", max temp=", maximum);
 
     std::uint16_t powerCycles = 0;
-    if (succeededIfSupported("getPowerCycles", Diagnostic_getPowerCycles(sources.diagnostic, &powerCycles)))
+    if (succeededIfSupported("getPowerCycles", Diagnostic_getPowerCycles(modules.diagnostic, &powerCycles)))
         printLine("Power cycles=", powerCycles);
 
-    showTemperatures(sources.diagnostic);
+    showTemperatures(modules.diagnostic);
 }
 
-void reportAdc(const Sources& sources)
+// Indexed by channel number.
+const char voltageChannelNames[QV_ADC_CHANNEL_COUNT][11] = QV_ADC_CHANNEL_NAMES;
+
+void reportAdc(const Modules& modules)
 {
     for (std::int32_t channel = 0; channel < QV_ADC_CHANNEL_COUNT; ++channel)
     {
         const char* name = voltageChannelNames[channel];
         double volts = 0;
-        const ApiError result = Adc_getVoltage(sources.adc, channel, &volts);
+        const ApiError result = Adc_getVoltage(modules.adc, channel, &volts);
         if (result == QV_SUCCESS)
             printLine("VOLTAGE_", name, ": Voltage=", volts);
         else if (result != QV_NOT_SUPPORTED)
@@ -293,7 +295,7 @@ void reportAdc(const Sources& sources)
 struct Report
 {
     const char* argument;
-    void (*print)(const Sources& sources);
+    void (*print)(const Modules& modules);
 };
 
 const Report reports[] = {
@@ -315,7 +317,8 @@ const Report* findReport(const char* argument)
 
 int handleAbout(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {
-    // Both are meant: that the refusal names the version category, and that help needs no handle here.
+    // Intentional: the message names the version category. The output is fixed.
+    // The handles are acquired after parsing, so that --help calls no device operation.
     const ParsedOptions parsed =
         parseOptions(argc, argv, longIndex, aboutOptions, RepeatWithoutValue::clearsValue,
                      "Error: Version should not take any more options.");

@@ -59,7 +59,8 @@ void readIntensity(BacklightHandle backlight)
         printLine("Intensity: ", intensity);
 }
 
-// There is no upper bound: the device gets the low eight bits, the message shows the whole number.
+// Intentional: there is no upper limit. The device gets the number truncated to 8 bits, the message shows all
+// of it.
 void setIntensity(BacklightHandle backlight, const char* value)
 {
     const long intensity = parseNumber(value);
@@ -79,7 +80,7 @@ void readAutomatic(BacklightHandle backlight)
 
 void startAutomatic(BacklightHandle backlight)
 {
-    // A filter that is refused does not keep the regulation from starting.
+    // The regulation starts even if the device refuses the filter.
     reportFailure("setAutomaticBLFilter", Backlight_setAutomaticBLFilter(backlight, 4, 2, 40, 2));
     if (succeeded("startAutomaticBL", Backlight_startAutomaticBL(backlight)))
         printLine("Automatic BL started.");
@@ -95,7 +96,7 @@ void setAutomatic(BacklightHandle backlight, const char* value)
 {
     const std::int32_t state = valueOf(enabledDisabled, value, noSuchState);
     if (state == noSuchState)
-        refuseIntensity(); // The intensity's message stands for this option too.
+        refuseIntensity(); // Intentional: the same message. The output is fixed.
     else if (state)
         startAutomatic(backlight);
     else
@@ -115,7 +116,7 @@ void setLedDimming(BacklightHandle backlight, const char* value)
     if (state == noSuchState)
         printLine("setLedDimming: Invalid argument");
     else if (succeeded("setLedDimming", Backlight_setLedDimming(backlight, state)))
-        printLine("LedDimming enabled."); // Said of disabling too.
+        printLine("LedDimming enabled."); // Intentional: also after disabling. The output is fixed.
 }
 
 } // namespace

@@ -18,7 +18,7 @@ struct
     const char* volumeValue = noArgument();
     bool statusGiven = false;
     const char* statusValue = noArgument();
-    bool reservedFlag = false; // part of the record, used by nothing yet
+    bool reservedFlag = false; // part of the record, unused
 } buzzerArgs;
 
 const CategoryOption buzzerOptions[] = {
@@ -116,7 +116,6 @@ int handleBuzzer(const char*, int argc, char** argv, const char*, const option*,
         return 0;
     }
 
-    // A foreign option beside one of the buzzer's is let through.
     if (parsed.onlyInvalidOptions())
         printLine("Invalid argument");
     if (buzzerArgs.frequencyGiven || parsed.showAll())

@@ -14,7 +14,7 @@ struct
 {
     bool baudrateGiven = false;
     const char* baudrateValue = nullptr;
-    std::int32_t reservedField = 0; // part of the record, used by nothing yet
+    std::int32_t reservedField = 0; // part of the record, unused
 } canArgs;
 
 const CategoryOption canOptions[] = {
@@ -23,7 +23,8 @@ const CategoryOption canOptions[] = {
 
 std::uint8_t canChannelCount = 0;
 
-// The help counts the channels from 1, the handler from 0. It is meant to stay so.
+// Intentional: the help numbers the channels from 1, the handler from 0. Scripts depend on the names that the
+// handler accepts.
 void printCanHelp()
 {
     printLine("Category - CAN\n"
@@ -63,7 +64,7 @@ bool isChannel(const char* argument, std::uint8_t index)
     return equalsIgnoringCase(argument, name);
 }
 
-// The device counts the channels from 1.
+// The device numbers the channels from 1.
 std::uint8_t deviceChannel(std::uint8_t index)
 {
     return static_cast<std::uint8_t>(index + 1);
@@ -94,7 +95,7 @@ void setBaudrate(CanSettingHandle can, std::uint8_t index)
         printLine("CAN device ", index, " baud rate set to: ", baudrate);
 }
 
-// A channel that the unit does not have is passed over without a word.
+// Intentional: a channel that the unit does not have is silently ignored.
 void setNamedBaudrate(CanSettingHandle can, const char* argument)
 {
     for (std::uint8_t index = 0; index < canChannelCount; ++index)

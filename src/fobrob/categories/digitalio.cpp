@@ -36,7 +36,7 @@ void printDigitalIoHelp()
               "--digitalio=\tDI4\t\tGet current value for digital input 4.");
 }
 
-// Every input is read afresh, so that its line shows what it is now.
+// Reads the inputs again for each line, so that it shows the current state.
 void showInput(DigIOHandle digIO, const DigitalInput& input)
 {
     std::uint8_t states = 0;

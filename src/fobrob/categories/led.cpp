@@ -25,7 +25,7 @@ struct
     const char* idletimeValue = noArgument();
     bool startupGiven = false;
     const char* startupValue = noArgument();
-    bool reservedFlag = false; // part of the record, used by nothing yet
+    bool reservedFlag = false; // part of the record, unused
 } ledArgs;
 
 const CategoryOption ledOptions[] = {
@@ -36,15 +36,6 @@ const CategoryOption ledOptions[] = {
     {OPT_IDLETIME, &ledArgs.idletimeGiven, &ledArgs.idletimeValue},
     {OPT_STARTUP, &ledArgs.startupGiven, &ledArgs.startupValue},
 };
-
-using LedColor = std::int32_t;
-
-const NamedValue colors[] = {
-    {QV_COLOR_RED, "RED"},   {QV_COLOR_GREEN, "GREEN"},     {QV_COLOR_BLUE, "BLUE"},
-    {QV_COLOR_CYAN, "CYAN"}, {QV_COLOR_MAGENTA, "MAGENTA"}, {QV_COLOR_YELLOW, "YELLOW"},
-};
-
-constexpr LedColor noSuchColor = 6;
 
 void printLedHelp()
 {
@@ -81,6 +72,15 @@ void printLedHelp()
               "--led\t\t\t--startup=\tEnable/Disable\tSet LED start-up status.");
 }
 
+using LedColor = std::int32_t;
+
+const NamedValue colors[] = {
+    {QV_COLOR_RED, "RED"},   {QV_COLOR_GREEN, "GREEN"},     {QV_COLOR_BLUE, "BLUE"},
+    {QV_COLOR_CYAN, "CYAN"}, {QV_COLOR_MAGENTA, "MAGENTA"}, {QV_COLOR_YELLOW, "YELLOW"},
+};
+
+constexpr LedColor noSuchColor = 6;
+
 const char* colorToString(LedColor color)
 {
     return nameOf(colors, color, "UNDEFINED COLOR");
@@ -91,7 +91,8 @@ LedColor stringToColor(const char* text)
     return valueOf(colors, text, noSuchColor);
 }
 
-// Frequency and duty cycle are one setting of the device: to change one, the other is read and written back.
+// Frequency and duty cycle are one setting of the device. To change one of them, the other one is read first
+// and written back.
 struct Signal
 {
     double frequency = 0;       // Hz
@@ -177,7 +178,7 @@ void readPulses(FrontLEDHandle led)
         printLine("LED pulses: ", pulses);
 }
 
-// The count is sent before it is checked, on purpose: a negative one is refused although it has been sent.
+// Intentional: the count is sent before it is checked. A negative one is rejected after it has been sent.
 void setPulses(FrontLEDHandle led, const char* value)
 {
     const long number = parseNumber(value);
@@ -209,7 +210,7 @@ void setIdleTime(FrontLEDHandle led, const char* value)
         printLine("LED idle time set to: ", milliseconds);
 }
 
-// A failed read is reported and judged all the same.
+// Intentional: a status line follows even a failed read. The output is fixed.
 void readStartup(FrontLEDHandle led)
 {
     std::int32_t enabled = 0;

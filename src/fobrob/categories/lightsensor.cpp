@@ -51,7 +51,7 @@ int handleLightsensor(const char*, int argc, char** argv, const char*, const opt
         return 0;
     }
 
-    // A foreign option beside --illuminance is let through.
+    // Intentional: an invalid option has no effect if --illuminance is given too.
     if (parsed.onlyInvalidOptions())
         printLine("Invalid argument");
     else

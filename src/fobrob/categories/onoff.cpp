@@ -41,6 +41,42 @@ const CategoryOption onoffOptions[] = {
     {OPT_ALWAYS_ON, &onoffArgs.alwaysOnGiven, &onoffArgs.alwaysOnValue},
 };
 
+void printOnOffHelp()
+{
+    printLine(
+        "Category - ONOFF\n"
+        "Use this category to adjust the settings of the OnOff functionality, such as: startup and suspend triggers etc. \n"
+        "\n"
+        "Usage\n"
+        "The category should not be passed an argument. If no option is used, all available\n"
+        "information about the OnOff functionality will be printed. It is possible to combine \n"
+        "several options to get more information with one call. See the table below for \n"
+        "available arguments and examples.\n"
+        "\n"
+        "Two examples how options can be combined:\n"
+        "Ex1: ./Fobrob --onoff --longpress=SHUTDOWN --longpress_time=2000 --shotpress=SUSPEND\n"
+        "Ex2: ./Fobrob --onoff --onoff_signal=SUSPEND --suspend_max_time=120\n"
+        "\n"
+        "Category\tArg\tOption\t\tArg\t\tNote\n"
+        "--onoff\t\t\t\t\t\t\tShow information about OnOff configuration.\n"
+        "--onoff\t\t\t--shortpress\t\t\tGet Short button press action.\n"
+        "--onoff\t\t\t--longpress\t\t\tGet Long button press action.\n"
+        "--onoff\t\t\t--longpress_time\t\tGet Long button press trigger time.\n"
+        "--onoff\t\t\t--onoff_signal\t\t\tGet OnOff signal action.\n"
+        "--onoff\t\t\t--onoff_signal_time\t\tGet OnOff signal trigger time.\n"
+        "--onoff\t\t\t--unit_startup\t\t\tGet unit startup trigger.\n"
+        "--onoff\t\t\t--suspend_max_time\t\tGet maximum suspend time.\n"
+        "\n"
+        "--onoff\t\t\t--shortpress=\tNOACTION/SUSPEND/SHUTDOWN\tSet short press action.\n"
+        "--onoff\t\t\t--longpress=\tNOACTION/SUSPEND/SHUTDOWN\tSet long press action.\n"
+        "--onoff\t\t\t--longpress_time=\t[Length]\tSet long press trigger length in ms.\n"
+        "--onoff\t\t\t--onoff_signal=\tNOACTION/SUSPEND/SHUTDOWN\tSet onoff - signal action.\n"
+        "--onoff\t\t\t--onoff_signal_time=\t[Length]\tSet onoff-signal trigger length in s.\n"
+        "--onoff\t\t\t--always_on=\tEnable/Disable\tSet unit to start always when power turned on.\n"
+        "--onoff\t\t\t--unit_startup=\tFRONT/ONOFF/BOTH\tSet unit startup trigger.\n"
+        "--onoff\t\t\t--suspend_max_time=\t[Length]\tSet maximum time in suspend in minutes.(0 = disable)");
+}
+
 using ButtonAction = std::int32_t;
 
 const NamedValue actions[] = {
@@ -50,6 +86,16 @@ const NamedValue actions[] = {
 };
 
 constexpr ButtonAction noSuchAction = 10;
+
+const char* actionToString(ButtonAction action)
+{
+    return nameOf(actions, action, "UNDEFINED ACTION");
+}
+
+ButtonAction stringToAction(const char* text)
+{
+    return valueOf(actions, text, noSuchAction);
+}
 
 using StartupTrigger = std::int32_t;
 
@@ -93,52 +139,6 @@ const NamedValue triggerDescriptions[] = {
 
 constexpr StartupTrigger noSuchTrigger = 255;
 
-void printOnOffHelp()
-{
-    printLine(
-        "Category - ONOFF\n"
-        "Use this category to adjust the settings of the OnOff functionality, such as: startup and suspend triggers etc. \n"
-        "\n"
-        "Usage\n"
-        "The category should not be passed an argument. If no option is used, all available\n"
-        "information about the OnOff functionality will be printed. It is possible to combine \n"
-        "several options to get more information with one call. See the table below for \n"
-        "available arguments and examples.\n"
-        "\n"
-        "Two examples how options can be combined:\n"
-        "Ex1: ./Fobrob --onoff --longpress=SHUTDOWN --longpress_time=2000 --shotpress=SUSPEND\n"
-        "Ex2: ./Fobrob --onoff --onoff_signal=SUSPEND --suspend_max_time=120\n"
-        "\n"
-        "Category\tArg\tOption\t\tArg\t\tNote\n"
-        "--onoff\t\t\t\t\t\t\tShow information about OnOff configuration.\n"
-        "--onoff\t\t\t--shortpress\t\t\tGet Short button press action.\n"
-        "--onoff\t\t\t--longpress\t\t\tGet Long button press action.\n"
-        "--onoff\t\t\t--longpress_time\t\tGet Long button press trigger time.\n"
-        "--onoff\t\t\t--onoff_signal\t\t\tGet OnOff signal action.\n"
-        "--onoff\t\t\t--onoff_signal_time\t\tGet OnOff signal trigger time.\n"
-        "--onoff\t\t\t--unit_startup\t\t\tGet unit startup trigger.\n"
-        "--onoff\t\t\t--suspend_max_time\t\tGet maximum suspend time.\n"
-        "\n"
-        "--onoff\t\t\t--shortpress=\tNOACTION/SUSPEND/SHUTDOWN\tSet short press action.\n"
-        "--onoff\t\t\t--longpress=\tNOACTION/SUSPEND/SHUTDOWN\tSet long press action.\n"
-        "--onoff\t\t\t--longpress_time=\t[Length]\tSet long press trigger length in ms.\n"
-        "--onoff\t\t\t--onoff_signal=\tNOACTION/SUSPEND/SHUTDOWN\tSet onoff - signal action.\n"
-        "--onoff\t\t\t--onoff_signal_time=\t[Length]\tSet onoff-signal trigger length in s.\n"
-        "--onoff\t\t\t--always_on=\tEnable/Disable\tSet unit to start always when power turned on.\n"
-        "--onoff\t\t\t--unit_startup=\tFRONT/ONOFF/BOTH\tSet unit startup trigger.\n"
-        "--onoff\t\t\t--suspend_max_time=\t[Length]\tSet maximum time in suspend in minutes.(0 = disable)");
-}
-
-const char* actionToString(ButtonAction action)
-{
-    return nameOf(actions, action, "UNDEFINED ACTION");
-}
-
-ButtonAction stringToAction(const char* text)
-{
-    return valueOf(actions, text, noSuchAction);
-}
-
 const char* startupTriggerToString(StartupTrigger trigger)
 {
     return nameOf(triggerDescriptions, trigger, "UNDEFINED CONFIG");
@@ -149,7 +149,7 @@ StartupTrigger stringToStartupTrigger(const char* text)
     return valueOf(triggerWords, text, noSuchTrigger);
 }
 
-// The three settings that hold an action.
+// The settings whose value is an action.
 struct ActionSetting
 {
     const char* readLabel;
@@ -197,8 +197,8 @@ void setAction(ConfigHandle config, const ActionSetting& setting, const char* va
         printLine(setting.setLabel, actionToString(action));
 }
 
-// The two settings that hold a time in sixteen bits. The device gets the low sixteen bits of the number, the
-// message shows all of it.
+// The settings whose value is a time of 16 bits. Intentional: the device gets the number truncated to 16
+// bits, the message shows all of it.
 struct TimeSetting
 {
     const char* readLabel;
@@ -249,7 +249,7 @@ void readOnOffSignalTime(ConfigHandle config)
         printLine("OnOffSignalTime: ", seconds, "s");
 }
 
-// Unlike the other times, this one is sent whatever it is.
+// Intentional: unlike the other times, this one is not checked.
 void setOnOffSignalTime(ConfigHandle config, const char* value)
 {
     const auto seconds = static_cast<std::uint32_t>(parseNumber(value));
@@ -264,7 +264,7 @@ void readAlwaysOn(ConfigHandle config)
         printLine("PowerOnStartup: ", enabled == QV_ENABLED ? "Enabled" : "Disabled");
 }
 
-// The help offers Enable and Disable, which are refused here. Both are meant to stay.
+// Intentional: the help offers Enable and Disable, which are rejected. Scripts depend on the accepted words.
 void setAlwaysOn(ConfigHandle config, const char* value)
 {
     const std::int32_t state = valueOf(enabledDisabled, value, noSuchState);

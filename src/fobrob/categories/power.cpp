@@ -34,20 +34,7 @@ const CategoryOption powerOptions[] = {
     {OPT_EXTFAN, &powerArgs.extfanGiven, &powerArgs.extfanValue},
 };
 
-struct Handles
-{
-    PowerHandle power;
-    ConfigHandle config;
-};
-
-enum class Mode
-{
-    none,
-    current,
-    startup,
-};
-
-// The help writes "start up" where the results write "Start-up". Both are meant.
+// Intentional: "start up" here is "Start-up" in the results. The output is fixed.
 void printPowerHelp()
 {
     printLine(
@@ -96,6 +83,19 @@ void printPowerHelp()
         "--power=\tstartup\t--extfan=\tEnable/Disable\tSet start up power status for external fan.");
 }
 
+struct Modules
+{
+    PowerHandle power;
+    ConfigHandle config;
+};
+
+enum class Mode
+{
+    none,
+    current,
+    startup,
+};
+
 Mode parseMode(const char* argument)
 {
     if (equalsIgnoringCase(argument, "Current"))
@@ -110,42 +110,42 @@ const char* modeName(Mode mode)
     return mode == Mode::current ? "Current" : "Start-up";
 }
 
-// The operations come in pairs, one for each mode.
+// Each operation exists once per mode.
 
-ApiError getVideo(const Handles& handles, Mode mode, std::uint8_t* mask)
+ApiError getVideo(const Modules& modules, Mode mode, std::uint8_t* mask)
 {
-    return mode == Mode::current ? Power_getVideoPowerStatus(handles.power, mask)
-                                 : Config_getVideoStartupPowerConfig(handles.config, mask);
+    return mode == Mode::current ? Power_getVideoPowerStatus(modules.power, mask)
+                                 : Config_getVideoStartupPowerConfig(modules.config, mask);
 }
 
-ApiError setVideo(const Handles& handles, Mode mode, std::uint8_t mask)
+ApiError setVideo(const Modules& modules, Mode mode, std::uint8_t mask)
 {
-    return mode == Mode::current ? Power_setVideoPowerStatus(handles.power, mask)
-                                 : Config_setVideoStartupPowerConfig(handles.config, mask);
+    return mode == Mode::current ? Power_setVideoPowerStatus(modules.power, mask)
+                                 : Config_setVideoStartupPowerConfig(modules.config, mask);
 }
 
-ApiError getCan(const Handles& handles, Mode mode, std::int32_t* state)
+ApiError getCan(const Modules& modules, Mode mode, std::int32_t* state)
 {
-    return mode == Mode::current ? Power_getCanPowerStatus(handles.power, state)
-                                 : Config_getCanStartupPowerConfig(handles.config, state);
+    return mode == Mode::current ? Power_getCanPowerStatus(modules.power, state)
+                                 : Config_getCanStartupPowerConfig(modules.config, state);
 }
 
-ApiError setCan(const Handles& handles, Mode mode, std::int32_t state)
+ApiError setCan(const Modules& modules, Mode mode, std::int32_t state)
 {
-    return mode == Mode::current ? Power_setCanPowerStatus(handles.power, state)
-                                 : Config_setCanStartupPowerConfig(handles.config, state);
+    return mode == Mode::current ? Power_setCanPowerStatus(modules.power, state)
+                                 : Config_setCanStartupPowerConfig(modules.config, state);
 }
 
-ApiError getExtFan(const Handles& handles, Mode mode, std::int32_t* state)
+ApiError getExtFan(const Modules& modules, Mode mode, std::int32_t* state)
 {
-    return mode == Mode::current ? Power_getExtFanPowerStatus(handles.power, state)
-                                 : Config_getExtFanStartupPowerConfig(handles.config, state);
+    return mode == Mode::current ? Power_getExtFanPowerStatus(modules.power, state)
+                                 : Config_getExtFanStartupPowerConfig(modules.config, state);
 }
 
-ApiError setExtFan(const Handles& handles, Mode mode, std::int32_t state)
+ApiError setExtFan(const Modules& modules, Mode mode, std::int32_t state)
 {
-    return mode == Mode::current ? Power_setExtFanPowerStatus(handles.power, state)
-                                 : Config_setExtFanStartupPowerConfig(handles.config, state);
+    return mode == Mode::current ? Power_setExtFanPowerStatus(modules.power, state)
+                                 : Config_setExtFanStartupPowerConfig(modules.config, state);
 }
 
 const char* stateText(bool enabled)
@@ -158,12 +158,12 @@ const char* setText(std::int32_t state)
     return state ? "Enable." : "Disable.";
 }
 
-// All four channels are one mask on the device: it is read afresh for each, and the other three bits are
-// written back as they were.
-void readOrSetVideo(const Handles& handles, Mode mode, int channel, const char* value)
+// All channels share one mask on the device. It is read again for each channel, and the bits of the other
+// channels are written back unchanged.
+void readOrSetVideo(const Modules& modules, Mode mode, int channel, const char* value)
 {
     std::uint8_t mask = 0;
-    if (!succeeded("getVideoPowerStatus", getVideo(handles, mode, &mask)))
+    if (!succeeded("getVideoPowerStatus", getVideo(modules, mode, &mask)))
         return;
 
     const int bit = 1 << (channel - 1);
@@ -177,15 +177,15 @@ void readOrSetVideo(const Handles& handles, Mode mode, int channel, const char* 
     const auto changed = static_cast<std::uint8_t>(state ? mask | bit : mask & ~bit);
     if (state == noSuchState)
         printLine("Invalid argument");
-    else if (succeeded("setVideoPowerStatus", setVideo(handles, mode, changed)))
+    else if (succeeded("setVideoPowerStatus", setVideo(modules, mode, changed)))
         printLine(modeName(mode), " - Video channel ", channel, " power status set to ", setText(state));
 }
 
-void readOrSetCan(const Handles& handles, Mode mode, std::int32_t& readState)
+void readOrSetCan(const Modules& modules, Mode mode, std::int32_t& readState)
 {
     if (isReadRequest(powerArgs.canValue))
     {
-        if (succeeded("getCanPowerStatus", getCan(handles, mode, &readState)))
+        if (succeeded("getCanPowerStatus", getCan(modules, mode, &readState)))
             printLine(modeName(mode), " - CAN power status: ", stateText(readState == QV_ENABLED));
         return;
     }
@@ -193,17 +193,17 @@ void readOrSetCan(const Handles& handles, Mode mode, std::int32_t& readState)
     const std::int32_t state = valueOf(enableDisable, powerArgs.canValue, noSuchState);
     if (state == noSuchState)
         printLine("Invalid argument");
-    else if (succeeded("setCanPowerStatus", setCan(handles, mode, state)))
+    else if (succeeded("setCanPowerStatus", setCan(modules, mode, state)))
         printLine(modeName(mode), " - CAN power status set to ", setText(state));
 }
 
-// A failed read is reported and followed by the status line all the same, with the state that the CAN read
-// may have left in `readState`. At start-up the fan is set by the value of --can. Both are meant.
-void readOrSetExtFan(const Handles& handles, Mode mode, std::int32_t& readState)
+// Intentional: the status line follows even a failed read; it shows the state that the CAN read may have left
+// in `readState`. For start-up, the value of --can is used to set the fan. Scripts depend on both.
+void readOrSetExtFan(const Modules& modules, Mode mode, std::int32_t& readState)
 {
     if (isReadRequest(powerArgs.extfanValue))
     {
-        reportFailure("getExtFanPowerStatus", getExtFan(handles, mode, &readState));
+        reportFailure("getExtFanPowerStatus", getExtFan(modules, mode, &readState));
         printLine(modeName(mode), " - External fan power status: ", stateText(readState == QV_ENABLED));
         return;
     }
@@ -212,33 +212,33 @@ void readOrSetExtFan(const Handles& handles, Mode mode, std::int32_t& readState)
     const std::int32_t state = valueOf(enableDisable, value, noSuchState);
     if (state == noSuchState)
         printLine("Invalid argument");
-    else if (succeeded("setExtFanPowerStatus", setExtFan(handles, mode, state)))
+    else if (succeeded("setExtFanPowerStatus", setExtFan(modules, mode, state)))
         printLine(modeName(mode), " - External fan power status set to ", setText(state));
 }
 
-void readOrSetMembers(const Handles& handles, Mode mode, bool showAll)
+void readOrSetMembers(const Modules& modules, Mode mode, bool showAll)
 {
     if (powerArgs.vchannel1Given || showAll)
-        readOrSetVideo(handles, mode, 1, powerArgs.vchannel1Value);
+        readOrSetVideo(modules, mode, 1, powerArgs.vchannel1Value);
     if (powerArgs.vchannel2Given || showAll)
-        readOrSetVideo(handles, mode, 2, powerArgs.vchannel2Value);
+        readOrSetVideo(modules, mode, 2, powerArgs.vchannel2Value);
     if (powerArgs.vchannel3Given || showAll)
-        readOrSetVideo(handles, mode, 3, powerArgs.vchannel3Value);
+        readOrSetVideo(modules, mode, 3, powerArgs.vchannel3Value);
     if (powerArgs.vchannel4Given || showAll)
-        readOrSetVideo(handles, mode, 4, powerArgs.vchannel4Value);
+        readOrSetVideo(modules, mode, 4, powerArgs.vchannel4Value);
 
     std::int32_t readState = 0;
     if (powerArgs.canGiven || showAll)
-        readOrSetCan(handles, mode, readState);
+        readOrSetCan(modules, mode, readState);
     if (powerArgs.extfanGiven || showAll)
-        readOrSetExtFan(handles, mode, readState);
+        readOrSetExtFan(modules, mode, readState);
 }
 
 } // namespace
 
 int handlePower(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {
-    const Handles handles = {GetPower(), GetConfig()};
+    const Modules modules = {GetPower(), GetConfig()};
     powerArgs = {};
     const ParsedOptions parsed = parseOptions(argc, argv, longIndex, powerOptions,
                                               RepeatWithoutValue::clearsValue, "Invalid argument");
@@ -252,8 +252,8 @@ int handlePower(const char* argument, int argc, char** argv, const char*, const 
     if (mode == Mode::none)
         printLine("Invalid argument: Current or Startup must be selected.");
     else
-        readOrSetMembers(handles, mode, parsed.showAll());
+        readOrSetMembers(modules, mode, parsed.showAll());
 
-    Power_release(handles.power);
-    return static_cast<int>(Config_release(handles.config));
+    Power_release(modules.power);
+    return static_cast<int>(Config_release(modules.config));
 }

@@ -32,7 +32,7 @@ struct TelematicsSetting
 };
 
 // In the order in which they are processed. Intentional: some error messages spell the operation differently
-// from the device API. Scripts may depend on them.
+// from the device API. The output is fixed.
 const TelematicsSetting telematicsSettings[] = {
     {OPT_WLANPOWER, "WLAN Power status: ", "WLAN power set to: ", "getWLANPowerStatus", "setWLANPowerStatus",
      lateBound<Telematics_getWLANPowerStatus>, lateBound<Telematics_setWLANPowerStatus>},

@@ -68,7 +68,7 @@ void showTemperature(DiagnosticHandle diagnostic, const TemperatureSensor& senso
 int handleTemperature(const char* argument, int argc, char** argv, const char*, const option*, int longIndex)
 {
     const DiagnosticHandle diagnostic = GetDiagnostic();
-    // The refusal names the version category. It is meant to.
+    // Intentional: the message names the version category. The output is fixed.
     const ParsedOptions parsed = parseOptions(argc, argv, longIndex, {}, RepeatWithoutValue::clearsValue,
                                               "Error: Version should not take any more options");
     if (parsed.help)

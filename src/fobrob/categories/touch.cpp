@@ -25,43 +25,6 @@ const CategoryOption touchOptions[] = {
     {OPT_VALUE, &touchArgs.valueGiven, &touchArgs.valueValue},
 };
 
-using TouchMode = std::int32_t;
-
-const NamedValue modes[] = {
-    {QV_TOUCH_MOUSE_NEXT_BOOT, "MOUSE_NEXT_BOOT"},
-    {QV_TOUCH_TOUCH_NEXT_BOOT, "TOUCH_NEXT_BOOT"},
-    {QV_TOUCH_MOUSE, "MOUSE"},
-    {QV_TOUCH_TOUCH, "TOUCH"},
-};
-
-// The profiles of the next boot can be read but not chosen.
-const NamedValue modesToChoose[] = {{QV_TOUCH_TOUCH, "TOUCH"}, {QV_TOUCH_MOUSE, "MOUSE"}};
-
-constexpr TouchMode noSuchMode = -1;
-
-using TouchSetting = std::int32_t;
-
-// Setting 9 is taken in both spellings. Its name is the misspelled one, which stands first for that.
-const NamedValue settings[] = {
-    {QV_TOUCH_RIGHT_CLICK_TIME, "TS_RIGHT_CLICK_TIME"},
-    {QV_TOUCH_LOW_LEVEL, "TS_LOW_LEVEL"},
-    {QV_TOUCH_UNTOUCH_LEVEL, "TS_UNTOUCHLEVEL"},
-    {QV_TOUCH_DEBOUNCE_TIME, "TS_DEBOUNCE_TIME"},
-    {QV_TOUCH_DEBOUNCE_TIMEOUT_TIME, "TS_DEBOUNCE_TIMEOUT_TIME"},
-    {QV_TOUCH_DOUBLE_CLICK_MAX_CLICK_TIME, "TS_DOUBLECLICK_MAX_CLICK_TIME"},
-    {QV_TOUCH_DOUBLE_CLICK_TIME, "TS_DOUBLE_CLICK_TIME"},
-    {QV_TOUCH_MAX_RIGHT_CLICK_DISTANCE, "TS_MAX_RIGHTCLICK_DISTANCE"},
-    {QV_TOUCH_USE_DEJITTER, "TS_USE_DEJITTER"},
-    {QV_TOUCH_CALIBRATION_WIDTH, "TS_CALIBTATION_WIDTH"},
-    {QV_TOUCH_CALIBRATION_WIDTH, "TS_CALIBRATION_WIDTH"},
-    {QV_TOUCH_CALIBRATION_MEASUREMENTS, "TS_CALIBRATION_MEASUREMENTS"},
-    {QV_TOUCH_RESTORE_DEFAULTS, "TS_RESTORE_DEFAULT_SETTINGS"},
-};
-
-constexpr TouchSetting lastSettingShown =
-    QV_TOUCH_CALIBRATION_MEASUREMENTS; // Restoring the defaults is nothing to read.
-constexpr TouchSetting noSuchSetting = -1;
-
 void printTouchHelp()
 {
     printLine(
@@ -94,6 +57,20 @@ void printTouchHelp()
         " and TS_RESTORE_DEFAULT_SETTINGS.");
 }
 
+using TouchMode = std::int32_t;
+
+const NamedValue modes[] = {
+    {QV_TOUCH_MOUSE_NEXT_BOOT, "MOUSE_NEXT_BOOT"},
+    {QV_TOUCH_TOUCH_NEXT_BOOT, "TOUCH_NEXT_BOOT"},
+    {QV_TOUCH_MOUSE, "MOUSE"},
+    {QV_TOUCH_TOUCH, "TOUCH"},
+};
+
+// The profiles of the next boot can be read but not set.
+const NamedValue modesToSet[] = {{QV_TOUCH_TOUCH, "TOUCH"}, {QV_TOUCH_MOUSE, "MOUSE"}};
+
+constexpr TouchMode noSuchMode = -1;
+
 const char* touchModeName(TouchMode mode)
 {
     return nameOf(modes, mode, "ERROR");
@@ -101,8 +78,32 @@ const char* touchModeName(TouchMode mode)
 
 TouchMode parseTouchMode(const char* text)
 {
-    return valueOf(modesToChoose, text, noSuchMode);
+    return valueOf(modesToSet, text, noSuchMode);
 }
+
+using TouchSetting = std::int32_t;
+
+// Intentional: both spellings of the calibration width are accepted. The misspelled one comes first because
+// it is the one that is printed.
+const NamedValue settings[] = {
+    {QV_TOUCH_RIGHT_CLICK_TIME, "TS_RIGHT_CLICK_TIME"},
+    {QV_TOUCH_LOW_LEVEL, "TS_LOW_LEVEL"},
+    {QV_TOUCH_UNTOUCH_LEVEL, "TS_UNTOUCHLEVEL"},
+    {QV_TOUCH_DEBOUNCE_TIME, "TS_DEBOUNCE_TIME"},
+    {QV_TOUCH_DEBOUNCE_TIMEOUT_TIME, "TS_DEBOUNCE_TIMEOUT_TIME"},
+    {QV_TOUCH_DOUBLE_CLICK_MAX_CLICK_TIME, "TS_DOUBLECLICK_MAX_CLICK_TIME"},
+    {QV_TOUCH_DOUBLE_CLICK_TIME, "TS_DOUBLE_CLICK_TIME"},
+    {QV_TOUCH_MAX_RIGHT_CLICK_DISTANCE, "TS_MAX_RIGHTCLICK_DISTANCE"},
+    {QV_TOUCH_USE_DEJITTER, "TS_USE_DEJITTER"},
+    {QV_TOUCH_CALIBRATION_WIDTH, "TS_CALIBTATION_WIDTH"},
+    {QV_TOUCH_CALIBRATION_WIDTH, "TS_CALIBRATION_WIDTH"},
+    {QV_TOUCH_CALIBRATION_MEASUREMENTS, "TS_CALIBRATION_MEASUREMENTS"},
+    {QV_TOUCH_RESTORE_DEFAULTS, "TS_RESTORE_DEFAULT_SETTINGS"},
+};
+
+// QV_TOUCH_RESTORE_DEFAULTS follows; there is nothing to read from it.
+constexpr TouchSetting lastSettingShown = QV_TOUCH_CALIBRATION_MEASUREMENTS;
+constexpr TouchSetting noSuchSetting = -1;
 
 const char* touchSettingName(TouchSetting setting)
 {
@@ -114,7 +115,7 @@ TouchSetting parseTouchSetting(const char* text)
     return valueOf(settings, text, noSuchSetting);
 }
 
-// A failed read stands under the label of a good one, on purpose.
+// Intentional: a failed read is reported under the label of a successful one. The output is fixed.
 void readMode(TouchScreenHandle touch)
 {
     TouchMode mode = 0;
@@ -122,7 +123,8 @@ void readMode(TouchScreenHandle touch)
         printLine("TouchScreen Profile: ", touchModeName(mode));
 }
 
-// The device is asked even for a word that is no profile, and its answer decides what is printed.
+// Intentional: an unknown word is sent to the device as noSuchMode, and its result determines what is
+// printed.
 void setMode(TouchScreenHandle touch, const char* value)
 {
     const TouchMode mode = parseTouchMode(value);
@@ -150,7 +152,7 @@ void showEverything(TouchScreenHandle touch)
         readSetting(touch, setting, touchSettingName(setting));
 }
 
-// The setting is named as the user wrote it.
+// The messages show the name of the setting as the user spelled it.
 void readOrSetSetting(TouchScreenHandle touch)
 {
     const char* name = touchArgs.settingValue;
@@ -177,7 +179,7 @@ int handleTouch(const char*, int argc, char** argv, const char*, const option*, 
         return 0;
     }
 
-    // --value alone chooses nothing: it counts as no option at all.
+    // --value by itself selects nothing, so that it does not count as an option.
     const bool noneChosen = !touchArgs.modeGiven && !touchArgs.settingGiven;
     if (noneChosen && parsed.invalidOption)
         printLine("Invalid argument");

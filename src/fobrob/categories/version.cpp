@@ -79,7 +79,7 @@ int handleVersion(const char* argument, int argc, char** argv, const char*, cons
         printProgramVersionLine();
         std::fflush(stdout);
     }
-    // "QVSettings" is accepted and has nothing to show.
+    // Intentional: "QVSettings" is accepted and shows nothing.
     if (!showSelected(version, argument, items, showVersion) && !equalsIgnoringCase(argument, "QVSettings"))
         printLine("Invalid argument");
     return static_cast<int>(AuxVersion_release(version));
