@@ -80,7 +80,7 @@ void readAutomatic(BacklightHandle backlight)
 
 void startAutomatic(BacklightHandle backlight)
 {
-    // The regulation starts even if the device refuses the filter.
+    // The device defines what these numbers mean. Intentional: the regulation starts even if it refuses them.
     reportFailure("setAutomaticBLFilter", Backlight_setAutomaticBLFilter(backlight, 4, 2, 40, 2));
     if (succeeded("startAutomaticBL", Backlight_startAutomaticBL(backlight)))
         printLine("Automatic BL started.");

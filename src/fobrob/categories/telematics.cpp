@@ -58,6 +58,11 @@ const TelematicsSetting telematicsSettings[] = {
 
 static_assert(std::size(telematicsSettings) == std::size(telematicsArgs));
 
+TelematicsArgument& argumentOf(const TelematicsSetting& setting)
+{
+    return telematicsArgs[&setting - telematicsSettings];
+}
+
 // Intentional: the text mentions the OnOff functionality, and Bluetooth comes before GPS. The output is
 // fixed.
 void printTelematicsHelp()
@@ -131,10 +136,12 @@ void setStatus(TelematicsHandle telematics, const TelematicsSetting& setting, co
 ParsedOptions parseTelematicsOptions(int argc, char** argv, int longIndex)
 {
     CategoryOption options[std::size(telematicsSettings)];
-    for (std::size_t i = 0; i < std::size(options); ++i)
+    CategoryOption* next = options;
+    for (const TelematicsSetting& setting : telematicsSettings)
     {
-        telematicsArgs[i] = {};
-        options[i] = {telematicsSettings[i].option, &telematicsArgs[i].given, &telematicsArgs[i].value};
+        TelematicsArgument& argument = argumentOf(setting);
+        argument = {};
+        *next++ = {setting.option, &argument.given, &argument.value};
     }
     return parseOptions(argc, argv, longIndex, options, RepeatWithoutValue::keepsValue);
 }
@@ -153,9 +160,9 @@ int handleTelematics(const char*, int argc, char** argv, const char*, const opti
 
     if (parsed.onlyInvalidOptions())
         printLine("Invalid argument");
-    for (std::size_t i = 0; i < std::size(telematicsSettings); ++i)
-        if (telematicsArgs[i].given || parsed.showAll())
-            readOrSet(telematics, telematicsSettings[i], telematicsArgs[i].value, readStatus, setStatus);
+    for (const TelematicsSetting& setting : telematicsSettings)
+        if (argumentOf(setting).given || parsed.showAll())
+            readOrSet(telematics, setting, argumentOf(setting).value, readStatus, setStatus);
 
     return static_cast<int>(Telematics_release(telematics));
 }

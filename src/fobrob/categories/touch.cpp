@@ -180,10 +180,10 @@ int handleTouch(const char*, int argc, char** argv, const char*, const option*, 
     }
 
     // --value by itself selects nothing, so that it does not count as an option.
-    const bool noneChosen = !touchArgs.modeGiven && !touchArgs.settingGiven;
-    if (noneChosen && parsed.invalidOption)
+    const bool noneSelected = !touchArgs.modeGiven && !touchArgs.settingGiven;
+    if (noneSelected && parsed.invalidOption)
         printLine("Invalid argument");
-    else if (noneChosen)
+    else if (noneSelected)
         showEverything(touch);
     if (touchArgs.modeGiven)
         readOrSet(touch, touchArgs.modeValue, readMode, setMode);
