@@ -1,11 +1,11 @@
-// Runs the whole program on a command line and a device that answers as it likes, and holds it to the
-// promises that it always keeps.
+// Fuzzes the program: runs it on any command line with a scripted device, and checks the guarantees that hold
+// for every run.
 //
-// An input is the words of the command line, one a line; behind a zero byte what standard input holds; behind
-// another the script of the device. All but the words may be missing.
+// An input has three parts, separated by null bytes: the arguments of the command line, one per line;
+// standard input; the script of the device. The second and the third part are optional.
 
 #include "device.h"
-#include "promise.h"
+#include "expect.h"
 
 #include <algorithm>
 #include <csetjmp>
@@ -24,91 +24,92 @@
 #include <unistd.h>
 #include <vector>
 
-// The program's own main, under another name.
+// The program's main(), renamed by the build.
 int programMain(int argc, char** argv);
 
-// Where the linker puts the program's variables.
+// The program's variables, as program_state.ld groups them.
 extern std::uint64_t program_state_begin[];
 extern std::uint64_t program_state_end[];
 
 namespace
 {
 
-// What the program finds in the world around it, and what it leaves there.
-struct World
+// What the C library provides to one run of the program, and what the run leaves there.
+struct Environment
 {
     std::string output;
-    std::optional<std::size_t> silentFrom; // how long the output was when a null text silenced it
+    std::optional<std::size_t> suppressedAt; // length of the output when a null text suppressed the rest
     std::string errors;
     std::string_view input;
     bool root;
-    bool waited;
-    std::jmp_buf end;
+    bool slept;
+    std::jmp_buf exit;
 };
 
-World world;
+Environment environment;
 
-// Whether the program is the caller, and not the fuzzer beside it.
-thread_local bool running = false;
+// Whether the caller of a wrapped function is the program. The fuzzer and its other threads call them too.
+thread_local bool programRunning = false;
 
-ssize_t append(void* text, const char* bytes, std::size_t count)
+ssize_t appendTo(void* text, const char* bytes, std::size_t count)
 {
     static_cast<std::string*>(text)->append(bytes, count);
     return static_cast<ssize_t>(count);
 }
 
-ssize_t takeInput(void*, char* bytes, std::size_t count)
+ssize_t readInput(void*, char* bytes, std::size_t count)
 {
-    checkPrinted();
-    count = std::min(count, world.input.size());
-    std::memcpy(bytes, world.input.data(), count);
-    world.input.remove_prefix(count);
+    checkOutputSoFar();
+    count = std::min(count, environment.input.size());
+    std::memcpy(bytes, environment.input.data(), count);
+    environment.input.remove_prefix(count);
     return static_cast<ssize_t>(count);
 }
 
-// The three streams, until the program has ended.
-class Streams
+// Redirects the three standard streams to the environment.
+class RedirectedStreams
 {
 public:
-    Streams() : own{stdin, stdout, stderr}
+    RedirectedStreams() : original{stdin, stdout, stderr}
     {
-        stdin = fopencookie(nullptr, "r", {takeInput, nullptr, nullptr, nullptr});
-        stdout = fopencookie(&world.output, "w", {nullptr, append, nullptr, nullptr});
-        stderr = fopencookie(&world.errors, "w", {nullptr, append, nullptr, nullptr});
+        stdin = fopencookie(nullptr, "r", {readInput, nullptr, nullptr, nullptr});
+        stdout = fopencookie(&environment.output, "w", {nullptr, appendTo, nullptr, nullptr});
+        stderr = fopencookie(&environment.errors, "w", {nullptr, appendTo, nullptr, nullptr});
     }
 
-    ~Streams()
+    ~RedirectedStreams()
     {
         std::fclose(stdin);
         std::fclose(stdout);
         std::fclose(stderr);
-        stdin = own[0];
-        stdout = own[1];
-        stderr = own[2];
+        stdin = original[0];
+        stdout = original[1];
+        stderr = original[2];
     }
 
 private:
-    std::FILE* own[3];
+    std::FILE* original[3];
 };
 
-// By words that the sanitizers do not watch, for what lies around the variables is out of bounds to them.
+// Gives the program's variables their initial values. AddressSanitizer is off because its red zones between
+// the variables are copied as well.
 __attribute__((no_sanitize("address"))) void restoreProgramState()
 {
     static volatile std::uint64_t* const begin = program_state_begin;
     static const auto count = static_cast<std::size_t>(program_state_end - begin);
-    static std::uint64_t* start = nullptr;
-    if (!start)
+    static std::uint64_t* initial = nullptr;
+    if (!initial)
     {
-        start = new std::uint64_t[count];
+        initial = new std::uint64_t[count];
         for (std::size_t i = 0; i < count; ++i)
-            start[i] = begin[i];
+            initial[i] = begin[i];
     }
     for (std::size_t i = 0; i < count; ++i)
-        begin[i] = start[i];
+        begin[i] = initial[i];
 }
 
-// The part of `text` before the first `separator`; it and the separator are taken away.
-std::string_view takePart(std::string_view& text, char separator)
+// Returns the part of `text` before the first separator, and removes both from `text`.
+std::string_view removePart(std::string_view& text, char separator)
 {
     const std::size_t end = std::min(text.find(separator), text.size());
     const std::string_view part = text.substr(0, end);
@@ -116,136 +117,138 @@ std::string_view takePart(std::string_view& text, char separator)
     return part;
 }
 
-// Each word in memory of its own, so that nothing can be read behind it.
+// Each argument has its own allocation, so that AddressSanitizer detects reads past its end.
 struct CommandLine
 {
     explicit CommandLine(std::string_view lines)
     {
         add("fobrob");
         while (!lines.empty())
-            add(takePart(lines, '\n'));
+            add(removePart(lines, '\n'));
         pointers.push_back(nullptr);
     }
 
-    void add(std::string_view word)
+    void add(std::string_view argument)
     {
-        words.push_back(std::make_unique<char[]>(word.size() + 1));
-        std::ranges::copy(word, words.back().get());
-        pointers.push_back(words.back().get());
+        arguments.push_back(std::make_unique<char[]>(argument.size() + 1));
+        std::ranges::copy(argument, arguments.back().get());
+        pointers.push_back(arguments.back().get());
     }
 
-    bool mayHold(std::string_view beginning) const
+    bool hasPrefix(std::string_view prefix) const
     {
-        return std::ranges::any_of(words, [&](const auto& word)
-                                   { return std::string_view(word.get()).starts_with(beginning); });
+        return std::ranges::any_of(arguments, [&](const auto& argument)
+                                   { return std::string_view(argument.get()).starts_with(prefix); });
     }
 
-    // What stands behind the equals signs.
-    std::vector<const char*> values() const
+    std::vector<const char*> optionValues() const
     {
-        std::vector<const char*> found;
-        for (const auto& word : words)
-            if (const char* sign = std::strchr(word.get(), '='))
-                found.push_back(sign + 1);
-        return found;
+        std::vector<const char*> values;
+        for (const auto& argument : arguments)
+            if (const char* equalsSign = std::strchr(argument.get(), '='))
+                values.push_back(equalsSign + 1);
+        return values;
     }
 
-    std::vector<std::unique_ptr<char[]>> words;
-    std::vector<char*> pointers; // null behind the last
+    std::vector<std::unique_ptr<char[]>> arguments;
+    std::vector<char*> pointers; // ends with null
 };
 
 int runProgram(CommandLine& line)
 {
     restoreProgramState();
-    optind = 0; // begins anew
+    optind = 0; // makes getopt start over
     optarg = nullptr;
-    const Streams streams;
+    const RedirectedStreams streams;
     int status = 0;
-    running = true;
-    if (setjmp(world.end) == 0)
-        status = programMain(static_cast<int>(line.words.size()), line.pointers.data());
-    running = false;
+    programRunning = true;
+    if (setjmp(environment.exit) == 0)
+        status = programMain(static_cast<int>(line.arguments.size()), line.pointers.data());
+    programRunning = false;
     return status;
 }
 
-bool hasLine(std::string_view text, std::string_view beginning)
+bool hasLine(std::string_view prefix)
 {
-    return text.starts_with(beginning) || text.find("\n" + std::string(beginning)) != text.npos;
+    return environment.output.starts_with(prefix) ||
+           environment.output.find("\n" + std::string(prefix)) != std::string::npos;
 }
 
-bool showsCategoryHelp()
+bool printedCategoryHelp()
 {
-    return !device.readRawEeprom && hasLine(world.output, "Category - ");
+    return !device.readRawEeprom && hasLine("Category - ");
 }
 
-// The general help and the list, the version, the refusal of a line that begins with no category.
-bool showsGeneralText()
+// The general help, the list, the version, and the error for a command line that does not begin with a
+// category.
+bool printedGeneralText()
 {
-    return !device.readRawEeprom && (hasLine(world.output, "To get specific category information: ") ||
-                                     hasLine(world.output, "Fobrob is the property of ") ||
-                                     hasLine(world.output, "To get help how to use Fobrob, "));
+    return !device.readRawEeprom &&
+           (hasLine("To get specific category information: ") || hasLine("Fobrob is the property of ") ||
+            hasLine("To get help how to use Fobrob, "));
 }
 
-// The ways out on which the handles stay with the program. The CAN category has given one back by then.
-bool keepsHandles()
+bool endedWithoutRelease()
 {
-    return showsCategoryHelp() || world.output == "This feature requires superuser privileges\n" ||
-           world.output == "Please enter the full path to the file and not a relative path\n";
+    return printedCategoryHelp() || environment.output == "This feature requires superuser privileges\n" ||
+           environment.output == "Please enter the full path to the file and not a relative path\n";
 }
 
-// Settings are changed by values, and by the advanced category.
 void checkChanges(const CommandLine& line)
 {
-    promise(!showsCategoryHelp() || !device.changed, "help changes nothing");
-    promise(!showsGeneralText() || device.handles.empty(), "general texts ask the device for nothing");
-    promise(!device.changed || !device.values.empty() || line.mayHold("--ad"), "reading changes nothing");
+    expect(!printedCategoryHelp() || !device.changed, "help changes nothing");
+    expect(!printedGeneralText() || device.handles.empty(), "general texts need no device");
+    // The options of the advanced category change the unit without a value.
+    expect(!device.changed || !device.optionValues.empty() || line.hasPrefix("--ad"),
+           "reading changes nothing");
 }
 
 void checkHandles()
 {
-    const bool mayKeepNull = hasLine(world.output, "Initialization error.");
-    const bool keeps = keepsHandles();
-    const bool can = hasLine(world.output, "Category - CAN");
-    for (const GivenHandle& handle : device.handles)
+    const bool mayKeepNull = hasLine("Initialization error.");
+    const bool keepsHandles = endedWithoutRelease();
+    // The CAN category counts the channels, and releases the handle for that, before it prints its help.
+    const bool isCanHelp = hasLine("Category - CAN");
+    for (const Handle& handle : device.handles)
     {
-        const bool isCount = can && std::string_view(handle.module) == "About";
-        if (keeps)
-            promise(handle.released == isCount, "help and refusals give no handle back");
+        const bool countedChannels = isCanHelp && std::string_view(handle.module) == "About";
+        if (keepsHandles)
+            expect(handle.released == countedChannels,
+                   "help and the errors that end a run release no handle");
         else
-            promise(handle.released || (handle.null && mayKeepNull), "every handle is given back");
+            expect(handle.released || (handle.null && mayKeepNull), "every handle is released");
     }
 }
 
-// Whole lines, until a null text leaves one unfinished.
 void checkOutput()
 {
-    if (world.silentFrom)
-        promise(world.output.size() == *world.silentFrom, "nothing is printed after a null text");
-    else if (device.gaveNullText)
+    const std::string& output = environment.output;
+    if (environment.suppressedAt)
+        expect(output.size() == *environment.suppressedAt, "a null text suppresses all further output");
+    else if (device.returnedNullText)
     {
-        promise(!world.output.ends_with('\n'), "a null text silences standard output");
-        world.silentFrom = world.output.size();
+        expect(!output.ends_with('\n'), "a null text suppresses the newline of its line");
+        environment.suppressedAt = output.size();
     }
     else if (!device.readRawEeprom)
-        promise(world.output.empty() || world.output.ends_with('\n'), "every line has its newline");
+        expect(output.empty() || output.ends_with('\n'), "every line ends with a newline");
 }
 
-// getopt_long alone writes there.
 void checkErrors()
 {
-    for (std::string_view errors = world.errors; !errors.empty();)
-        promise(takePart(errors, '\n').starts_with("fobrob: "), "failures are not told on standard error");
+    for (std::string_view errors = environment.errors; !errors.empty();)
+        expect(removePart(errors, '\n').starts_with("fobrob: "), "only getopt_long writes to standard error");
 }
 
 } // namespace
 
-void checkPrinted()
+void checkOutputSoFar()
 {
-    promise(__fpending(stdout) == 0 || device.readRawEeprom, "a line is written when it is finished");
+    expect(__fpending(stdout) == 0 || device.readRawEeprom, "every line is flushed");
     checkOutput();
 }
 
-// What the program calls in the C library, stood in for while it runs.
+// Functions of the C library that the linker wraps. They are replaced while the program runs.
 
 extern "C"
 {
@@ -258,41 +261,42 @@ extern "C"
 
     [[noreturn]] void __wrap_exit(int status)
     {
-        if (!running)
+        if (!programRunning)
             __real_exit(status);
-        promise(status == 0, "the exit status is 0");
-        std::longjmp(world.end, 1);
+        expect(status == 0, "the exit status is 0");
+        std::longjmp(environment.exit, 1);
     }
 
     uid_t __wrap_getuid()
     {
-        if (!running)
+        if (!programRunning)
             return __real_getuid();
-        return world.root ? 0 : 1000;
+        return environment.root ? 0 : 1000;
     }
 
-    // The sanitizer looks at the texts that fputs is handed, and not at these.
+    // AddressSanitizer checks the argument of fputs(), but not that of fputs_unlocked().
     int __wrap_fputs_unlocked(const char* text, std::FILE* stream)
     {
-        return running ? std::fputs(text, stream) : __real_fputs_unlocked(text, stream);
+        return programRunning ? std::fputs(text, stream) : __real_fputs_unlocked(text, stream);
     }
 
     unsigned __wrap_sleep(unsigned seconds)
     {
-        if (!running)
+        if (!programRunning)
             return __real_sleep(seconds);
-        checkPrinted();
-        promise(seconds == 100 && !world.waited, "the program waits 100 seconds, once");
-        world.waited = true;
+        checkOutputSoFar();
+        expect(seconds == 100, "the program sleeps for 100 seconds");
+        expect(!environment.slept, "the program sleeps only once");
+        environment.slept = true;
         return 0;
     }
 
-    // A folder or file is there or is not.
+    // The script decides whether the file exists.
     int __wrap_stat64(const char* path, struct stat* status)
     {
-        if (!running)
+        if (!programRunning)
             return __real_stat64(path, status);
-        return scripted() % 4 == 3 ? -1 : 0;
+        return nextScriptByte() % 4 == 3 ? -1 : 0;
     }
 
 } // extern "C"
@@ -300,19 +304,19 @@ extern "C"
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
     std::string_view rest(reinterpret_cast<const char*>(bytes), size);
-    CommandLine line(takePart(rest, '\0'));
-    world.output.clear();
-    world.silentFrom.reset();
-    world.errors.clear();
-    world.waited = false;
-    world.input = takePart(rest, '\0');
-    const std::string_view answered = world.input.substr(0, world.input.find('\n'));
+    CommandLine line(removePart(rest, '\0'));
+    environment.output.clear();
+    environment.suppressedAt.reset();
+    environment.errors.clear();
+    environment.slept = false;
+    environment.input = removePart(rest, '\0');
+    const std::string_view answer = environment.input.substr(0, environment.input.find('\n'));
 
-    device = {{bytes + size - rest.size(), rest.size()}, line.values()};
-    world.root = scripted() % 8 != 7;
-    device.firmwareAllowed = world.root && (answered == "yes" || line.mayHold("--fo"));
+    device = {{bytes + size - rest.size(), rest.size()}, line.optionValues()};
+    environment.root = nextScriptByte() % 8 != 7;
+    device.firmwareAllowed = environment.root && (answer == "yes" || line.hasPrefix("--fo"));
 
-    promise(runProgram(line) == 0, "the exit status is 0");
+    expect(runProgram(line) == 0, "the exit status is 0");
     checkChanges(line);
     checkHandles();
     checkOutput();

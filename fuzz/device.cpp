@@ -1,18 +1,22 @@
 #include "device.h"
 
+#include "device/limits.h"
 #include "device/qv_aux2.h"
-#include "promise.h"
+#include "expect.h"
 
 #include <algorithm>
+#include <bit>
 #include <climits>
 #include <concepts>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 #include <string_view>
+#include <tuple>
 
 Device device;
 
-std::uint8_t scripted()
+std::uint8_t nextScriptByte()
 {
     if (device.script.empty())
         return 0;
@@ -24,156 +28,241 @@ std::uint8_t scripted()
 namespace
 {
 
-// Handles are numbers, not places in memory, so that a stale one is always found out.
+// A handle is its number in device.handles, counted from 1 and scaled. It is not an address: an address could
+// be reused after a release, and the use of a stale handle would go unnoticed.
 constexpr std::uintptr_t handleStep = 16;
 
-void* give(const char* module)
+#define MODULE(module)                                                                                       \
+    const char* moduleOf(module##Handle)                                                                     \
+    {                                                                                                        \
+        return #module;                                                                                      \
+    }
+#include "operations.def"
+
+template <typename ModuleHandle>
+ModuleHandle provideHandle()
 {
-    checkPrinted();
-    device.handles.push_back({module, scripted() == 1, false});
-    return device.handles.back().null ? nullptr : reinterpret_cast<void*>(device.handles.size() * handleStep);
+    checkOutputSoFar();
+    device.handles.push_back({moduleOf(ModuleHandle{}), nextScriptByte() == 1, false});
+    return device.handles.back().null ? nullptr
+                                      : reinterpret_cast<ModuleHandle>(device.handles.size() * handleStep);
 }
 
-// The handle as it was given; null when the module never gave it or has it back.
-GivenHandle* find(const char* module, const void* handle)
+// Returns null if the module did not provide the handle, or if the handle is released.
+template <typename ModuleHandle>
+Handle* findHandle(ModuleHandle handle)
 {
     for (std::size_t i = 0; i < device.handles.size(); ++i)
     {
-        GivenHandle& given = device.handles[i];
-        const std::uintptr_t number = given.null ? 0 : (i + 1) * handleStep;
-        if (number == reinterpret_cast<std::uintptr_t>(handle) && !given.released &&
-            std::string_view(given.module) == module)
-            return &given;
+        Handle& provided = device.handles[i];
+        const std::uintptr_t number = provided.null ? 0 : (i + 1) * handleStep;
+        if (number == reinterpret_cast<std::uintptr_t>(handle) && !provided.released &&
+            std::string_view(provided.module) == moduleOf(handle))
+            return &provided;
     }
     return nullptr;
 }
 
-void use(const char* module, const void* handle)
+// Begins every operation that takes a handle.
+template <typename ModuleHandle>
+void checkCall(ModuleHandle handle)
 {
-    checkPrinted();
-    promise(find(module, handle), "a module is used through its own handle, before it is given back");
+    checkOutputSoFar();
+    expect(findHandle(handle), "an operation gets a handle of its module that is not released");
 }
 
 template <typename Value>
-void deliver(Value* place)
+void writeResult(Value* result)
 {
-    promise(place, "there is a place for each result");
+    expect(result, "no out-parameter is null");
     unsigned char bytes[sizeof(Value)];
-    std::ranges::generate(bytes, scripted);
-    std::memcpy(place, bytes, sizeof bytes);
+    std::ranges::generate(bytes, nextScriptByte);
+    std::memcpy(result, bytes, sizeof bytes);
 }
 
-// A buffer for a text of up to 255 bytes, or for one that fills it and has no terminator. It is one line.
-struct Text
+struct TextBuffer
 {
-    char* buffer;
+    char* bytes;
     std::uint32_t length;
 };
 
-void deliver(Text text)
+// Writes a text without newlines. It may fill the buffer and then has no terminator.
+void writeResult(TextBuffer buffer)
 {
-    promise(text.buffer, "there is a place for each text");
-    const std::size_t size = scripted();
-    std::memset(text.buffer, size == 255 ? 'U' : 0, text.length);
-    for (std::size_t i = 0; i < std::min<std::size_t>(size, text.length) && !device.script.empty(); ++i)
+    expect(buffer.bytes, "no text buffer is null");
+    const std::size_t size = nextScriptByte();
+    std::memset(buffer.bytes, size == 255 ? 'U' : 0, buffer.length);
+    for (std::size_t i = 0; i < std::min<std::size_t>(size, buffer.length) && !device.script.empty(); ++i)
     {
-        const auto byte = static_cast<char>(scripted());
-        text.buffer[i] = byte == '\n' ? ' ' : byte;
+        const auto byte = static_cast<char>(nextScriptByte());
+        buffer.bytes[i] = byte == '\n' ? ' ' : byte;
     }
 }
 
-// A buffer for an EEPROM, which has no end when the byte behind what is written in it is not 0xFF.
-struct Eeprom
+struct EepromBuffer
 {
-    std::uint8_t* buffer;
+    std::uint8_t* bytes;
     std::uint32_t length;
 };
 
-void deliver(Eeprom eeprom)
+// Writes up to 255 bytes and fills the rest with one value, which need not be QV_EEPROM_ERASED.
+void writeResult(EepromBuffer buffer)
 {
-    promise(eeprom.buffer, "there is a place for the EEPROM");
-    std::memset(eeprom.buffer, scripted(), eeprom.length);
-    for (std::size_t size = scripted(), i = 0; i < std::min<std::size_t>(size, eeprom.length); ++i)
-        eeprom.buffer[i] = scripted();
+    expect(buffer.bytes, "no EEPROM buffer is null");
+    std::memset(buffer.bytes, nextScriptByte(), buffer.length);
+    for (std::size_t size = nextScriptByte(), i = 0; i < std::min<std::size_t>(size, buffer.length); ++i)
+        buffer.bytes[i] = nextScriptByte();
 }
 
 ApiError scriptedCode()
 {
-    ApiError code = 0;
-    deliver(&code);
+    ApiError code = QV_SUCCESS;
+    writeResult(&code);
     return code;
 }
 
-// An answer: success or not, with the results written or not.
-template <typename... Place>
-ApiError answer(Place... places)
+// Ends every operation: returns a scripted code, with or without writing the results.
+template <typename... Result>
+ApiError respond(Result... results)
 {
-    switch (scripted() % 8)
+    switch (nextScriptByte() % 8)
     {
-    case 3: // says that it succeeded, and wrote nothing
-        return 0;
-    case 4: // not supported
-        return 2;
-    case 5: // not fitted
-        return 18;
+    case 3: // success without a result
+        return QV_SUCCESS;
+    case 4:
+        return QV_NOT_SUPPORTED;
+    case 5:
+        return QV_BOARD_NOT_FITTED;
     case 6:
-        return scripted();
-    case 7: // any code, the results written all the same
-        (deliver(places), ...);
+        return nextScriptByte();
+    case 7: // any code, with results
+        (writeResult(results), ...);
         return scriptedCode();
     default:
-        (deliver(places), ...);
-        return 0;
+        (writeResult(results), ...);
+        return QV_SUCCESS;
     }
 }
 
 ApiError change(bool allowed)
 {
-    promise(allowed, "a setting is sent only what it may be");
+    expect(allowed, "only allowed values are sent");
     device.changed = true;
-    return answer();
+    return respond();
 }
 
-// Whether one of the command line's numbers is `allowed`.
-template <typename Allowed>
-bool isAnyNumber(Allowed allowed)
+// Whether one of the numbers on the command line meets the condition.
+template <typename Condition>
+bool isAnyNumber(Condition condition)
 {
-    return std::ranges::any_of(device.values,
-                               [&](const char* value) { return allowed(std::strtol(value, nullptr, 10)); });
+    return std::ranges::any_of(device.optionValues,
+                               [&](const char* value) { return condition(std::strtol(value, nullptr, 10)); });
 }
 
-// Whether one from `least` to `most` is sent, or the low bits of one.
+// Whether `sent` is a number on the command line, truncated to its width. Only numbers from `least` to `most`
+// count.
 template <std::integral Value>
-bool isNumber(Value sent, long least = LONG_MIN, long most = LONG_MAX)
+bool isGivenNumber(Value sent, long least = LONG_MIN, long most = LONG_MAX)
 {
     return isAnyNumber([&](long number)
                        { return number >= least && number <= most && static_cast<Value>(number) == sent; });
 }
 
-bool isIdleTime(std::uint8_t sent)
+bool isInRange(std::int32_t value, std::int32_t least, std::int32_t most)
 {
-    return isAnyNumber([&](long number)
-                       { return number % 100 == 0 && static_cast<std::uint8_t>(number / 100) == sent; });
+    return value >= least && value <= most;
 }
 
-bool isFlag(std::int32_t value)
+bool isIdleTime(std::uint8_t sent)
 {
-    return value == 0 || value == 1;
+    return isAnyNumber(
+        [&](long number)
+        {
+            return number % LED_IDLE_TIME_STEP_MS == 0 &&
+                   static_cast<std::uint8_t>(number / LED_IDLE_TIME_STEP_MS) == sent;
+        });
+}
+
+bool isState(std::int32_t value)
+{
+    return value == QV_DISABLED || value == QV_ENABLED;
 }
 
 bool isAction(std::int32_t value)
 {
-    return value >= 0 && value <= 2;
+    return isInRange(value, QV_ACTION_NONE, QV_ACTION_SHUTDOWN);
 }
 
-const char* answerConstant()
+bool isStartupTriggerSet(std::int32_t value)
 {
-    checkPrinted();
+    constexpr std::int32_t buttonOrSignal = QV_TRIGGER_FRONT_BUTTON | QV_TRIGGER_ON_OFF_SIGNAL;
+    constexpr std::int32_t others = QV_TRIGGER_CAN | QV_TRIGGER_CONFIGURABLE_INPUTS;
+    return (value & ~(buttonOrSignal | others)) == 0 && (value & buttonOrSignal) != 0;
+}
+
+bool isSensor(std::int32_t value)
+{
+    return value == QV_PM_SENSOR_CPU || value == QV_PM_SENSOR_CPU_BOARD;
+}
+
+bool isEeprom(std::int32_t value)
+{
+    return value == QV_EEPROM_MAIN_BOARD || value == QV_EEPROM_ADD_ON_BOARD;
+}
+
+bool isTouchSetting(std::int32_t value)
+{
+    return isInRange(value, QV_TOUCH_RIGHT_CLICK_TIME, QV_TOUCH_RESTORE_DEFAULTS);
+}
+
+bool isCanChannel(std::uint8_t channel)
+{
+    return channel >= 1 && channel <= device.canChannels;
+}
+
+bool haveSameBits(double one, double other)
+{
+    return std::memcmp(&one, &other, sizeof one) == 0;
+}
+
+bool isLedFrequency(double sent)
+{
+    return sent >= LED_FREQUENCY_MIN_HZ && sent <= LED_FREQUENCY_MAX_HZ &&
+           std::ranges::any_of(device.optionValues, [&](const char* value)
+                               { return haveSameBits(std::strtod(value, nullptr), sent); });
+}
+
+ApiError readVideoMask(std::uint8_t* mask)
+{
+    const ApiError code = respond(mask);
+    device.videoMask = *mask;
+    return code;
+}
+
+// The program changes at most one channel of the mask that it read.
+ApiError changeVideoMask(std::uint8_t mask)
+{
+    const unsigned difference = mask ^ device.videoMask;
+    return change(difference == 0 ||
+                  (std::has_single_bit(difference) && difference < 1u << VIDEO_CHANNEL_COUNT));
+}
+
+ApiError startJob(const char* path, std::int32_t flag, std::string_view extension)
+{
+    expect(device.firmwareAllowed, "a firmware job requires root, and confirmation or --force");
+    expect(*path == '/', "the path of a firmware file is absolute");
+    expect(std::string_view(path).ends_with(extension), "a firmware file has the extension of its target");
+    return change(flag == 0);
+}
+
+const char* scriptedText()
+{
+    checkOutputSoFar();
     static const std::string longText(20000, 'L');
-    switch (scripted() % 8)
+    switch (nextScriptByte() % 8)
     {
     case 1:
-        device.gaveNullText = true;
+        device.returnedNullText = true;
         return nullptr;
     case 2:
         return "";
@@ -184,277 +273,219 @@ const char* answerConstant()
     }
 }
 
-std::uint8_t canChannels = 0; // as the program was told
-double ledFrequency = 0;
-std::uint8_t ledDutyCycle = 0;
-std::uint8_t videoMask = 0;
-
-// Remembers what a call wrote to its result, or what the program had there before.
-template <typename Value>
-ApiError remember(ApiError code, const Value* place, Value& memory)
-{
-    memory = *place;
-    return code;
-}
-
-bool sameBits(double one, double other)
-{
-    return std::memcmp(&one, &other, sizeof one) == 0;
-}
-
-bool isFrequency(double sent)
-{
-    return sent >= 0.2 && sent <= 50 &&
-           std::ranges::any_of(device.values, [&](const char* value)
-                               { return sameBits(std::strtod(value, nullptr), sent); });
-}
-
-// One of the four channels is switched, the rest of the mask goes back as it came.
-bool isVideoChange(std::uint8_t mask)
-{
-    const int difference = mask ^ videoMask;
-    return difference == 0 || difference == 1 || difference == 2 || difference == 4 || difference == 8;
-}
-
-ApiError startJob(const char* path, std::int32_t flag, std::string_view extension)
-{
-    promise(device.firmwareAllowed, "firmware work is for root, and asks first unless it is forced");
-    promise(*path == '/' && std::string_view(path).ends_with(extension), "the firmware file is in place");
-    return change(flag == 0);
-}
-
-ApiError answerVersion(std::uint8_t* major, std::uint8_t* minor, std::uint8_t* release, std::uint8_t* build)
-{
-    return answer(major, minor, release, build);
-}
-
 } // namespace
 
 #define MODULE(module)                                                                                       \
     module##Handle Get##module()                                                                             \
     {                                                                                                        \
-        return static_cast<module##Handle>(give(#module));                                                   \
+        return provideHandle<module##Handle>();                                                              \
     }                                                                                                        \
     ApiError module##_release(module##Handle handle)                                                         \
     {                                                                                                        \
-        use(#module, handle);                                                                                \
-        find(#module, handle)->released = true;                                                              \
-        return answer();                                                                                     \
+        checkCall(handle);                                                                                   \
+        findHandle(handle)->released = true;                                                                 \
+        return respond();                                                                                    \
     }
 #define READS_TEXT(module, operation)                                                                        \
     ApiError module##_##operation(module##Handle handle, char* buffer, std::uint32_t length)                 \
     {                                                                                                        \
-        use(#module, handle);                                                                                \
-        return answer(Text{buffer, length});                                                                 \
+        checkCall(handle);                                                                                   \
+        return respond(TextBuffer{buffer, length});                                                          \
     }
 #define READS(module, operation, type)                                                                       \
-    ApiError module##_##operation(module##Handle handle, type* place)                                        \
+    ApiError module##_##operation(module##Handle handle, type* result)                                       \
     {                                                                                                        \
-        use(#module, handle);                                                                                \
-        return answer(place);                                                                                \
+        checkCall(handle);                                                                                   \
+        return respond(result);                                                                              \
+    }
+#define READS_VERSION(module, operation)                                                                     \
+    ApiError module##_##operation(module##Handle handle, std::uint8_t* major, std::uint8_t* minor,           \
+                                  std::uint8_t* release, std::uint8_t* build)                                \
+    {                                                                                                        \
+        checkCall(handle);                                                                                   \
+        return respond(major, minor, release, build);                                                        \
     }
 #define SETS(module, operation, type, allowed)                                                               \
-    ApiError module##_##operation(module##Handle handle, [[maybe_unused]] type value)                        \
+    ApiError module##_##operation(module##Handle handle, type value)                                         \
     {                                                                                                        \
-        use(#module, handle);                                                                                \
+        checkCall(handle);                                                                                   \
         return change(allowed);                                                                              \
     }
-#define STARTS(module, operation)                                                                            \
+#define ACTS(module, operation)                                                                              \
+    ApiError module##_##operation(module##Handle handle)                                                     \
+    {                                                                                                        \
+        checkCall(handle);                                                                                   \
+        return change(true);                                                                                 \
+    }
+#define STARTS_JOB(module, operation, extension)                                                             \
     ApiError module##_##operation(module##Handle handle, const char* path, std::int32_t flag)                \
     {                                                                                                        \
-        use(#module, handle);                                                                                \
-        return startJob(path, flag, std::strstr(#operation, "Fpga") ? ".mcs" : ".hex");                      \
+        checkCall(handle);                                                                                   \
+        return startJob(path, flag, extension);                                                              \
     }
-#define OTHER(module, operation)
-
 #include "operations.def"
 
 const char* GetErrorStringA(ApiError)
 {
-    return answerConstant();
+    return scriptedText();
 }
 
 const char* GetStartupReasonStringA(std::uint16_t)
 {
-    return answerConstant();
+    return scriptedText();
 }
 
 const char* GetHwErrorStatusStringA(std::uint16_t)
 {
-    return answerConstant();
+    return scriptedText();
 }
 
 ApiError About_getNrOfCANConnections(AboutHandle about, std::uint8_t* count)
 {
-    use("About", about);
-    const ApiError code = answer(count);
-    canChannels = code == 0 ? *count : 4;
+    checkCall(about);
+    const ApiError code = respond(count);
+    device.canChannels = code == QV_SUCCESS ? *count : CAN_CHANNEL_COUNT_USUAL;
     return code;
 }
 
 ApiError Adc_getVoltage(AdcHandle adc, std::int32_t channel, double* volts)
 {
-    use("Adc", adc);
-    promise(channel >= 0 && channel <= 23, "there is such a voltage");
-    return answer(volts);
+    checkCall(adc);
+    expect(channel >= 0 && channel < QV_ADC_CHANNEL_COUNT, "the ADC channel exists");
+    return respond(volts);
 }
-
-#define VERSION(operation)                                                                                   \
-    ApiError AuxVersion_##operation(AuxVersionHandle version, std::uint8_t* major, std::uint8_t* minor,      \
-                                    std::uint8_t* release, std::uint8_t* build)                              \
-    {                                                                                                        \
-        use("AuxVersion", version);                                                                          \
-        return answerVersion(major, minor, release, build);                                                  \
-    }
-
-VERSION(getFPGAVersion)
-VERSION(getFrontVersion)
-VERSION(getSSVersion)
-VERSION(getQVAuxVersion)
-VERSION(getQVAuxDrvVersion)
-VERSION(getOSVersion)
 
 ApiError Backlight_setAutomaticBLFilter(BacklightHandle backlight, std::int32_t first, std::int32_t second,
                                         std::int32_t third, std::int32_t fourth)
 {
-    use("Backlight", backlight);
+    checkCall(backlight);
     return change(first == 4 && second == 2 && third == 40 && fourth == 2);
-}
-
-ApiError Backlight_startAutomaticBL(BacklightHandle backlight)
-{
-    use("Backlight", backlight);
-    return change(true);
-}
-
-ApiError Backlight_stopAutomaticBL(BacklightHandle backlight)
-{
-    use("Backlight", backlight);
-    return change(true);
 }
 
 ApiError CanSetting_getBaudrate(CanSettingHandle can, std::uint8_t channel, std::uint16_t* baudrate)
 {
-    use("CanSetting", can);
-    promise(channel >= 1 && channel <= canChannels, "the unit has the CAN channel");
-    return answer(baudrate);
+    checkCall(can);
+    expect(isCanChannel(channel), "the unit has the CAN channel");
+    return respond(baudrate);
 }
 
 ApiError CanSetting_setBaudrate(CanSettingHandle can, std::uint8_t channel, std::uint16_t baudrate)
 {
-    use("CanSetting", can);
-    return change(channel >= 1 && channel <= canChannels && isNumber(baudrate));
+    checkCall(can);
+    return change(isCanChannel(channel) && isGivenNumber(baudrate));
 }
 
 ApiError Config_getVideoStartupPowerConfig(ConfigHandle config, std::uint8_t* mask)
 {
-    use("Config", config);
-    return remember(answer(mask), mask, videoMask);
+    checkCall(config);
+    return readVideoMask(mask);
 }
 
 ApiError Config_setVideoStartupPowerConfig(ConfigHandle config, std::uint8_t mask)
 {
-    use("Config", config);
-    return change(isVideoChange(mask));
+    checkCall(config);
+    return changeVideoMask(mask);
 }
 
 ApiError Diagnostic_getMinMaxTemp(DiagnosticHandle diagnostic, std::int16_t* minimum, std::int16_t* maximum)
 {
-    use("Diagnostic", diagnostic);
-    return answer(minimum, maximum);
+    checkCall(diagnostic);
+    return respond(minimum, maximum);
 }
 
 ApiError Diagnostic_getPMTemp(DiagnosticHandle diagnostic, std::int32_t sensor, std::int16_t* temperature,
                               std::int32_t* status)
 {
-    use("Diagnostic", diagnostic);
-    promise(sensor == 0 || sensor == 1, "there is such a sensor");
-    return answer(temperature, status);
+    checkCall(diagnostic);
+    expect(isSensor(sensor), "the temperature sensor exists");
+    return respond(temperature, status);
 }
 
-// A job that would go on for ever ends with the script.
+// The job ends with the script, so that it always ends.
 ApiError FirmwareUpgrade_getUpgradeStatus(FirmwareUpgradeHandle upgrade, UpgradeStatus* status,
                                           std::int32_t flag)
 {
-    use("FirmwareUpgrade", upgrade);
-    promise(flag == 1, "the status call waits for something new");
+    checkCall(upgrade);
+    expect(flag == 1, "the program waits for a new status");
     if (device.script.empty())
-        *status = {6, 100, 0};
-    else
-        switch (const std::uint8_t state = scripted(); state % 4)
-        {
-        case 0:
-            return answer(status);
-        case 1:
-            return answer(&status->error);
-        default:
-            status->state = state / 4 % 10 - 1;
-        }
-    return 0;
-}
-
-ApiError FirmwareUpgrade_shutDown(FirmwareUpgradeHandle upgrade)
-{
-    use("FirmwareUpgrade", upgrade);
-    return change(true);
+    {
+        *status = {QV_UPGRADE_DONE, 100, QV_SUCCESS};
+        return QV_SUCCESS;
+    }
+    const std::uint8_t byte = nextScriptByte();
+    switch (byte % 4)
+    {
+    case 0:
+        return respond(status);
+    case 1:
+        return respond(&status->error);
+    default:
+        // Any state, the one before the first or the one after the last.
+        constexpr int stateCount = QV_UPGRADE_DONE_WITH_ERROR + 1;
+        status->state = byte / 4 % (stateCount + 2) - 1;
+        return QV_SUCCESS;
+    }
 }
 
 ApiError FrontLED_getSignal(FrontLEDHandle led, double* frequency, std::uint8_t* dutyCycle)
 {
-    use("FrontLED", led);
-    const ApiError code = answer(frequency, dutyCycle);
-    return remember(remember(code, frequency, ledFrequency), dutyCycle, ledDutyCycle);
+    checkCall(led);
+    const ApiError code = respond(frequency, dutyCycle);
+    device.ledFrequency = *frequency;
+    device.ledDutyCycle = *dutyCycle;
+    return code;
 }
 
-// One of the two is set, the other goes back as it came.
+// The program changes one of the two and sends the other as it read it.
 ApiError FrontLED_setSignal(FrontLEDHandle led, double frequency, std::uint8_t dutyCycle)
 {
-    use("FrontLED", led);
-    const bool setsFrequency = isFrequency(frequency) && dutyCycle == ledDutyCycle;
-    const bool setsDutyCycle = isNumber(dutyCycle, 0, 100) && sameBits(frequency, ledFrequency);
+    checkCall(led);
+    const bool setsFrequency = isLedFrequency(frequency) && dutyCycle == device.ledDutyCycle;
+    const bool setsDutyCycle = isGivenNumber(dutyCycle, 0, LED_DUTY_CYCLE_MAX_PERCENT) &&
+                               haveSameBits(frequency, device.ledFrequency);
     return change(setsFrequency || setsDutyCycle);
 }
 
 ApiError Power_getVideoPowerStatus(PowerHandle power, std::uint8_t* mask)
 {
-    use("Power", power);
-    return remember(answer(mask), mask, videoMask);
+    checkCall(power);
+    return readVideoMask(mask);
 }
 
 ApiError Power_setVideoPowerStatus(PowerHandle power, std::uint8_t mask)
 {
-    use("Power", power);
-    return change(isVideoChange(mask));
+    checkCall(power);
+    return changeVideoMask(mask);
 }
 
 ApiError QVAuxPrivate_getEepromData(QVAuxPrivateHandle privateAccess, std::int32_t eeprom,
                                     std::uint8_t* buffer, std::uint32_t length)
 {
-    use("QVAuxPrivate", privateAccess);
-    promise(eeprom == 0 || eeprom == 1, "there is such an EEPROM");
-    const ApiError code = answer(Eeprom{buffer, length});
-    device.readRawEeprom = code == 0;
+    checkCall(privateAccess);
+    expect(isEeprom(eeprom), "the EEPROM exists");
+    const ApiError code = respond(EepromBuffer{buffer, length});
+    device.readRawEeprom = code == QV_SUCCESS;
     return code;
 }
 
 ApiError QVAuxPrivate_writeSsRegister(QVAuxPrivateHandle privateAccess, std::int32_t group,
                                       std::int32_t number, std::int32_t value)
 {
-    use("QVAuxPrivate", privateAccess);
-    const bool acknowledgesBoot = group == 4 && number == 6 && value == 0xC3;
-    const bool restoresDefaults = group == 3 && number == 0x65 && value == 1;
-    return change(acknowledgesBoot || restoresDefaults);
+    checkCall(privateAccess);
+    const std::tuple command(group, number, value);
+    return change(command == std::tuple(QV_SS_RESTORE_DEFAULTS) ||
+                  command == std::tuple(QV_SS_BOOT_COMPLETED));
 }
 
 ApiError TouchScreen_getAdvancedSetting(TouchScreenHandle touch, std::int32_t setting, std::uint16_t* value)
 {
-    use("TouchScreen", touch);
-    promise(setting >= 0 && setting <= 11, "there is such a setting");
-    return answer(value);
+    checkCall(touch);
+    expect(isTouchSetting(setting), "the touch setting exists");
+    return respond(value);
 }
 
 ApiError TouchScreen_setAdvancedSetting(TouchScreenHandle touch, std::int32_t setting, std::uint16_t value)
 {
-    use("TouchScreen", touch);
-    return change(setting >= 0 && setting <= 11 && isNumber(value));
+    checkCall(touch);
+    return change(isTouchSetting(setting) && isGivenNumber(value));
 }

@@ -1,39 +1,44 @@
-// A device library whose every answer is scripted, and which watches what the program asks of it.
+// A scripted device library. It takes its results from the input and checks how the program calls it.
 //
-// The script is a run of bytes. Each answer takes what it needs from it; behind its end every byte is 0,
-// which makes a call succeed with the value 0.
+// The script is a sequence of bytes. Each operation consumes as many bytes as it needs. After the end of the
+// script every byte is 0, so that operations succeed and return 0.
 
 #pragma once
 
 #include <cstdint>
 #include <span>
-#include <string>
 #include <vector>
 
-struct GivenHandle
+struct Handle
 {
     const char* module;
     bool null;
     bool released;
 };
 
-// What one run of the program did with the device.
+// One run of the program, as the device library sees it.
 struct Device
 {
     std::span<const std::uint8_t> script;
-    std::vector<const char*> values; // what the options of the command line are given
-    std::vector<GivenHandle> handles{};
-    bool changed = false;         // something was set, started or shut down
-    bool gaveNullText = false;    // standard output is silent from there on
-    bool readRawEeprom = false;   // successfully, so that its bytes may be the output's end
-    bool firmwareAllowed = false; // the user is root and was asked or did not want to be
+    std::vector<const char*> optionValues; // the values of the options on the command line
+    bool firmwareAllowed = false;          // the user is root, and confirmed or used --force
+
+    std::vector<Handle> handles{}; // every handle that the program got, in order
+    bool changed = false;          // a setting was written, a job was started, or the unit was shut down
+    bool returnedNullText = false; // the program must suppress all further output
+    bool readRawEeprom = false;    // the output may end with the EEPROM's bytes
+
+    // What the program holds after its last read: the result, or what it initialised the result with.
+    std::uint8_t canChannels = 0;
+    double ledFrequency = 0;
+    std::uint8_t ledDutyCycle = 0;
+    std::uint8_t videoMask = 0;
 };
 
 extern Device device;
 
-// The script's next byte.
-std::uint8_t scripted();
+std::uint8_t nextScriptByte();
 
-// Called before the program gets an answer, of the device or of anyone: holds it to what it printed until
-// then.
-void checkPrinted();
+// Checks the program's output so far. Called whenever the program calls the device, reads standard input or
+// sleeps.
+void checkOutputSoFar();

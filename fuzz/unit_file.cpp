@@ -1,12 +1,13 @@
-// Calls the simulated unit with anything in its file, or anything in the firmware file that it is given. It
-// answers with a code or a result, and loses no file.
+// Fuzzes the simulated unit: calls its operations with any unit file or any firmware file, and checks that
+// every call returns a code or a result and that no file is lost.
 //
-// The first byte of an input chooses an operation, the next sixteen are four numbers for it. What follows is
-// the unit's file; or the firmware file of a healthy unit, for operations that start a firmware job, which
-// stand in the table once for each.
+// The first byte of an input selects an operation. The next 16 bytes are four numbers for its arguments. The
+// rest is the unit file. For some operations it is a firmware file instead, and the unit is healthy:
+// operations that start a firmware job are in the table twice, once for each.
 
 #include "device/qv_aux2.h"
-#include "promise.h"
+#include "expect.h"
+#include "simulator/unit/codes.h"
 
 #include <algorithm>
 #include <array>
@@ -14,6 +15,7 @@
 #include <chrono>
 #include <concepts>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -25,55 +27,41 @@
 #include <string_view>
 #include <time.h>
 #include <tuple>
+#include <utility>
 #include <vector>
-
-// Waiting takes no time: the clock that the unit looks at goes on by what it sleeps.
-
-static std::chrono::nanoseconds slept{};
-
-std::chrono::steady_clock::time_point std::chrono::steady_clock::now() noexcept
-{
-    return time_point(slept);
-}
-
-extern "C" int nanosleep(const timespec* duration, timespec*)
-{
-    slept += std::chrono::seconds(duration->tv_sec) + std::chrono::nanoseconds(duration->tv_nsec);
-    return 0;
-}
 
 namespace
 {
 
 using Json = nlohmann::json;
 
-constexpr ApiError notValid = 66;
+std::chrono::nanoseconds currentTime{};
 
-// Where the unit and its firmware file are, until the fuzzer ends.
-class Folder
+// Contains the unit file and the firmware file until the fuzzer ends.
+class TemporaryDirectory
 {
 public:
-    Folder()
+    TemporaryDirectory()
     {
         std::string name = std::filesystem::is_directory("/dev/shm") ? "/dev/shm" : "/tmp";
         name += "/unit-file-fuzzer.XXXXXX";
-        promise(::mkdtemp(name.data()), "there is a place for the unit");
+        expect(::mkdtemp(name.data()), "the temporary directory can be created");
         path = name;
-        ::setenv("QVAUX_UNIT", unit().c_str(), 1);
+        ::setenv("QVAUX_UNIT", unitFile().c_str(), 1);
     }
 
-    ~Folder()
+    ~TemporaryDirectory()
     {
         std::error_code ignored;
         std::filesystem::remove_all(path, ignored);
     }
 
-    std::string unit() const
+    std::string unitFile() const
     {
         return path / "unit.json";
     }
 
-    std::string firmware() const
+    std::string firmwareFile() const
     {
         return path / "firmware.hex";
     }
@@ -81,16 +69,16 @@ public:
     std::filesystem::path path;
 };
 
-const Folder& folder()
+const TemporaryDirectory& directory()
 {
-    static const Folder made;
-    return made;
+    static const TemporaryDirectory created;
+    return created;
 }
 
 std::string readFile(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
-    promise(file.is_open(), "the unit's file is there");
+    expect(file.is_open(), "the unit file exists");
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
@@ -101,116 +89,108 @@ void writeFile(const std::string& path, std::string_view content)
     file.write(content.data(), static_cast<std::streamsize>(content.size()));
 }
 
-// Takes standard error away from the library, which explains there what is wrong with the file.
-class Silence
+// Discards the diagnostics that the simulated unit prints to standard error.
+class DiscardedErrors
 {
 public:
-    Silence() : own(stderr)
+    DiscardedErrors() : original(stderr)
     {
-        static std::FILE* const nowhere = std::fopen("/dev/null", "w");
-        stderr = nowhere;
+        static std::FILE* const null = std::fopen("/dev/null", "w");
+        stderr = null;
     }
 
-    ~Silence()
+    ~DiscardedErrors()
     {
-        stderr = own;
+        stderr = original;
     }
 
 private:
-    std::FILE* own;
+    std::FILE* original;
 };
 
-using Numbers = std::array<std::uint32_t, 4>; // as many as any operation takes
+using Numbers = std::array<std::uint32_t, 4>; // no operation takes more
 
-// Arguments for any operation, taken from left to right: its numbers, cut to their types, and a place for its
-// results.
+// Converts to the arguments of any operation, from left to right: to the numbers, truncated to the
+// parameter's type, and to pointers to one buffer for all results.
 struct Arguments
 {
     Numbers numbers;
-    std::size_t taken = 0;
-    bool hasPlace = false;
-    std::vector<char> place = std::vector<char>(4096);
+    std::size_t used = 0;
+    bool hasBuffer = false;
+    std::vector<char> buffer = std::vector<char>(QV_EEPROM_SIZE);
 
-    // Behind the place stands its length.
     template <std::integral Integer>
     operator Integer()
     {
-        const std::uint32_t number = numbers[taken++];
-        const bool isLength = hasPlace && std::same_as<Integer, std::uint32_t>;
-        return static_cast<Integer>(isLength ? number % (place.size() + 1) : number);
+        const std::uint32_t number = numbers[used++];
+        const bool isLength = hasBuffer && std::same_as<Integer, std::uint32_t>; // follows its buffer
+        return static_cast<Integer>(isLength ? number % (buffer.size() + 1) : number);
     }
 
     template <typename Result>
     operator Result*()
     {
-        hasPlace = true;
-        return reinterpret_cast<Result*>(place.data());
+        hasBuffer = true;
+        return reinterpret_cast<Result*>(buffer.data());
     }
 
     operator const char*()
     {
-        static const std::string path = folder().firmware();
+        static const std::string path = directory().firmwareFile();
         return path.c_str();
     }
 
     operator double()
     {
-        return std::bit_cast<float>(numbers[taken++]);
+        return std::bit_cast<float>(numbers[used++]);
     }
 };
 
 template <typename Handle, typename... Parameter>
 ApiError call(ApiError (*operation)(Handle, Parameter...), Handle handle, Arguments arguments)
 {
-    // In braces, so that they are taken in their order.
-    const std::tuple<Parameter...> taken{static_cast<Parameter>(arguments)...};
-    return std::apply([&](Parameter... each) { return operation(handle, each...); }, taken);
+    // Braces guarantee the order of the conversions.
+    const std::tuple<Parameter...> converted{static_cast<Parameter>(arguments)...};
+    return std::apply([&](Parameter... each) { return operation(handle, each...); }, converted);
 }
 
-// The handles, obtained once. An input's faults cannot keep them back.
-#define MODULE(module) module##Handle given##module;
-#define READS_TEXT(module, operation)
-#define READS(module, operation, type)
-#define SETS(module, operation, type, allowed)
-#define STARTS(module, operation)
-#define OTHER(module, operation)
+// One handle per module, obtained before the first input so that its faults cannot prevent it.
+#define MODULE(module) module##Handle handleOf##module;
 #include "operations.def"
 
 void obtainHandles()
 {
-    if (givenAbout)
+    if (handleOfAbout)
         return;
-    writeFile(folder().unit(), "{}");
-#define MODULE(module) given##module = Get##module();
-#define READS_TEXT(module, operation)
-#define READS(module, operation, type)
-#define SETS(module, operation, type, allowed)
-#define STARTS(module, operation)
-#define OTHER(module, operation)
+    writeFile(directory().unitFile(), "{}");
+#define MODULE(module) handleOf##module = Get##module();
 #include "operations.def"
 }
+
+enum class Fuzzed
+{
+    unitFile,
+    firmwareFile,
+};
 
 struct Operation
 {
     ApiError (*call)(Arguments arguments);
     bool startsJob;
-    bool meetsFirmwareFile;
+    Fuzzed fuzzed;
 };
 
-#define CALL(module, operation)                                                                              \
-    [](Arguments arguments) { return call(module##_##operation, given##module, std::move(arguments)); }
+#define ROW(module, operation, startsJob, fuzzed)                                                            \
+    {[](Arguments arguments) { return call(module##_##operation, handleOf##module, std::move(arguments)); }, \
+     startsJob, fuzzed},
 const Operation operations[] = {
-#define MODULE(module)
-#define READS_TEXT(module, operation) {CALL(module, operation), false, false},
-#define READS(module, operation, type) {CALL(module, operation), false, false},
-#define SETS(module, operation, type, allowed) {CALL(module, operation), false, false},
-#define STARTS(module, operation)                                                                            \
-    {CALL(module, operation), true, true}, {CALL(module, operation), true, false},
-#define OTHER(module, operation) {CALL(module, operation), false, false},
+#define STARTS_JOB(module, operation, extension)                                                             \
+    ROW(module, operation, true, Fuzzed::firmwareFile) ROW(module, operation, true, Fuzzed::unitFile)
+#define OTHER(module, operation) ROW(module, operation, false, Fuzzed::unitFile)
 #include "operations.def"
 };
 
-// Whether everything that `before` has a place for still has one.
+// Whether `after` has every key of `before`.
 bool keepsKeys(const Json& before, const Json& after)
 {
     if (!before.is_object())
@@ -227,109 +207,125 @@ std::optional<Json> parse(const std::string& text)
     return json.is_discarded() ? std::nullopt : std::optional(std::move(json));
 }
 
-// The unit's file, its locks, and the firmware file.
-bool isKnown(const std::filesystem::path& file)
+bool isExpectedFile(const std::filesystem::path& file)
 {
     const std::string name = file.filename();
     return name == "unit.json" || name == "unit.json.lock" || name == "unit.json.job" ||
            name == "firmware.hex";
 }
 
-void checkNothingLost(const std::string& before, const std::vector<ApiError>& codes)
+void checkDirectory(const std::string& unitBefore, const std::vector<ApiError>& codes)
 {
-    const std::string after = readFile(folder().unit());
-    const auto was = parse(before);
-    // A fault in a good file may have the code of one that is not valid.
-    const bool refused = std::ranges::count(codes, notValid) > 0 && !(was && was->contains("faults"));
-    promise((was && !refused) || after == before, "a refused file is left alone");
-    promise(!was || keepsKeys(*was, Json::parse(after)), "no key is lost");
-    for (const auto& entry : std::filesystem::directory_iterator(folder().path))
-        promise(isKnown(entry), "nothing stays beside the unit's files");
+    const std::string after = readFile(directory().unitFile());
+    const auto before = parse(unitBefore);
+    // A fault in a valid file may return unitFileInvalid too.
+    const bool refused =
+        std::ranges::count(codes, unitFileInvalid) > 0 && !(before && before->contains("faults"));
+    expect((before && !refused) || after == unitBefore, "an invalid unit file does not change");
+    expect(!before || keepsKeys(*before, Json::parse(after)), "no key is lost");
+    for (const auto& entry : std::filesystem::directory_iterator(directory().path))
+        expect(isExpectedFile(entry), "no temporary file remains");
 }
 
-constexpr int jobCalls = 9; // as many as follow a job to its end
+constexpr int statusCalls = 9; // enough to follow a job to its end
 
-// The last status of a healthy unit's job, if there is one.
-UpgradeStatus endJob()
+// Follows the job to its end and returns its last status.
+UpgradeStatus finishJob()
 {
     UpgradeStatus status{};
-    for (int call = 0; call < jobCalls && status.state != 6 && status.error == 0; ++call)
-        FirmwareUpgrade_getUpgradeStatus(givenFirmwareUpgrade, &status, 1);
+    for (int i = 0; i < statusCalls && status.state != QV_UPGRADE_DONE && status.error == QV_SUCCESS; ++i)
+        FirmwareUpgrade_getUpgradeStatus(handleOfFirmwareUpgrade, &status, 1);
     return status;
 }
 
-void tryUnitFile(const Operation& operation, const Arguments& arguments, const std::string& content)
+void fuzzUnitFile(const Operation& operation, const Arguments& arguments, const std::string& content)
 {
-    writeFile(folder().unit(), content);
+    writeFile(directory().unitFile(), content);
     const BuzzerHandle buzzer = GetBuzzer();
-    std::vector<ApiError> codes = {operation.call(arguments), Buzzer_setVolume(givenBuzzer, 40)};
-    const bool hasJob = operation.startsJob && codes[0] == 0;
-    if (hasJob)
+    std::vector<ApiError> codes = {operation.call(arguments), Buzzer_setVolume(handleOfBuzzer, 40)};
+    const bool jobStarted = operation.startsJob && codes[0] == QV_SUCCESS;
+    if (jobStarted)
     {
-        writeFile(folder().firmware(), ":0100000041BE\n:00000001FF\n");
+        writeFile(directory().firmwareFile(), ":0100000041BE\n:00000001FF\n");
         UpgradeStatus status{};
-        for (int call = 0; call < jobCalls; ++call)
-            codes.push_back(FirmwareUpgrade_getUpgradeStatus(givenFirmwareUpgrade, &status, 1));
+        for (int i = 0; i < statusCalls; ++i)
+            codes.push_back(FirmwareUpgrade_getUpgradeStatus(handleOfFirmwareUpgrade, &status, 1));
     }
     const auto number = static_cast<std::uint16_t>(arguments.numbers[0]);
     std::vector<const char*> texts = {GetStartupReasonStringA(number), GetHwErrorStatusStringA(number)};
     std::ranges::transform(codes, std::back_inserter(texts), GetErrorStringA);
     for (const char* text : texts)
-        promise(!text || std::strlen(text) < content.size() + 100, "a text is the unit's own or the file's");
+        expect(!text || std::strlen(text) < content.size() + 100, "a text is constant or from the unit file");
     Buzzer_release(buzzer);
-    checkNothingLost(content, codes);
-    if (!hasJob)
+    checkDirectory(content, codes);
+    if (!jobStarted)
         return;
-    // A job that the unit kept from its end would be in the next one's way.
-    writeFile(folder().unit(), "{}");
-    endJob();
+    // If a scripted status kept the job from ending, the next input could not start one.
+    writeFile(directory().unitFile(), "{}");
+    finishJob();
 }
 
-// What a job came to, followed to its end.
-UpgradeStatus follow()
+UpgradeStatus finishAndCheckJob()
 {
-    const UpgradeStatus status = endJob();
-    promise(status.error == 0 ? status.state == 6 : status.error >= 82 && status.error <= 93,
-            "a job ends well or with a reason");
-    promise(GetErrorStringA(status.error), "every reason has a text");
+    const UpgradeStatus status = finishJob();
+    if (status.error == QV_SUCCESS)
+        expect(status.state == QV_UPGRADE_DONE, "a job without an error is done");
+    else
+        expect(status.error >= firmwareUnreadable && status.error <= firmwareGoesOn,
+               "a failed job reports an error of the firmware file");
+    expect(GetErrorStringA(status.error), "every error has a text");
     return status;
 }
 
-void tryFirmwareFile(const Operation& operation, const Arguments& arguments, std::string_view content)
+void fuzzFirmwareFile(const Operation& operation, const Arguments& arguments, std::string_view content)
 {
-    writeFile(folder().unit(), "{}");
-    writeFile(folder().firmware(), content);
-    promise(operation.call(arguments) == 0, "a job is started");
-    const bool good = follow().error == 0;
-    const auto unit = parse(readFile(folder().unit()));
-    promise(unit.has_value(), "the unit's file stays whole");
+    writeFile(directory().unitFile(), "{}");
+    writeFile(directory().firmwareFile(), content);
+    expect(operation.call(arguments) == QV_SUCCESS, "a job starts");
+    const bool succeeded = finishAndCheckJob().error == QV_SUCCESS;
+    const auto unit = parse(readFile(directory().unitFile()));
+    expect(unit.has_value(), "the unit file is valid JSON");
     const Json firmware = unit->value("firmware", Json::object());
-    promise(firmware.empty() || good, "a refused firmware file changes nothing");
-    if (!good)
+    expect(firmware.empty() || succeeded, "an invalid firmware file changes nothing");
+    if (!succeeded)
         return;
-    // A healthy unit's first firmware verifies against no file, so this was an upgrade. Its verification
-    // stands behind the same upgrade of other units.
+    // The job was an upgrade: no file matches the initial firmware, so every verification fails. The two rows
+    // of the verification follow those of the upgrade.
     const Operation& verification = (&operation)[2];
-    promise(verification.call(arguments) == 0 && follow().error == 0, "what was flashed can be verified");
+    expect(verification.call(arguments) == QV_SUCCESS, "a verification starts");
+    expect(finishAndCheckJob().error == QV_SUCCESS, "upgraded firmware matches its file");
 }
 
 } // namespace
 
+// Waiting takes no time: sleeping advances the clock that the simulated unit reads.
+
+std::chrono::steady_clock::time_point std::chrono::steady_clock::now() noexcept
+{
+    return time_point(currentTime);
+}
+
+extern "C" int nanosleep(const timespec* duration, timespec*)
+{
+    currentTime += std::chrono::seconds(duration->tv_sec) + std::chrono::nanoseconds(duration->tv_nsec);
+    return 0;
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
     Arguments arguments{};
-    constexpr std::size_t head = 1 + sizeof arguments.numbers;
-    if (size < head)
+    constexpr std::size_t headerSize = 1 + sizeof arguments.numbers;
+    if (size < headerSize)
         return -1;
-    const Silence silence;
-    slept = {};
+    const DiscardedErrors discarded;
+    currentTime = {};
     obtainHandles();
     const Operation& operation = operations[bytes[0] % std::size(operations)];
     std::memcpy(arguments.numbers.data(), bytes + 1, sizeof arguments.numbers);
-    const std::string content(reinterpret_cast<const char*>(bytes) + head, size - head);
-    if (operation.meetsFirmwareFile)
-        tryFirmwareFile(operation, arguments, content);
+    const std::string content(reinterpret_cast<const char*>(bytes) + headerSize, size - headerSize);
+    if (operation.fuzzed == Fuzzed::firmwareFile)
+        fuzzFirmwareFile(operation, arguments, content);
     else
-        tryUnitFile(operation, arguments, content);
+        fuzzUnitFile(operation, arguments, content);
     return 0;
 }
