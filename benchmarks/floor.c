@@ -1,9 +1,9 @@
-/* The least that a program can do for one command line: the same device calls, the same bytes, one write a
-   line. Built once for each row of the table, with ROW naming its function. What a row prints is what the
-   device that answers at once and writes nothing, but that it has four CAN channels, leaves to print.
+/* The least that a program can do for one command line: the same device calls and the same bytes, one write
+   per line. It is built once for each row of the benchmark; ROW names the row's function.
 
-   Which calls to make is known when it is built, and so is every line. The values of settings alone are given
-   on its command line, as text, as they are to fobrob. */
+   Calls and lines are fixed at build time. They suit the benchmark's device library, which returns success,
+   writes no results, and has four CAN channels. Only the values of settings come from the command line, as
+   text, as they do for fobrob. */
 
 #include "device/qv_aux2.h"
 
@@ -13,8 +13,7 @@
 #include <strings.h>
 #include <unistd.h>
 
-/* The numbers stand in the lines as they come out; but a double is left to the C library to format, and so is
-   the version of the program, as fobrob does it. */
+/* For doubles and the program's version, which fobrob formats with the C library too. */
 #define PUT_FORMATTED(format, ...)                                                                           \
     do                                                                                                       \
     {                                                                                                        \
@@ -36,8 +35,7 @@ static long number(int index)
     return strtol(values[index], NULL, 10);
 }
 
-/* In any case. Anything else is not looked for. */
-static int isWord(int index, const char* word)
+static int equalsIgnoringCase(int index, const char* word)
 {
     return strcasecmp(values[index], word) == 0;
 }
@@ -119,7 +117,7 @@ static void led(void)
 static void led_set(void)
 {
     FrontLEDHandle led = GetFrontLED();
-    FrontLED_setStandardColor(led, isWord(0, "BLUE") ? 2 : 0);
+    FrontLED_setStandardColor(led, equalsIgnoringCase(0, "BLUE") ? QV_COLOR_BLUE : QV_COLOR_RED);
     put("LED color set to: BLUE\n");
     FrontLED_release(led);
 }
@@ -150,7 +148,7 @@ static void can_set(void)
     uint8_t count = 0;
     About_getNrOfCANConnections(about, &count);
     About_release(about);
-    CanSetting_setBaudrate(can, isWord(0, "CAN1") ? 2 : 1, (uint16_t)number(1));
+    CanSetting_setBaudrate(can, equalsIgnoringCase(0, "CAN1") ? 2 : 1, (uint16_t)number(1));
     put("CAN device 1 baud rate set to: 250\n");
     CanSetting_release(can);
 }
@@ -220,7 +218,7 @@ static void power_set(void)
 {
     PowerHandle power = GetPower();
     ConfigHandle config = GetConfig();
-    Power_setCanPowerStatus(power, isWord(1, "Enable"));
+    Power_setCanPowerStatus(power, equalsIgnoringCase(1, "Enable") ? QV_ENABLED : QV_DISABLED);
     put("Current - CAN power status set to Enable.\n");
     Power_release(power);
     Config_release(config);
@@ -254,7 +252,8 @@ static void onoff(void)
 static void onoff_set(void)
 {
     ConfigHandle config = GetConfig();
-    Config_setShortButtonPressAction(config, isWord(0, "SUSPEND"));
+    Config_setShortButtonPressAction(config,
+                                     equalsIgnoringCase(0, "SUSPEND") ? QV_ACTION_SUSPEND : QV_ACTION_NONE);
     put("Short press set to: SUSPEND\n");
     Config_release(config);
 }
@@ -279,7 +278,7 @@ static void touch(void)
     uint16_t value = 0;
     TouchScreen_getMode(touch, &mode);
     put("TouchScreen Profile: MOUSE_NEXT_BOOT\n");
-    for (int32_t setting = 0; setting < 11; ++setting)
+    for (int32_t setting = 0; setting < QV_TOUCH_RESTORE_DEFAULTS; ++setting)
     {
         TouchScreen_getAdvancedSetting(touch, setting, &value);
         put(lines[setting]);
@@ -290,7 +289,7 @@ static void touch(void)
 static void touch_set(void)
 {
     TouchScreenHandle touch = GetTouchScreen();
-    TouchScreen_setMode(touch, isWord(0, "TOUCH") ? 3 : 0);
+    TouchScreen_setMode(touch, equalsIgnoringCase(0, "TOUCH") ? QV_TOUCH_TOUCH : QV_TOUCH_MOUSE_NEXT_BOOT);
     put("TouchScreen profile set to: TOUCH\n");
     TouchScreen_release(touch);
 }
@@ -321,7 +320,7 @@ static void telematics(void)
 static void telematics_set(void)
 {
     TelematicsHandle telematics = GetTelematics();
-    Telematics_setWLANPowerStatus(telematics, isWord(0, "ENABLED"));
+    Telematics_setWLANPowerStatus(telematics, equalsIgnoringCase(0, "ENABLED") ? QV_ENABLED : QV_DISABLED);
     put("WLAN power set to: ENABLED\n");
     Telematics_release(telematics);
 }
@@ -366,9 +365,9 @@ static void temperature(void)
     put("SS temp=0\n");
     Diagnostic_getPCBTemp(diagnostic, &degrees);
     put("PCB temp=0\n");
-    Diagnostic_getPMTemp(diagnostic, 0, &degrees, &status);
+    Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU, &degrees, &status);
     put("CPU temp=0\n");
-    Diagnostic_getPMTemp(diagnostic, 1, &degrees, &status);
+    Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU_BOARD, &degrees, &status);
     put("CPU BOARD temp=0\n");
     Diagnostic_release(diagnostic);
 }
@@ -390,16 +389,13 @@ static void digitalio(void)
 
 static void about_adc(void)
 {
-    static const char* const names[] = {"24VIN", "24V",     "12V",      "12VID",    "5V",         "3V3",
-                                        "VTFT",  "5VSTB",   "1V9",      "1V8",      "1V5",        "1V2",
-                                        "1V05",  "1V0",     "0V9",      "VREF_INT", "24V_BACKUP", "2V5",
-                                        "1V1",   "1V3_PER", "1V3_VDDA", "3V3STBY",  "VPMIC",      "VMAIN"};
+    static const char* const names[] = QV_ADC_CHANNEL_NAMES;
     AdcHandle adc = GetAdc();
     AboutHandle about = GetAbout();
     DiagnosticHandle diagnostic = GetDiagnostic();
     QVAuxPrivateHandle privateAccess = GetQVAuxPrivate();
     double volts = 0;
-    for (int32_t channel = 0; channel < 24; ++channel)
+    for (int32_t channel = 0; channel < QV_ADC_CHANNEL_COUNT; ++channel)
     {
         Adc_getVoltage(adc, channel, &volts);
         PUT_FORMATTED("VOLTAGE_%s: Voltage=%g\n", names[channel], volts);
@@ -445,9 +441,9 @@ static void about_diagnostic(void)
     put("SS temp=0\n");
     Diagnostic_getPCBTemp(diagnostic, &degrees);
     put("PCB temp=0\n");
-    Diagnostic_getPMTemp(diagnostic, 0, &degrees, &status);
+    Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU, &degrees, &status);
     put("CPU temp=0\n");
-    Diagnostic_getPMTemp(diagnostic, 1, &degrees, &status);
+    Diagnostic_getPMTemp(diagnostic, QV_PM_SENSOR_CPU_BOARD, &degrees, &status);
     put("CPU BOARD temp=0\n");
     QVAuxPrivate_release(privateAccess);
     Adc_release(adc);
@@ -526,13 +522,13 @@ static void about_eeprom(void)
 
 static void about_raw_eeprom(void)
 {
-    static unsigned char contents[4096];
+    static uint8_t contents[QV_EEPROM_SIZE];
     AdcHandle adc = GetAdc();
     AboutHandle about = GetAbout();
     DiagnosticHandle diagnostic = GetDiagnostic();
     QVAuxPrivateHandle privateAccess = GetQVAuxPrivate();
-    QVAuxPrivate_getEepromData(privateAccess, 0, contents, sizeof contents - 1);
-    const unsigned char* erased = memchr(contents, 0xFF, sizeof contents);
+    QVAuxPrivate_getEepromData(privateAccess, QV_EEPROM_MAIN_BOARD, contents, sizeof contents - 1);
+    const uint8_t* erased = memchr(contents, QV_EEPROM_ERASED, sizeof contents);
     if (write(STDOUT_FILENO, contents, erased ? (size_t)(erased - contents) : sizeof contents) < 0)
         _exit(1);
     QVAuxPrivate_release(privateAccess);
@@ -554,7 +550,7 @@ static void system_mode(void)
     FirmwareUpgrade_release(upgrade);
 }
 
-/* The long texts, taken from the program when the rows are built. */
+/* The long texts. The benchmark generates text.h from the output of fobrob. */
 
 static void text(void)
 {

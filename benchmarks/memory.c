@@ -1,9 +1,11 @@
-/* Runs a command and prints, on standard error, what memory it has mapped in when it ends, in KiB: a line for
-   each mapping, and in the last line the sum and the page faults taken: memory COMMAND [ARGUMENT]...
+/* memory COMMAND [ARGUMENT]...
 
-   The kernel's own peak (what getrusage tells) is counted in batches and differs from run to run. The pages
-   are counted here instead, while the process stands still at its exit; these programs give nothing back
-   before. */
+   Runs a command and prints the memory that it has mapped in when it exits, in KiB, to standard error: a line
+   for each mapping, then a line with the sum and the number of page faults.
+
+   The kernel's own figure, the peak that getrusage() returns, is updated in batches and varies between runs.
+   This program adds up the mappings while the process is stopped at its exit. Only memory that the command
+   has unmapped by then is missing; fobrob unmaps none. */
 
 #include <stdio.h>
 #include <stdlib.h>
@@ -47,12 +49,16 @@ static long residentKiB(pid_t process)
 
 int main(int count, char** arguments)
 {
-    require(count > 1, "a command");
+    if (count < 2)
+    {
+        fputs("usage: memory COMMAND [ARGUMENT]...\n", stderr);
+        return 2;
+    }
     const pid_t process = fork();
     require(process >= 0, "fork");
     if (process == 0)
     {
-        /* The same addresses every time: the kernel maps file pages in by aligned windows. */
+        /* The number of file pages that a fault maps in depends on the address. */
         require(personality(ADDR_NO_RANDOMIZE) != -1, "personality");
         require(ptrace(PTRACE_TRACEME, 0, 0, 0) == 0, "ptrace");
         execv(arguments[1], arguments + 1);
