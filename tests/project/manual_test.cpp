@@ -145,28 +145,6 @@ Names tableOptions()
     return names;
 }
 
-void addKeys(const nlohmann::json& json, Names& keys)
-{
-    if (!json.is_object())
-        return;
-    for (const auto& [key, value] : json.items())
-    {
-        keys.insert(key);
-        addKeys(value, keys);
-    }
-}
-
-// Every key of the unit file that is made where there is none.
-Names unitFileKeys()
-{
-    Unit unit;
-    std::filesystem::remove(unit.file());
-    unit.run("--buzzer");
-    Names keys;
-    addKeys(unit.content(), keys);
-    return keys;
-}
-
 // What mandoc has to say of a page. Both pages are where it looks for those that a page refers to.
 Outcome lint(const std::string& page)
 {
@@ -217,12 +195,6 @@ TEST(Manual, SpeaksOfNoOptionThatThereIsNot)
     Names named = namesBehind(" -", macroLines("Fl", pages));
     named.merge(namesBehind(R"(\-\-)", pages));
     EXPECT_THAT(tableOptions(), testing::IsSupersetOf(named));
-}
-
-TEST(Manual, OfTheSimulatedUnitNamesEveryKeyOfItsFile)
-{
-    const std::string manual = projectFile("man/fobrob-sim.1");
-    EXPECT_THAT(namesBehind(" ", macroLines("Va", manual)), testing::IsSupersetOf(unitFileKeys()));
 }
 
 TEST(Manual, IsWellFormed)
