@@ -84,7 +84,7 @@ TEST(ManualExamples, ShowSessionsAsTheyAre)
                 expectSession(Unit(), display);
                 ++sessions;
             }
-    EXPECT_EQ(sessions, 2);
+    EXPECT_EQ(sessions, 4);
 }
 
 TEST(DocumentExamples, ShowSessionsAsTheyAre)

@@ -1,4 +1,5 @@
 #include "fobrob/option_table.h"
+#include "support/manual_page.h"
 #include "support/unit.h"
 #include "support/vocabulary.h"
 
@@ -17,13 +18,8 @@ namespace
 
 using Names = std::set<std::string>;
 
-std::string projectFile(const std::string& name)
-{
-    return readFile(PROJECT_FOLDER "/" + name);
-}
-
-// The names that stand right behind `mark`, wherever it occurs in `text`.
-Names namesBehind(const std::string& mark, const std::string& text)
+// The names that directly follow `mark` in `text`.
+Names namesAfter(const std::string& mark, const std::string& text)
 {
     const auto isPart = [](unsigned char c) { return std::isalnum(c) || c == '_'; };
     Names names;
@@ -47,12 +43,11 @@ std::string macroLines(const std::string& macro, const std::string& manual)
     return found;
 }
 
-// What the manual says of each category and of each of its options, the line with the name first.
+// The text of each category and of each of its options, starting with the line of the name.
 std::map<std::string, std::string> entries(const std::string& manual)
 {
     std::map<std::string, std::string> texts;
-    std::vector<std::string> places = {
-        ""}; // of whom the section speaks, and the lists in it, the innermost last
+    std::vector<std::string> places = {""}; // the entry of the section and of each open list, innermost last
     for (const std::string& line : splitLines(manual))
     {
         const std::vector<std::string> name = matches(R"(^\.(?:Ss|It) Fl (-\w+))", line);
@@ -70,7 +65,7 @@ std::map<std::string, std::string> entries(const std::string& manual)
     return texts;
 }
 
-// The words that a macro line marks as such.
+// The words in a macro line that are marked as command words.
 Words markedWords(const std::string& line)
 {
     std::istringstream stream(line);
@@ -96,7 +91,7 @@ Words wordsOf(const std::string& entry)
     {
         Words marked = markedWords(line);
         words.merge(marked);
-        EXPECT_TRUE(marked.empty()) << "A word that is marked twice can be lost unnoticed:\n" << entry;
+        EXPECT_TRUE(marked.empty()) << "Removing a word that is marked twice would go unnoticed:\n" << entry;
     }
     return words;
 }
@@ -113,10 +108,10 @@ struct Range
 {
     double lowest;
     double highest;
-    double step; // to what lies outside
+    double step; // between two values
 };
 
-// The first range that an entry mentions.
+// The first range in an entry.
 std::optional<Range> rangeIn(std::string entry)
 {
     entry = std::regex_replace(entry, std::regex(R"(\\-)"), "-");
@@ -128,7 +123,7 @@ std::optional<Range> rangeIn(std::string entry)
     return Range{std::stod(match[1]), std::stod(match[3]), step};
 }
 
-// Whether an option that is set to a number is read as that number then.
+// Returns whether a number that is set is read back unchanged.
 bool holds(const std::string& option, double number)
 {
     Unit unit;
@@ -145,7 +140,106 @@ Names tableOptions()
     return names;
 }
 
-// What mandoc has to say of a page. Both pages are where it looks for those that a page refers to.
+// The operations of the device library that return an error code, without those that release a handle.
+std::vector<std::string> operations()
+{
+    std::vector<std::string> names =
+        matches(R"(ApiError (\w+)\()", readFile(PROJECT_FOLDER "/src/device/qv_aux2.h"));
+    std::erase_if(names, [](const std::string& name) { return name.ends_with("_release"); });
+    return names;
+}
+
+// Command lines that call every operation.
+const char* const everything[] = {
+    "--about=EEPROM",
+    "--about=RawEEPROM",
+    "--about=Diagnostic",
+    "--about=ADC",
+    "--version",
+    "--temperature",
+    "--digitalio",
+    "--lightsensor",
+    "--buzzer",
+    "--buzzer --frequency=800 --volume=1 --status=Enable",
+    "--backlight",
+    "--backlight --intensity=1 --automatic=Enabled --led_dimming=Enabled",
+    "--backlight --automatic=Disabled",
+    "--led",
+    "--led --frequency=1 --dutycycle=1 --color=RED --pulses=1 --idletime=0 --startup=Enable",
+    "--can",
+    "--can=CAN0 --baudrate=250",
+    "--heater --temperature",
+    "--heater --temperature=0",
+    "--power=current",
+    "--power=current --vchannel1=Enable --can=Enable --extfan=Enable",
+    "--power=startup",
+    "--power=startup --vchannel1=Enable --can=Enable --extfan=Enable",
+    "--onoff",
+    "--onoff --shortpress=SUSPEND --longpress=SUSPEND --longpress_time=1 --onoff_signal=SUSPEND",
+    "--onoff --onoff_signal_time=1 --always_on=Enabled --unit_startup=BOTH --suspend_max_time=1",
+    "--touch",
+    "--touch --mode=TOUCH --setting=TS_LOW_LEVEL --value=1",
+    "--telematics",
+    "--telematics --wlanpower=ENABLED --gsmpower=ENABLED --gpspower=ENABLED --bluetoothpower=ENABLED",
+    "--telematics --wlanstartuppower=ENABLED --gsmstartuppower=ENABLED",
+    "--telematics --gpsstartuppower=ENABLED --bluetoothstartuppower=ENABLED",
+    "--advanced --system_mode",
+    "--advanced --boot_completed",
+    "--advanced --rescue_mode_next_boot",
+    "--advanced --shutdown",
+    "--advanced --factory",
+    "--advanced --update=SS --force --filepath=/FIRMWARE.hex",
+    "--advanced --verify=SS --force --filepath=/FIRMWARE.hex",
+    "--advanced --update=FPGA --force --filepath=/FIRMWARE.mcs",
+    "--advanced --verify=FPGA --force --filepath=/FIRMWARE.mcs",
+    "--advanced --update=Front --force --filepath=/FIRMWARE.hex",
+    "--advanced --verify=Front --force --filepath=/FIRMWARE.hex",
+};
+
+// A name that a failure is printed under, and the operation that failed.
+using Label = std::pair<std::string, std::string>;
+
+// Lets each of `failing` fail with its own name as the error text, and adds the labels that are printed.
+void addLabels(const std::vector<std::string>& failing, std::set<Label>& labels)
+{
+    nlohmann::json keys;
+    for (unsigned code = 1000; const std::string& operation : failing)
+    {
+        keys["faults"][operation]["code"] = ++code;
+        keys["errorTexts"][std::to_string(code)] = operation;
+    }
+    for (const std::string arguments : everything)
+    {
+        Unit unit(keys.dump());
+        for (const char* extension : {".hex", ".mcs"})
+            writeFile(unit.folder / "firmware" + extension, "");
+        const std::string output =
+            unit.run(replaced(arguments, "/FIRMWARE", unit.folder / "firmware")).output;
+        for (const std::string& line : splitLines(output))
+            for (const std::string& operation : matches(R"(: (\w+)$)", line))
+                if (std::ranges::find(failing, operation) != failing.end())
+                    labels.emplace(line.substr(0, line.rfind(": ")), operation);
+    }
+}
+
+std::string nameInModule(const std::string& operation)
+{
+    return operation.substr(operation.find('_') + 1);
+}
+
+// The labels of all operations in the output of the program.
+std::set<Label> printedLabels()
+{
+    std::vector<std::string> failing = operations();
+    std::set<Label> labels;
+    addLabels(failing, labels);
+    // A setting that is read before it is written is only written if the read succeeds.
+    std::erase_if(failing, [](const std::string& name) { return nameInModule(name).starts_with("get"); });
+    addLabels(failing, labels);
+    return labels;
+}
+
+// Checks a page with mandoc, which finds both pages when it checks the references between them.
 Outcome lint(const std::string& page)
 {
     const TemporaryFolder folder;
@@ -154,14 +248,14 @@ Outcome lint(const std::string& page)
                        .environment = {{"MANPATH", folder.path}}});
 }
 
-TEST(Manual, GivesEachCategoryItsOptionsAndEachOptionItsWords)
+TEST(Manual, ListsTheOptionsOfEachCategoryAndTheWordsOfEachOption)
 {
-    EXPECT_THAT(vocabularyOf(projectFile("man/fobrob.1")), testing::ContainerEq(vocabularyOfTheProgram()));
+    EXPECT_THAT(vocabularyOf(manualPage("fobrob.1")), testing::ContainerEq(vocabularyOfTheProgram()));
 }
 
 TEST(Manual, BeginsWithTheCategoriesAndTheGeneralOptions)
 {
-    const std::string manual = projectFile("man/fobrob.1");
+    const std::string manual = manualPage("fobrob.1");
     const std::string beginning = manual.substr(0, manual.find("\n.Ss "));
     Names names = {"-help", "-list"};
     for (const auto& [place, entry] : entries(manual))
@@ -171,10 +265,10 @@ TEST(Manual, BeginsWithTheCategoriesAndTheGeneralOptions)
     EXPECT_THAT(shown, testing::UnorderedElementsAreArray(names));
 }
 
-TEST(Manual, ShowsTheRangesThatTheUnitHolds)
+TEST(Manual, HasTheRangesThatTheUnitStores)
 {
     int ranges = 0;
-    for (const auto& [option, entry] : entries(projectFile("man/fobrob.1")))
+    for (const auto& [option, entry] : entries(manualPage("fobrob.1")))
     {
         const std::optional<Range> range = rangeIn(entry);
         if (!range || wordsOf(entry) != Words{"", "="})
@@ -189,12 +283,36 @@ TEST(Manual, ShowsTheRangesThatTheUnitHolds)
     EXPECT_EQ(ranges, 10);
 }
 
-TEST(Manual, SpeaksOfNoOptionThatThereIsNot)
+TEST(Manual, NamesNoUnknownOption)
 {
-    const std::string pages = projectFile("man/fobrob.1") + projectFile("man/fobrob-sim.1");
-    Names named = namesBehind(" -", macroLines("Fl", pages));
-    named.merge(namesBehind(R"(\-\-)", pages));
+    const std::string pages = manualPage("fobrob.1") + manualPage("fobrob-sim.1");
+    Names named = namesAfter(" -", macroLines("Fl", pages));
+    named.merge(namesAfter(R"(\-\-)", pages));
     EXPECT_THAT(tableOptions(), testing::IsSupersetOf(named));
+}
+
+TEST(Manual, ListsTheOperationsThatFailUnderAnotherName)
+{
+    std::set<Label> listed;
+    const std::string manual = manualPage("fobrob.1");
+    for (const std::string& line : splitLines(sectionOf(manual, ".Ss Names of failed operations")))
+        if (const Cells cells = cellsOf(line); !cells.empty())
+            listed.emplace(cells.at(0), cells.at(1));
+
+    std::set<Label> otherNames;
+    Names failed;
+    for (const auto& [label, operation] : printedLabels())
+    {
+        failed.insert(operation);
+        if (operation == "Adc_getVoltage")
+            otherNames.emplace("VOLTAGE_channel", operation);
+        else if (label != nameInModule(operation))
+            otherNames.emplace(label, operation);
+    }
+    EXPECT_THAT(listed, testing::ContainerEq(otherNames));
+
+    failed.insert("FirmwareUpgrade_getUpgradeStatus"); // its failure is never printed
+    EXPECT_THAT(operations(), testing::UnorderedElementsAreArray(failed));
 }
 
 TEST(Manual, IsWellFormed)
@@ -204,6 +322,20 @@ TEST(Manual, IsWellFormed)
         const Outcome outcome = lint(page);
         EXPECT_EQ(outcome.status, 0) << page << "\n" << outcome.errors;
         EXPECT_EQ(outcome.output, "");
+    }
+}
+
+TEST(Manual, HasTheNameAndTheVersionOfTheProjectInItsFooter)
+{
+    const std::string version = splitLines(Unit().run("-v").output).front(); // "fobrob 2.9.0.0"
+    for (const char* page : {"fobrob.1", "fobrob-sim.1"})
+    {
+        const Outcome outcome =
+            runCommand({.words = {"mandoc", "-Tascii", PROJECT_FOLDER "/man/" + std::string(page)}});
+        const std::string footer = splitLines(outcome.output).back();
+        const std::vector<std::string> name = matches(R"(^(Fobrob \S+) .* \1$)", footer);
+        ASSERT_THAT(name, testing::SizeIs(1)) << footer;
+        EXPECT_EQ("f" + name.front().substr(1) + ".0", version);
     }
 }
 
