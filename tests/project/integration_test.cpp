@@ -1,5 +1,5 @@
-// docs/integration.md and the files of examples/ that it shows. The scripts run with a `fobrob` of their own,
-// which is the program under test on a simulated unit; the commands run in a copy of the sources.
+// docs/integration.md and the examples. The example scripts run the program under test on a simulated unit.
+// The commands of the document run in a copy of the sources.
 
 #include "support/snippets.h"
 #include "support/unit.h"
@@ -15,6 +15,7 @@ namespace
 using testing::HasSubstr;
 
 const char* const document = PROJECT_FOLDER "/docs/integration.md";
+const char* const scriptingDocument = PROJECT_FOLDER "/docs/scripting.md";
 
 std::string example(const std::string& name)
 {
@@ -30,19 +31,18 @@ std::vector<std::string> exampleFiles()
     return contents;
 }
 
-// The snippets that are no files, as one script: those at the desk, or the others.
-std::string commands(bool atTheDesk)
+// The commands of the document, as one script.
+std::string commands()
 {
     const std::vector<std::string> files = exampleFiles();
     std::string script;
     for (const std::string& snippet : snippets(document))
-        if (std::ranges::find(files, snippet) == files.end() &&
-            snippet.starts_with("LD_LIBRARY_PATH=") == atTheDesk)
+        if (std::ranges::find(files, snippet) == files.end())
             script += snippet;
     return script;
 }
 
-// What stands in `text` between the first `begin` and the next `end`.
+// The part of `text` between the first `begin` and the next `end`.
 std::string between(const std::string& begin, const std::string& end, const std::string& text)
 {
     const std::size_t at = text.find(begin);
@@ -57,23 +57,15 @@ Outcome runShell(const std::string& script)
     return runCommand({.words = {"sh", "-euc", script}, .environment = {{"PATH", std::getenv("PATH")}}});
 }
 
-TEST(Integration, ShowsTheExamplesAsTheyAre)
+TEST(Integration, ShowsEveryExample)
 {
-    EXPECT_THAT(snippets(document), testing::IsSupersetOf(exampleFiles()));
+    std::vector<std::string> shown = snippets(document);
+    for (const std::string& snippet : snippets(scriptingDocument))
+        shown.push_back(snippet);
+    EXPECT_THAT(shown, testing::IsSupersetOf(exampleFiles()));
 }
 
-TEST(Integration, LinksToFilesThatAreThere)
-{
-    const std::string text = readFile(document);
-    const std::string mark = "](";
-    for (std::size_t at = 0; (at = text.find(mark, at)) != text.npos; at += mark.size())
-    {
-        const std::string target = between(mark, ")", text.substr(at));
-        EXPECT_TRUE(fileExists(PROJECT_FOLDER "/docs/" + target)) << target;
-    }
-}
-
-// The preset of the build under test, so that the linker is one for its processor.
+// The preset of the build under test, which selects a linker for its processor.
 std::string preset()
 {
     const std::string name = std::filesystem::path(buildFolder()).filename();
@@ -82,9 +74,9 @@ std::string preset()
     return known ? name : "release";
 }
 
-// All of the document's commands, in a copy of the sources. The unit's own library is the simulated one,
-// without a name of its own; where it lay is forgotten.
-TEST(Integration, BuildsAndInstallsByTheCommandsOfTheDocument)
+// The simulated unit without a SONAME takes the part of the unit's library. It is removed after the build:
+// the program must not look for it there.
+TEST(Integration, BuildsAndInstallsWithTheCommandsOfTheDocument)
 {
     namespace fs = std::filesystem;
     const TemporaryFolder work;
@@ -95,8 +87,7 @@ TEST(Integration, BuildsAndInstallsByTheCommandsOfTheDocument)
         fs::copy(fs::path(PROJECT_FOLDER) / part, sources / part, fs::copy_options::recursive);
     fs::copy(namelessLibraryFolder() + "/libqv-aux2.so.2.11", work / "libqv-aux2.so.2.11");
 
-    const std::string script =
-        replaced(replaced(commands(false), "release", preset()), "/path/to", work.path);
+    const std::string script = replaced(replaced(commands(), "release", preset()), "/path/to", work.path);
     const Outcome outcome = runShell("cd " + sources.string() + "\n" + script);
     EXPECT_EQ(exitStatus(outcome), 0) << outcome.output << outcome.errors;
     EXPECT_THAT(outcome.output, HasSubstr("/libqv-aux2.so.2.11 has every operation that fobrob calls\n"));
@@ -113,11 +104,14 @@ TEST(Integration, BuildsAndInstallsByTheCommandsOfTheDocument)
     EXPECT_EQ(runCommand(command).output, "Illuminance: 320\n");
 }
 
-// On this machine's processor, whatever that of the program under test.
-TEST(Integration, RunsTheExampleAtTheDesk)
+// Always the native program: the command does not use the emulator.
+TEST(Scripting, RunsTheExampleOnTheSimulatedUnit)
 {
+    std::string script;
+    for (const std::string& snippet : snippets(scriptingDocument))
+        if (snippet.starts_with("LD_LIBRARY_PATH="))
+            script += replaced(snippet, "$PWD/build/release", BUILD_FOLDER);
     const Unit unit;
-    const std::string script = replaced(commands(true), "$PWD/build/release", BUILD_FOLDER);
     const Outcome outcome =
         runShell("cd " PROJECT_FOLDER "\nexport QVAUX_UNIT=" + unit.file() + "\n" + script);
     EXPECT_EQ(outcome.errors, "");
@@ -125,8 +119,8 @@ TEST(Integration, RunsTheExampleAtTheDesk)
     EXPECT_EQ(unit["/config/heatingLimit"], -5);
 }
 
-// CMake warns of a variable that nothing reads.
-TEST(Integration, GivesCMakeVariablesThatItKnowsInTheRecipe)
+// CMake warns about a variable that the project does not use.
+TEST(Integration, GivesCMakeOnlyVariablesOfTheProjectInTheRecipe)
 {
     const TemporaryFolder work;
     const std::string recipe = readFile(example("fobrob_2.9.0.bb"));
@@ -139,8 +133,8 @@ TEST(Integration, GivesCMakeVariablesThatItKnowsInTheRecipe)
     EXPECT_THAT(cache, HasSubstr("QV_AUX2_LIBRARY:FILEPATH=" + simulatorFolder() + "/libqv-aux2.so.2.11\n"));
 }
 
-// Programs, manuals and the service are packaged without being named.
-TEST(Integration, PackagesEveryInstalledFileByTheRecipe)
+// The program, its manual page and the service are packaged by default. FILES has to name the rest.
+TEST(Integration, PackagesEveryInstalledFileInTheRecipe)
 {
     const TemporaryFolder image;
     const std::string recipe = readFile(example("fobrob_2.9.0.bb"));
@@ -151,8 +145,8 @@ TEST(Integration, PackagesEveryInstalledFileByTheRecipe)
     EXPECT_EQ(exitStatus(runShell(script)), 0);
     std::istringstream named(
         replaced(between("FILES:${PN} += \"", "\"", recipe), "${datadir}", "/usr/share"));
-    std::vector<std::string> folders = {"/usr/bin", "/usr/share/man", "/usr/lib/systemd/system"};
-    folders.insert(folders.end(), std::istream_iterator<std::string>(named), {});
+    std::vector<std::string> directories = {"/usr/bin", "/usr/share/man", "/usr/lib/systemd/system"};
+    directories.insert(directories.end(), std::istream_iterator<std::string>(named), {});
     std::size_t files = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(image.path))
     {
@@ -160,25 +154,25 @@ TEST(Integration, PackagesEveryInstalledFileByTheRecipe)
         if (entry.is_directory())
             continue;
         ++files;
-        EXPECT_TRUE(
-            std::ranges::any_of(folders, [&](const auto& folder) { return path.starts_with(folder + "/"); }))
+        EXPECT_TRUE(std::ranges::any_of(directories, [&](const auto& directory)
+                                        { return path.starts_with(directory + "/"); }))
             << path;
     }
     EXPECT_EQ(files, 6u);
 }
 
-TEST(Integration, NamesTheRecipeByTheVersion)
+TEST(Integration, NamesTheRecipeAfterTheVersion)
 {
     EXPECT_THAT(readFile(PROJECT_FOLDER "/CMakeLists.txt"), HasSubstr("project(fobrob VERSION 2.9.0.0 "));
     EXPECT_TRUE(fileExists(example("fobrob_2.9.0.bb")));
 }
 
-// The command of the service, read as systemd reads it.
+// The command of the service, as systemd parses it.
 std::vector<std::string> bootCompletedCommand()
 {
     const std::string service = readFile(example("fobrob-boot-completed.service"));
     const std::string script = between("\nExecStart=/bin/sh -c '", "'\n", service);
-    EXPECT_EQ(script.find_first_of("'\\%"), script.npos) << "means something else to systemd";
+    EXPECT_EQ(script.find_first_of("'\\%"), script.npos) << "special to systemd";
     return {"/bin/sh", "-c", replaced(script, "$$", "$")};
 }
 
@@ -200,7 +194,7 @@ TEST(BootCompletedService, AcknowledgesTheBoot)
     EXPECT_EQ(unit["/boot/completed"], true);
 }
 
-TEST(BootCompletedService, FailsWithTheReasonWhereTheUnitDoesNotTakeIt)
+TEST(BootCompletedService, FailsWithTheReasonIfTheUnitRefuses)
 {
     Unit unit(R"({"boot": {"completed": false}})");
     unit.fails("QVAuxPrivate_writeSsRegister", 2);
@@ -248,15 +242,15 @@ TEST(Provision, FindsItsSettingsAfterABoot)
     EXPECT_EQ(exitStatus(provision(unit)), 0);
 }
 
-TEST(Provision, NoticesSettingsThatAreLostAndBringsThemBack)
+TEST(Provision, DetectsLostSettingsAndRestoresThem)
 {
     Unit unit;
     EXPECT_EQ(exitStatus(provision(unit)), 0);
     unit.run("--advanced --factory");
     const Outcome outcome = provision(unit, {"--check"});
     EXPECT_EQ(exitStatus(outcome), 1);
-    EXPECT_EQ(outcome.errors, "provision: fobrob --onoff --always_on was to say 'PowerOnStartup: Enabled' "
-                              "and said 'PowerOnStartup: Disabled'\n");
+    EXPECT_EQ(outcome.errors, "provision: fobrob --onoff --always_on: expected 'PowerOnStartup: Enabled', "
+                              "got 'PowerOnStartup: Disabled'\n");
     EXPECT_EQ(exitStatus(provision(unit)), 0);
     EXPECT_EQ(exitStatus(provision(unit, {"--check"})), 0);
 }
@@ -267,7 +261,7 @@ TEST(Provision, NamesTheStepThatFails)
     {
         const char* keys;
         const char* step;
-        const char* said;
+        const char* output;
     } cases[] = {
         {R"({"faults": {"Config_setSuspendMaxTime": {"code": 77}}})", "--onoff --suspend_max_time=240",
          "'setSuspendMaxTime: Error 77'"},
@@ -284,14 +278,14 @@ TEST(Provision, NamesTheStepThatFails)
          "No valid arguments could be found."},
         {R"({"buzzer": {"volum": 5}})", "--onoff --always_on=Enabled", "The unit file is not valid"},
     };
-    for (const auto& [keys, step, said] : cases)
+    for (const auto& [keys, step, output] : cases)
     {
         SCOPED_TRACE(keys);
         const Outcome outcome = provision(Unit(keys));
         EXPECT_EQ(exitStatus(outcome), 1);
         EXPECT_THAT(outcome.errors,
-                    testing::StartsWith("provision: fobrob " + std::string(step) + " was to say "));
-        EXPECT_THAT(outcome.errors, HasSubstr(said));
+                    testing::StartsWith("provision: fobrob " + std::string(step) + ": expected "));
+        EXPECT_THAT(outcome.errors, HasSubstr(output));
         EXPECT_EQ(outcome.output, "");
     }
 }
@@ -324,7 +318,7 @@ const char* const firmware = ":12000000465756455253494F4E3D312E31332E302E3768\n"
 struct RollOut
 {
     Outcome outcome;
-    std::string calls; // those of the firmware work, and the waiting
+    std::string calls; // of the firmware operations and sleep
 };
 
 RollOut rollOut(const Unit& unit, const std::string& target, const std::string& file,
@@ -371,7 +365,7 @@ TEST(UpgradeFirmware, UpgradesVerifiesAndShutsTheUnitDown)
     }
 }
 
-TEST(UpgradeFirmware, NamesTheStepThatFailsAndLeavesTheUnitUp)
+TEST(UpgradeFirmware, NamesTheStepThatFailsAndLeavesTheUnitOn)
 {
     const struct
     {
@@ -379,7 +373,7 @@ TEST(UpgradeFirmware, NamesTheStepThatFailsAndLeavesTheUnitUp)
         const char* target;
         const char* file;
         const char* failed;
-        const char* said;
+        const char* output;
         const char* user = "0";
     } cases[] = {
         {"{}", "SS", "/good.hex", "upgrade SS", "This feature requires superuser privileges", "1000"},
@@ -396,9 +390,9 @@ TEST(UpgradeFirmware, NamesTheStepThatFailsAndLeavesTheUnitUp)
         {R"({"faults": {"FirmwareUpgrade_shutDown": {"code": 77}}})", "SS", "/good.hex", "shut the unit down",
          "shutDown: Error 77"},
     };
-    for (const auto& [keys, target, file, failed, said, user] : cases)
+    for (const auto& [keys, target, file, failed, output, user] : cases)
     {
-        SCOPED_TRACE(said);
+        SCOPED_TRACE(output);
         Unit unit(keys);
         unit.set("/firmware/pace", 0);
         writeFile(unit.folder / "good.hex", firmware);
@@ -406,19 +400,19 @@ TEST(UpgradeFirmware, NamesTheStepThatFailsAndLeavesTheUnitUp)
         const RollOut run = rollOut(unit, target, unit.folder.path + file, user);
         EXPECT_EQ(exitStatus(run.outcome), 1);
         EXPECT_EQ(run.outcome.errors, "upgrade-firmware: failed to " + std::string(failed) + "\n");
-        EXPECT_THAT(run.outcome.output, HasSubstr(said));
+        EXPECT_THAT(run.outcome.output, HasSubstr(output));
         EXPECT_THAT(unit["/boot/running"], testing::AnyOf(true, nullptr));
     }
 }
 
-TEST(UpgradeFirmware, FailsWhereThePathIsNotFull)
+TEST(UpgradeFirmware, FailsIfThePathIsRelative)
 {
     const RollOut run = rollOut(Unit(), "SS", "ss.hex");
     EXPECT_EQ(exitStatus(run.outcome), 1);
     EXPECT_THAT(run.outcome.output, testing::StartsWith("Please enter the full path"));
 }
 
-// Not a word of it comes to fobrob, which makes a rescue boot of what it cannot make out.
+// Without calling fobrob, which would set rescue mode if it did not recognise an option.
 TEST(UpgradeFirmware, RefusesAnotherTarget)
 {
     const RollOut run = rollOut(Unit(), "ALL", "/ss.hex");
