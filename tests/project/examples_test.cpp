@@ -1,4 +1,4 @@
-// What the manual pages and documents show: sessions, scripts and unit files.
+// The sessions, scripts and unit files that manual pages and documents show.
 
 #include "support/snippets.h"
 #include "support/unit.h"
@@ -13,7 +13,7 @@ using testing::HasSubstr;
 
 const char* const firmware = ":0100000001FE\n:00000001FF\n";
 
-// Everything that the page sets off from its text, as it is read.
+// The displays of a manual page, without escapes.
 std::vector<std::string> displays(const std::string& page)
 {
     const std::string text = readFile(PROJECT_FOLDER "/man/" + page);
@@ -26,7 +26,7 @@ std::vector<std::string> displays(const std::string& page)
     return shown;
 }
 
-// The display that has `part`.
+// The display that contains `part`.
 std::string shown(const std::string& page, const std::string& part)
 {
     for (const std::string& display : displays(page))
@@ -36,7 +36,7 @@ std::string shown(const std::string& page, const std::string& part)
     return "";
 }
 
-// Runs a script in the folder of the unit.
+// Runs a script in the directory of the unit.
 Outcome runScript(const Unit& unit, const std::string& script)
 {
     return runOn(unit, {"sh", "-c", "cd '" + unit.folder.path + "'\n" + script});
@@ -60,7 +60,7 @@ std::vector<Step> stepsOf(const std::string& session)
     return steps;
 }
 
-// A file that is shown and is not there yet is made of what is shown.
+// A session that shows a file which does not exist creates it.
 void expectSession(const Unit& unit, const std::string& session)
 {
     const std::string show = "cat ";
@@ -74,7 +74,7 @@ void expectSession(const Unit& unit, const std::string& session)
     }
 }
 
-TEST(ManualExamples, ShowSessionsAsTheyAre)
+TEST(ManualExamples, ShowTheOutputOfTheirSessions)
 {
     int sessions = 0;
     for (const char* page : {"fobrob.1", "fobrob-sim.1"})
@@ -87,22 +87,21 @@ TEST(ManualExamples, ShowSessionsAsTheyAre)
     EXPECT_EQ(sessions, 4);
 }
 
-TEST(DocumentExamples, ShowSessionsAsTheyAre)
+TEST(DocumentExamples, ShowTheOutputOfTheirSessions)
 {
     int sessions = 0;
-    for (const char* document : {"README.md", "docs/simulated-unit.md"})
+    for (const char* document : {"README.md", "docs/internals.md", "docs/scripting.md", "docs/simulator.md"})
     {
         SCOPED_TRACE(document);
         const Unit unit;
         for (const std::string& snippet : snippets(std::string(PROJECT_FOLDER "/") + document))
             if (snippet.starts_with("$ "))
             {
-                const std::regex atTheDesk("\\./try");
-                expectSession(unit, std::regex_replace(snippet, atTheDesk, "fobrob-sim"));
+                expectSession(unit, replaced(snippet, "./try", "fobrob-sim"));
                 ++sessions;
             }
     }
-    EXPECT_EQ(sessions, 7);
+    EXPECT_EQ(sessions, 14);
 }
 
 TEST(ManualExamples, SwitchTheFanOnAtStartUpAndLeaveCanOff)
