@@ -1,4 +1,4 @@
-// Bytes written as pairs of hexadecimal digits, in firmware files and in the unit's file.
+// Bytes as pairs of hexadecimal digits, in documents and in firmware files.
 
 #pragma once
 
@@ -6,5 +6,11 @@
 #include <string_view>
 #include <vector>
 
-// False when `text` is anything but such pairs. Some may have been appended by then.
-bool appendBytes(std::vector<std::uint8_t>& bytes, std::string_view text);
+namespace document
+{
+
+// Appends the bytes that `digits` encodes, upper or lower case, two digits per byte. Returns false if
+// `digits` has an odd length or another character; the bytes before the error may have been appended.
+bool appendBytes(std::vector<std::uint8_t>& bytes, std::string_view digits);
+
+} // namespace document

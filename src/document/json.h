@@ -5,11 +5,15 @@
 #define JSON_NO_IO
 #include <nlohmann/json.hpp>
 
-// Keeps the order of the keys, so that a file that a person laid out stays laid out. The library's parser
-// adds keys by this [], so one that stands twice is there twice and can be found. Json's own [] looks keys
-// up.
+namespace document
+{
+
+// An object that keeps its keys in insertion order, so that the layout of a file survives a change.
+//
+// Intentional: operator[] always appends. The parser adds keys with it, so a duplicate key is in the object
+// twice and can be reported. Json::operator[] looks keys up first.
 template <typename Key, typename Value, typename Less, typename Allocator>
-struct KeysAsTheyStand : nlohmann::ordered_map<Key, Value, Less, Allocator>
+struct InsertionOrderedMap : nlohmann::ordered_map<Key, Value, Less, Allocator>
 {
     using nlohmann::ordered_map<Key, Value, Less, Allocator>::ordered_map;
 
@@ -19,4 +23,6 @@ struct KeysAsTheyStand : nlohmann::ordered_map<Key, Value, Less, Allocator>
     }
 };
 
-using Json = nlohmann::basic_json<KeysAsTheyStand>;
+using Json = nlohmann::basic_json<InsertionOrderedMap>;
+
+} // namespace document

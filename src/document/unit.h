@@ -1,72 +1,45 @@
-// Everything that one simulated unit is and remembers, with the defaults of a healthy, fully equipped one.
+// The unit document: everything that one unit is and stores. The defaults are those of a healthy, fully
+// equipped unit.
 //
-// Each record lists its keys in the unit file with describe(); the file is read, checked and written from
-// these lists alone.
+// Each record lists its keys in describe(). Documents are read, checked and written from these lists alone.
+//
+// A value that a unit may lack is a std::optional and null in the document. Its operation then returns
+// QV_NOT_SUPPORTED. Flags that come from the device keep the width that the device uses, because any number
+// may come back.
 
 #pragma once
 
-#include "document/version.h"
-
+#include "device/limits.h"
 #include "device/qv_aux2.h"
+#include "document/value_formats.h"
+#include "document/version.h"
 
 #include <array>
 #include <cstdint>
 #include <map>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
-// How a value stands in the file where a plain number would not be read easily.
-
-// true, false, or any other number.
-template <typename Integer>
-struct Flag
+namespace document
 {
-    Integer& value;
-};
 
-// These guides are for clang 14, which does not deduce the arguments of a record's template by itself.
-template <typename Integer>
-Flag(Integer&) -> Flag<Integer>;
+constexpr Name colorNames[] = {{QV_COLOR_RED, "red"},         {QV_COLOR_GREEN, "green"},
+                               {QV_COLOR_BLUE, "blue"},       {QV_COLOR_CYAN, "cyan"},
+                               {QV_COLOR_MAGENTA, "magenta"}, {QV_COLOR_YELLOW, "yellow"}};
+constexpr Name actionNames[] = {
+    {QV_ACTION_NONE, "none"}, {QV_ACTION_SUSPEND, "suspend"}, {QV_ACTION_SHUTDOWN, "shutdown"}};
+constexpr Name profileNames[] = {{QV_TOUCH_MOUSE_NEXT_BOOT, "mouse next boot"},
+                                 {QV_TOUCH_TOUCH_NEXT_BOOT, "touch next boot"},
+                                 {QV_TOUCH_MOUSE, "mouse"},
+                                 {QV_TOUCH_TOUCH, "touch"}};
+constexpr Name bootModeNames[] = {{QV_BOOT_NORMAL, "normal"},
+                                  {QV_BOOT_RESCUE, "rescue"},
+                                  {QV_BOOT_RESCUE_WITH_FACTORY_RESET, "rescue with factory reset"}};
+constexpr Name systemModeNames[] = {{QV_SYSTEM_NORMAL, "normal"}, {QV_SYSTEM_RESCUE, "rescue"}};
 
-struct Name
-{
-    std::int32_t value;
-    const char* text;
-};
-
-// One of the names, or any other number.
-template <typename Integer>
-struct Named
-{
-    Integer& value;
-    std::span<const Name> names;
-};
-
-template <typename Integer>
-Named(Integer&, std::span<const Name>) -> Named<Integer>;
-
-constexpr Name colorNames[] = {{0, "red"},  {1, "green"},   {2, "blue"},
-                               {3, "cyan"}, {4, "magenta"}, {5, "yellow"}};
-constexpr Name actionNames[] = {{0, "none"}, {1, "suspend"}, {2, "shutdown"}};
-constexpr Name profileNames[] = {{0, "mouse next boot"}, {1, "touch next boot"}, {2, "mouse"}, {3, "touch"}};
-constexpr Name bootModeNames[] = {{0, "normal"}, {3, "rescue"}, {4, "rescue with factory reset"}};
-constexpr Name systemModeNames[] = {{0, "normal"}, {1, "rescue"}};
-
-// Pairs of hexadecimal digits, a pair a byte.
-template <typename Text>
-struct HexDigits
-{
-    Text& text;
-};
-
-template <typename Text>
-HexDigits(Text&) -> HexDigits<Text>;
-
-// A count or reading that a unit may lack is null in the file; its operation then answers notSupported.
-template <typename Value>
-using Fitted = std::optional<Value>;
+// A bit for each video channel. Bit 0 is channel 1.
+constexpr std::uint8_t allVideoChannels = (1u << VIDEO_CHANNEL_COUNT) - 1;
 
 struct About
 {
@@ -77,15 +50,15 @@ struct About
     std::string mainHwVersion = "C2";
     std::string mainProductRevision = "R4";
     std::string mainProductArticle = "90-20017-11";
-    std::uint8_t canConnections = 4;
+    std::uint8_t canConnections = CAN_CHANNEL_COUNT_USUAL;
     std::uint8_t ethernetConnections = 2;
     std::uint8_t serialConnections = 3;
     std::uint8_t usbConnections = 4;
-    std::uint8_t videoConnections = 4;
-    Fitted<std::uint8_t> digitalIoConnections = std::uint8_t{4};
-    Fitted<std::uint8_t> configurableInputs = std::uint8_t{6};
-    Fitted<std::uint8_t> pwmOutputs = std::uint8_t{2};
-    Fitted<std::int32_t> buttons = 8;
+    std::uint8_t videoConnections = VIDEO_CHANNEL_COUNT;
+    std::optional<std::uint8_t> digitalIoConnections = std::uint8_t{DIGITAL_INPUT_COUNT};
+    std::optional<std::uint8_t> configurableInputs = std::uint8_t{6};
+    std::optional<std::uint8_t> pwmOutputs = std::uint8_t{2};
+    std::optional<std::int32_t> buttons = 8;
     std::uint8_t display = 1;
     std::uint8_t touchScreen = 1;
 
@@ -139,14 +112,13 @@ struct AddOnBoard
     }
 };
 
-// What one EEPROM holds: the text, then the bytes of `hex`, then `fill` to its end.
+// The content of one EEPROM: the text, then the bytes of `hex`, then `fill` up to QV_EEPROM_SIZE. What does
+// not fit is dropped.
 struct EepromImage
 {
-    static constexpr std::size_t size = 4096;
-
     std::string text;
     std::string hex;
-    std::uint8_t fill = 0xFF; // an erased cell
+    std::uint8_t fill = QV_EEPROM_ERASED;
 
     static void describe(auto& key, auto& self)
     {
@@ -191,24 +163,24 @@ struct Versions
 
 struct Diagnostic
 {
-    std::uint16_t startupReason = 0x55;
-    Fitted<std::uint16_t> shutdownReason = std::uint16_t{31};
-    Fitted<std::uint16_t> hwErrorStatus = std::uint16_t{0};
-    std::uint32_t totalRunTime = 184213; // minutes
+    std::uint16_t startupReason = QV_STARTUP_FRONT_BUTTON;
+    std::optional<std::uint16_t> shutdownReason = std::uint16_t{QV_SHUTDOWN_NO_ERROR};
+    std::optional<std::uint16_t> hwErrorStatus = std::uint16_t{QV_HW_NO_ERROR};
+    std::uint32_t totalRunTime = 184213; // in minutes, like all times of this record
     std::uint32_t totalSuspendTime = 20144;
     std::uint32_t totalHeatTime = 312;
     std::uint32_t runTime40To60 = 96520;
     std::uint32_t runTime60To70 = 4211;
     std::uint32_t runTime70To80 = 87;
     std::uint32_t runTimeAbove80 = 0;
-    std::int16_t minimumTemperature = -21; // degrees Celsius
+    std::int16_t minimumTemperature = -21; // in degrees Celsius, like all temperatures of this record
     std::int16_t maximumTemperature = 76;
     std::uint16_t powerCycles = 1342;
-    Fitted<std::int16_t> ssTemperature = std::int16_t{31};
-    Fitted<std::int16_t> pcbTemperature = std::int16_t{34};
-    Fitted<std::int16_t> cpuTemperature = std::int16_t{48};
-    Fitted<std::int16_t> boardTemperature = std::int16_t{39};
-    std::int32_t sensorStatus = 0; // the word beside the temperatures of CPU and CPU board
+    std::optional<std::int16_t> ssTemperature = std::int16_t{31};
+    std::optional<std::int16_t> pcbTemperature = std::int16_t{34};
+    std::optional<std::int16_t> cpuTemperature = std::int16_t{48};
+    std::optional<std::int16_t> boardTemperature = std::int16_t{39};
+    std::int32_t sensorStatus = 0; // status word returned with the temperatures of CPU and CPU board
 
     static void describe(auto& key, auto& self)
     {
@@ -233,17 +205,14 @@ struct Diagnostic
     }
 };
 
-// Supply voltages in volts; each key is the name of its channel, in the order of the channel numbers.
+// Supply voltages in volts, by channel number. The keys are the names of the channels.
 struct Adc
 {
-    static constexpr std::array<const char*, 24> names = {
-        "24VIN",      "24V", "12V", "12VID",   "5V",       "3V3",     "VTFT",  "5VSTB",
-        "1V9",        "1V8", "1V5", "1V2",     "1V05",     "1V0",     "0V9",   "VREF_INT",
-        "24V_BACKUP", "2V5", "1V1", "1V3_PER", "1V3_VDDA", "3V3STBY", "VPMIC", "VMAIN"};
+    static constexpr std::array<const char*, QV_ADC_CHANNEL_COUNT> names = QV_ADC_CHANNEL_NAMES;
 
-    std::array<Fitted<double>, 24> volts = {24.12, 23.98, 12.04, 12.01, 5.02, 3.31, 3.29, 5.04,
-                                            1.91,  1.8,   1.5,   1.2,   1.05, 1.0,  0.9,  1.21,
-                                            23.7,  2.5,   1.102, 1.3,   1.31, 3.3,  4.21, 11.96};
+    std::array<std::optional<double>, QV_ADC_CHANNEL_COUNT> volts = {
+        24.12, 23.98, 12.04, 12.01, 5.02, 3.31, 3.29,  5.04, 1.91, 1.8, 1.5,  1.2,
+        1.05,  1.0,   0.9,   1.21,  23.7, 2.5,  1.102, 1.3,  1.31, 3.3, 4.21, 11.96};
 
     static void describe(auto& key, auto& self)
     {
@@ -254,7 +223,7 @@ struct Adc
 
 struct DigitalInputs
 {
-    Fitted<std::uint8_t> inputs = std::uint8_t{0};
+    std::optional<std::uint8_t> inputs = std::uint8_t{0};
 
     static void describe(auto& key, auto& self)
     {
@@ -264,7 +233,7 @@ struct DigitalInputs
 
 struct Lightsensor
 {
-    Fitted<std::uint16_t> illuminance = std::uint16_t{320}; // lux
+    std::optional<std::uint16_t> illuminance = std::uint16_t{320}; // lux
 
     static void describe(auto& key, auto& self)
     {
@@ -274,9 +243,9 @@ struct Lightsensor
 
 struct Buzzer
 {
-    std::uint16_t frequency = 2500; // Hz
-    std::uint16_t volume = 1000;
-    std::uint8_t enabled = 0;
+    std::uint16_t frequency = 2500; // in hertz
+    std::uint16_t volume = 1000;    // from 0 to BUZZER_VOLUME_MAX
+    std::uint8_t enabled = QV_DISABLED;
 
     static void describe(auto& key, auto& self)
     {
@@ -291,7 +260,7 @@ struct Backlight
     std::uint8_t intensity = 200;
     std::uint8_t automatic = 0;
     std::array<std::int32_t, 4> filter = {1, 1, 20, 1};
-    std::int32_t ledDimming = 0;
+    std::int32_t ledDimming = QV_DISABLED;
 
     static void describe(auto& key, auto& self)
     {
@@ -304,12 +273,12 @@ struct Backlight
 
 struct FrontLed
 {
-    double frequency = 1;        // Hz
-    std::uint8_t dutyCycle = 50; // percent
-    std::int32_t color = 1;
+    double frequency = 1;        // in hertz
+    std::uint8_t dutyCycle = 50; // in percent
+    std::int32_t color = QV_COLOR_GREEN;
     std::uint8_t pulses = 1;
-    std::uint8_t idleTime = 0; // in units of 100 ms
-    std::int32_t startup = 1;
+    std::uint8_t idleTime = 0; // in units of LED_IDLE_TIME_STEP_MS
+    std::int32_t startup = QV_ENABLED;
 
     static void describe(auto& key, auto& self)
     {
@@ -322,7 +291,7 @@ struct FrontLed
     }
 };
 
-// Baud rates in kbit/s by channel. A unit has as many of them as it has CAN connections.
+// Baud rates in kbit/s, channel 1 first.
 struct Can
 {
     std::vector<std::uint16_t> baudrates = {250, 250, 500, 500};
@@ -333,12 +302,12 @@ struct Can
     }
 };
 
-// Which supplies are on. Bit 0 of the video mask is channel 1.
+// Which supplies are on.
 struct Supplies
 {
-    std::uint8_t video = 15;
-    std::int32_t can = 1;
-    std::int32_t externalFan = 0;
+    std::uint8_t video = allVideoChannels;
+    std::int32_t can = QV_ENABLED;
+    std::int32_t externalFan = QV_DISABLED;
 
     static void describe(auto& key, auto& self)
     {
@@ -348,18 +317,18 @@ struct Supplies
     }
 };
 
-// What the System Supervisor keeps.
+// The settings of the System Supervisor.
 struct Config
 {
-    std::int32_t shortPressAction = 1;
-    std::int32_t longPressAction = 2;
-    std::uint16_t longPressTime = 3000; // ms
-    std::int32_t onOffSignalAction = 2;
-    std::uint32_t onOffSignalTime = 5; // s
-    std::int32_t powerOnStartup = 0;
-    std::int32_t startupTrigger = 3;
-    std::uint16_t suspendMaxTime = 120; // minutes, 0 is no limit
-    std::int16_t heatingLimit = -10;    // degrees Celsius
+    std::int32_t shortPressAction = QV_ACTION_SUSPEND;
+    std::int32_t longPressAction = QV_ACTION_SHUTDOWN;
+    std::uint16_t longPressTime = 3000; // in milliseconds
+    std::int32_t onOffSignalAction = QV_ACTION_SHUTDOWN;
+    std::uint32_t onOffSignalTime = 5; // in seconds
+    std::int32_t powerOnStartup = QV_DISABLED;
+    std::int32_t startupTrigger = QV_TRIGGER_FRONT_BUTTON | QV_TRIGGER_ON_OFF_SIGNAL;
+    std::uint16_t suspendMaxTime = 120; // in minutes, 0 for no limit
+    std::int16_t heatingLimit = -10;    // in degrees Celsius
     Supplies startupPower;
 
     static void describe(auto& key, auto& self)
@@ -379,13 +348,15 @@ struct Config
 
 struct Touch
 {
-    static constexpr std::array<const char*, 11> settingKeys = {
+    // By QvTouchSetting. The last setting, QV_TOUCH_RESTORE_DEFAULTS, stores nothing.
+    static constexpr std::array<const char*, QV_TOUCH_RESTORE_DEFAULTS> settingKeys = {
         "rightClickTime",      "lowLevel",           "untouchLevel",           "debounceTime",
         "debounceTimeoutTime", "doubleClickMaxTime", "doubleClickTime",        "maxRightClickDistance",
         "useDejitter",         "calibrationWidth",   "calibrationMeasurements"};
 
-    std::int32_t profile = 3;
-    std::array<std::uint16_t, 11> settings = {1000, 48, 32, 20, 60, 250, 500, 24, 1, 40, 8};
+    std::int32_t profile = QV_TOUCH_TOUCH;
+    std::array<std::uint16_t, QV_TOUCH_RESTORE_DEFAULTS> settings = {1000, 48, 32, 20, 60, 250,
+                                                                     500,  24, 1,  40, 8};
 
     static void describe(auto& key, auto& self)
     {
@@ -397,8 +368,8 @@ struct Touch
 
 struct Radio
 {
-    std::int32_t power = 1;
-    std::int32_t startupPower = 1;
+    std::int32_t power = QV_ENABLED;
+    std::int32_t startupPower = QV_ENABLED;
 
     static void describe(auto& key, auto& self)
     {
@@ -423,13 +394,13 @@ struct Telematics
     }
 };
 
-// The firmware in one target.
+// The firmware of one target.
 struct Firmware
 {
-    std::string digest;                 // SHA-256 of the flashed bytes, empty for the factory's own
-    std::uint64_t bytes = 0;            // how many were flashed
-    bool incomplete = false;            // an upgrade was begun and not finished
-    std::optional<Version> nextVersion; // reported from the next boot on
+    std::string digest;                 // SHA-256 of the flashed blocks, empty if nothing was flashed yet
+    std::uint64_t bytes = 0;            // number of flashed bytes
+    bool incomplete = false;            // an upgrade has started and not finished
+    std::optional<Version> nextVersion; // the version from the next boot on
 
     static void describe(auto& key, auto& self)
     {
@@ -440,12 +411,12 @@ struct Firmware
     }
 };
 
-// A status that the unit is made to report, whatever its job does.
+// A status that the unit reports instead of the one its job has reached.
 struct ScriptedStatus
 {
-    std::int32_t state = 0;
+    std::int32_t state = QV_UPGRADE_INITIATING;
     std::int32_t second = 0;
-    ApiError error = 0;
+    ApiError error = QV_SUCCESS;
 
     static void describe(auto& key, auto& self)
     {
@@ -457,11 +428,11 @@ struct ScriptedStatus
 
 struct FirmwareWork
 {
-    std::uint32_t pace = 700; // ms that each state of a job lasts
+    std::uint32_t pace = 700; // duration of each state of a job, in milliseconds
     Firmware ss;
     Firmware fpga;
     Firmware front;
-    std::vector<ScriptedStatus> statuses; // reported one a call instead of the job's own, the last for good
+    std::vector<ScriptedStatus> statuses; // reported one per status call; the last one repeats
 
     static void describe(auto& key, auto& self)
     {
@@ -475,10 +446,10 @@ struct FirmwareWork
 
 struct Boot
 {
-    bool running = true; // false between a shutdown and the next call
+    bool running = true; // false from a shutdown to the next call
     bool completed = true;
-    std::int32_t systemMode = 0;
-    std::int32_t nextMode = 0;
+    std::int32_t systemMode = QV_SYSTEM_NORMAL;
+    std::int32_t nextMode = QV_BOOT_NORMAL;
 
     static void describe(auto& key, auto& self)
     {
@@ -489,13 +460,13 @@ struct Boot
     }
 };
 
-// What one operation does instead of its work. The first `skip` calls pass, then `times` calls show the
-// fault, without `times` all of them.
+// What calls of one operation do instead of their work. The first `skip` calls are not affected; the `times`
+// calls after them are, or all if `times` is null.
 struct Fault
 {
-    ApiError code = 0;    // answer this code
-    bool ignored = false; // answer success, deliver and change nothing
-    bool null = false;    // answer a null handle or text
+    ApiError code = QV_SUCCESS; // return this code
+    bool ignored = false;       // return QV_SUCCESS, write no results and change nothing
+    bool null = false;          // return a null handle or text
     std::uint32_t skip = 0;
     std::optional<std::uint32_t> times;
 
@@ -529,8 +500,8 @@ struct Unit
     Telematics telematics;
     FirmwareWork firmware;
     Boot boot;
-    std::map<std::string, Fault> faults;                          // by operation
-    std::map<std::string, std::optional<std::string>> errorTexts; // by decimal code, null for none
+    std::map<std::string, Fault> faults;                          // by name of the operation
+    std::map<std::string, std::optional<std::string>> errorTexts; // by code in decimal, null for no text
 
     static void describe(auto& key, auto& self)
     {
@@ -556,3 +527,5 @@ struct Unit
         key("errorTexts", self.errorTexts);
     }
 };
+
+} // namespace document

@@ -1,24 +1,23 @@
-// Between the unit and its file's JSON.
+// Units as JSON documents.
 
 #pragma once
 
+#include "document/diagnostic.h"
 #include "document/json.h"
 #include "document/unit.h"
 
-#include <stdexcept>
-
-// Something in the file that no unit has, with its place: "/buzzer/volume: not a whole number from 0 to
-// 65535".
-struct BadUnit : std::runtime_error
+namespace document
 {
-    using std::runtime_error::runtime_error;
-};
 
-// Keys that are missing keep their defaults. Throws BadUnit for an unknown key, one that stands
-// twice, or an unfit value.
-Unit unitFromJson(const Json& file);
+// Missing keys keep their defaults. Throws InvalidDocument if a key is unknown or a duplicate, or if a value
+// has the wrong type or does not fit into its field. The ranges of settings are not checked.
+Unit unitFromJson(const Json& json);
 
+// Returns a document with every key.
 Json unitToJson(const Unit& unit);
 
-// Brings what changed from `before` to `after` into `file` and leaves the rest of it as it stands.
-void updateJson(Json& file, const Json& before, const Json& after);
+// Sets the keys in `json` whose values differ between `before` and `after`, two documents with every key. All
+// other keys, their order, and the way their values are written stay as they are.
+void updateJson(Json& json, const Json& before, const Json& after);
+
+} // namespace document

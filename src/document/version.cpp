@@ -2,6 +2,9 @@
 
 #include <charconv>
 
+namespace document
+{
+
 std::string toText(const Version& version)
 {
     std::string text;
@@ -10,7 +13,7 @@ std::string toText(const Version& version)
     return text;
 }
 
-std::optional<Version> takeVersion(std::string_view& text)
+std::optional<Version> consumeVersion(std::string_view& text)
 {
     const char* at = text.data();
     const char* const end = at + text.size();
@@ -27,3 +30,5 @@ std::optional<Version> takeVersion(std::string_view& text)
     text = std::string_view(at, static_cast<std::size_t>(end - at));
     return version;
 }
+
+} // namespace document

@@ -1,4 +1,4 @@
-// The version of a part of the unit.
+// The version of a software or firmware component: four numbers from 0 to 255.
 
 #pragma once
 
@@ -8,15 +8,21 @@
 #include <string>
 #include <string_view>
 
-// "major.minor.release.build" in the unit's file and in firmware.
+namespace document
+{
+
 struct Version
 {
-    std::array<std::uint8_t, 4> numbers{};
+    std::array<std::uint8_t, 4> numbers{}; // major, minor, release, build
 
     bool operator==(const Version&) const = default;
 };
 
+// Returns "major.minor.release.build".
 std::string toText(const Version& version);
 
-// The version at the beginning of `text`, which is then what stands behind it.
-std::optional<Version> takeVersion(std::string_view& text);
+// Parses the version at the beginning of `text` and removes it from `text`. Returns nothing, and leaves
+// `text` alone, if there is none.
+std::optional<Version> consumeVersion(std::string_view& text);
+
+} // namespace document

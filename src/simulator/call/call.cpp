@@ -1,52 +1,58 @@
 #include "simulator/call/call.h"
 
+#include "simulator/call/handles.h"
+#include "simulator/call/operations.h"
 #include "simulator/unit/boot.h"
 #include "simulator/unit/faults.h"
 
-#include <cstdint>
 #include <cstdio>
-#include <cstring>
+#include <exception>
 #include <optional>
-#include <string_view>
-#include <vector>
+
+namespace simulator
+{
+
+using document::Fault;
+using document::Unit;
 
 namespace
 {
 
-// The modules of the handles given out, by number. Empty once released.
-std::vector<std::string> handles;
-
-// Far apart, like addresses.
-constexpr std::uintptr_t handleStep = 16;
-
-std::string moduleOf(const char* operation)
+// Only a call that touches the unit boots one that is shut down.
+enum class Scope
 {
-    const std::string_view name = operation;
-    return std::string(name.substr(0, name.find('_')));
-}
+    unit,
+    library,
+};
 
-std::string* moduleOfHandle(const void* handle)
+// Every further call would report the same error.
+void reportOnce(const StoreError& error)
 {
-    const auto number = reinterpret_cast<std::uintptr_t>(handle);
-    if (number % handleStep != 0 || number / handleStep - 1 >= handles.size())
-        return nullptr;
-    return &handles[number / handleStep - 1];
-}
-
-bool isHandleFor(const char* operation, const void* handle)
-{
-    const std::string* module = moduleOfHandle(handle);
-    return module && *module == moduleOf(operation);
-}
-
-// Says once what is wrong with the unit's file: every further call would say the same.
-void complain(const StoreError& error)
-{
-    static std::string said;
-    if (said == error.what())
+    static std::string reported;
+    if (reported == error.what())
         return;
-    said = error.what();
+    reported = error.what();
     std::fprintf(stderr, "libqv-aux2: %s\n", error.what());
+}
+
+// Returns the code of the exception that `action` throws, if any: the caller may be written in C.
+template <typename Action>
+ApiError guarded(const Action& action)
+{
+    try
+    {
+        action();
+        return success;
+    }
+    catch (const StoreError& error)
+    {
+        reportOnce(error);
+        return error.code;
+    }
+    catch (const std::exception&)
+    {
+        return failure;
+    }
 }
 
 Outcome failed(ApiError code)
@@ -54,129 +60,111 @@ Outcome failed(ApiError code)
     return {code, false};
 }
 
-// The unit's answer to a call that reached it.
-template <typename AnyUnit, typename Work>
-Outcome answer(const char* operation, const void* handle, const std::optional<Fault>& fault, AnyUnit& unit,
-               const Work& work)
+// Runs the work unless a fault replaces it or the handle is not valid.
+template <typename Work>
+Outcome execute(const Call& call, const std::optional<Fault>& fault, const Work& work)
 {
     if (fault)
-        return failed(fault->code);
-    if (!isHandleFor(operation, handle))
+        return {resultOf(*fault), false};
+    if (!isHandleOf(moduleOf(call.operation), call.handle))
         return failed(invalidHandle);
-    const ApiError code = work(unit);
+    const ApiError code = work();
     return {code, code == success};
 }
 
-// Counts the call in the unit, and makes the start-up that may be due first where the call reaches the unit
-// itself. Gives the fault that it shows.
-std::optional<Fault> enter(const char* operation, bool reachesUnit)
+// Boots the unit if that is due and counts the call, in one change. Returns the fault to inject, if any. The
+// file is only locked and written if something changes.
+std::optional<Fault> bootAndCount(const Call& call, const UnitFile& file, Scope scope)
 {
-    const Unit& unit = currentUnit();
-    if (!faultCounts(unit, operation) && !(reachesUnit && isStartUpDue(unit)))
-        return standingFault(unit, operation);
+    const Unit& unit = file.current();
+    const bool boots = scope == Scope::unit && isBootDue(unit);
+    if (!boots && !isCounted(unit, call.operation))
+        return uncountedFault(unit, call.operation);
     std::optional<Fault> fault;
-    changeUnit(
+    file.change(
         [&](Unit& changed)
         {
-            if (reachesUnit)
-                startUpIfDue(changed);
-            fault = countFault(changed, operation);
-            return success;
+            if (scope == Scope::unit)
+                bootIfDue(changed);
+            fault = countCall(changed, call.operation);
         });
     return fault;
 }
 
-// Nothing is thrown at the caller, who may be written in C: a call that cannot be made comes to
-// `otherwise(code)`.
-template <typename Call, typename Otherwise>
-auto guarded(const Call& call, const Otherwise& otherwise)
+// Returns the fault to inject into a call that does not touch the unit's state, if any. If the unit cannot be
+// loaded there is none: the first call that needs the unit fails instead.
+std::optional<Fault> faultOfLibraryCall(const Call& call)
 {
-    try
-    {
-        return call();
-    }
-    catch (const StoreError& error)
-    {
-        complain(error);
-        return otherwise(error.code);
-    }
-    catch (const std::exception&)
-    {
-        return otherwise(failure);
-    }
-}
-
-// The fault of a call that does not reach the unit. Where there is no unit, the first call that does will
-// fail by it.
-std::optional<Fault> faultOf(const char* operation)
-{
-    return guarded([&] { return enter(operation, false); }, [](ApiError) { return std::optional<Fault>(); });
+    std::optional<Fault> fault;
+    guarded([&] { fault = bootAndCount(call, UnitFile(), Scope::library); });
+    return fault;
 }
 
 } // namespace
 
-Outcome performReading(const char* operation, const void* handle, const Reading& work)
+Outcome executeReading(const Call& call, const UnitFile& file, const Reading& work)
 {
-    return guarded(
-        [&]
-        {
-            // Before the results are written, so that none is when the unit cannot be changed.
-            const std::optional<Fault> fault = enter(operation, true);
-            return answer(operation, handle, fault, currentUnit(), work);
-        },
-        failed);
+    // The call is counted first, so that no result is written if the unit cannot be saved.
+    const std::optional<Fault> fault = bootAndCount(call, file, Scope::unit);
+    return execute(call, fault, [&] { return work(file.current()); });
 }
 
-Outcome performChange(const char* operation, const void* handle, const Change& work)
+Outcome executeChange(const Call& call, const UnitFile& file, const Change& work)
 {
-    return guarded(
-        [&]
+    Outcome outcome{};
+    file.change(
+        [&](Unit& unit)
         {
-            Outcome outcome{};
-            changeUnit(
-                [&](Unit& unit)
-                {
-                    startUpIfDue(unit);
-                    outcome = answer(operation, handle, countFault(unit, operation), unit, work);
-                    return outcome.code;
-                });
-            return outcome;
-        },
-        failed);
+            bootIfDue(unit);
+            outcome = execute(call, countCall(unit, call.operation), [&] { return work(unit); });
+        });
+    return outcome;
 }
 
-void* obtainHandle(const char* operation)
+Outcome withUnitFile(const std::function<Outcome(const UnitFile&)>& execute)
 {
-    const std::optional<Fault> fault = faultOf(operation);
+    Outcome outcome{};
+    const ApiError error = guarded([&] { outcome = execute(UnitFile()); });
+    return error == success ? outcome : failed(error);
+}
+
+void* acquireHandle(const char* operation)
+{
+    const std::optional<Fault> fault = faultOfLibraryCall({operation});
     void* handle = nullptr;
     if (!fault || !fault->null)
-    {
-        handles.emplace_back(std::string_view(operation).substr(std::strlen("Get")));
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is a number, no place in memory
-        handle = reinterpret_cast<void*>(handles.size() * handleStep);
-    }
+        guarded([&] { handle = newHandle(moduleOf(operation)); });
     trace(operation, handle ? "handle" : "null", false);
     return handle;
 }
 
-ApiError releaseHandle(const char* operation, const void* handle)
+ApiError release(const Call& call)
 {
-    const std::optional<Fault> fault = faultOf(operation);
-    ApiError code = success;
-    if (fault)
-        code = fault->code;
-    else if (!isHandleFor(operation, handle))
-        code = invalidHandle;
-    else
-        moduleOfHandle(handle)->clear();
-    return finish(operation, {code, false});
+    const auto end = [&]
+    {
+        endHandle(call.handle);
+        return success;
+    };
+    const ApiError code = execute(call, faultOfLibraryCall(call), end).code;
+    trace(call.operation, std::to_string(code), false);
+    return code;
 }
 
-const char* answerText(const char* operation, std::uint32_t code, const char* text)
+const char* textCall(const char* operation, std::uint32_t code, const TextLookup& lookup)
 {
-    const std::optional<Fault> fault = faultOf(operation);
-    if (fault && fault->null)
-        text = nullptr;
-    trace(operation, traced(text), false, code);
+    const char* text = nullptr;
+    const auto lookInUnit = [&]
+    {
+        const UnitFile file;
+        text = lookup(file.current());
+        const std::optional<Fault> fault = bootAndCount({operation}, file, Scope::library);
+        if (fault && fault->null)
+            text = nullptr;
+    };
+    if (guarded(lookInUnit) != success && !text)
+        guarded([&] { text = lookup(Unit()); });
+    guarded([&] { trace(operation, traced(text), false, code); });
     return text;
 }
+
+} // namespace simulator

@@ -1,62 +1,89 @@
-// What operations need the unit to have.
+// What a unit must have for an operation.
 
 #pragma once
 
-#include "simulator/call/call.h"
+#include "document/unit.h"
+#include "simulator/unit/codes.h"
+
+namespace simulator
+{
+
+// Returns success or the error code of an operation on a unit that lacks what it needs.
+using Requirement = ApiError (*)(const document::Unit&);
+
+inline ApiError requireNothing(const document::Unit&)
+{
+    return success;
+}
 
 inline ApiError supportedIf(bool fitted)
 {
     return fitted ? success : notSupported;
 }
 
-inline ApiError displayNeeded(const Unit& unit)
+inline ApiError requireDisplay(const document::Unit& unit)
 {
     return supportedIf(unit.about.display);
 }
 
-// The front microcontroller comes with the display.
-inline ApiError frontNeeded(const Unit& unit)
+// The front microcontroller is part of the display.
+inline ApiError requireFront(const document::Unit& unit)
 {
-    return displayNeeded(unit);
+    return requireDisplay(unit);
 }
 
-inline ApiError touchScreenNeeded(const Unit& unit)
+inline ApiError requireTouchScreen(const document::Unit& unit)
 {
     return supportedIf(unit.about.touchScreen);
 }
 
-inline ApiError canNeeded(const Unit& unit)
+inline ApiError requireCan(const document::Unit& unit)
 {
     return supportedIf(unit.about.canConnections > 0);
 }
 
-inline ApiError addOnBoardNeeded(const Unit& unit)
+inline ApiError requireAddOnBoard(const document::Unit& unit)
 {
     return unit.addOnBoard.fitted ? success : boardNotFitted;
 }
 
-// A radio is on the add-on board, when both are there.
-inline ApiError radioNeeded(const Unit& unit, bool mounted)
+// The radios are on the add-on board.
+inline ApiError requireRadio(const document::Unit& unit, bool mounted)
 {
-    return unit.addOnBoard.fitted ? supportedIf(mounted) : boardNotFitted;
+    const ApiError code = requireAddOnBoard(unit);
+    return code == success ? supportedIf(mounted) : code;
 }
 
-inline ApiError wlanNeeded(const Unit& unit)
+inline ApiError requireWlan(const document::Unit& unit)
 {
-    return radioNeeded(unit, unit.addOnBoard.wlan);
+    return requireRadio(unit, unit.addOnBoard.wlan);
 }
 
-inline ApiError gprsNeeded(const Unit& unit)
+inline ApiError requireGprs(const document::Unit& unit)
 {
-    return radioNeeded(unit, unit.addOnBoard.gprs);
+    return requireRadio(unit, unit.addOnBoard.gprs);
 }
 
-inline ApiError gpsNeeded(const Unit& unit)
+inline ApiError requireGps(const document::Unit& unit)
 {
-    return radioNeeded(unit, unit.addOnBoard.gps);
+    return requireRadio(unit, unit.addOnBoard.gps);
 }
 
-inline ApiError bluetoothNeeded(const Unit& unit)
+inline ApiError requireBluetooth(const document::Unit& unit)
 {
-    return radioNeeded(unit, unit.addOnBoard.bluetooth);
+    return requireRadio(unit, unit.addOnBoard.bluetooth);
 }
+
+// Returns work that fails if the unit does not meet the requirement.
+template <typename Work>
+auto requiring(Requirement requirement, Work work)
+{
+    return [=](auto& unit) -> ApiError
+    {
+        if (const ApiError code = requirement(unit); code != success)
+            return code;
+        return work(unit);
+    };
+}
+
+} // namespace simulator

@@ -6,6 +6,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <unistd.h>
+
+namespace simulator
+{
 
 namespace
 {
@@ -37,12 +41,11 @@ std::string quoted(const char* text, std::size_t length)
 
 } // namespace
 
-bool tracing()
+bool isTracing()
 {
     return tracePath() && *tracePath();
 }
 
-// A trace that cannot be written is given up without a word: it must not change what the caller sees.
 void appendToTrace(const std::string& line)
 {
     const File file = openFile(AT_FDCWD, tracePath(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK, 0666);
@@ -88,3 +91,5 @@ std::string tracedArgument(BytesOut out, bool delivered)
 {
     return (delivered ? "[...], " : "[], ") + std::to_string(out.length);
 }
+
+} // namespace simulator

@@ -1,48 +1,28 @@
-// The call trace: with QVAUX_TRACE=FILE every call is appended to FILE as one line, in one write.
+// The call trace. If QVAUX_TRACE names a file, each call appends one line to it in a single write.
 //
-// Arguments stand as they were passed; what a call delivered stands in brackets in its place:
+// Arguments appear as they were passed, results in brackets. The brackets are empty if no result was written:
 //
 //     GetBuzzer() = handle
 //     Buzzer_setFrequency(800) = 0
 //     Buzzer_getFrequency([800]) = 0
 //     Buzzer_release() = 0
+//
+// A trace that cannot be written is silently ignored: tracing does not change what the caller sees.
 
 #pragma once
 
 #include "device/qv_aux2.h"
+#include "simulator/call/arguments.h"
 
 #include <concepts>
+#include <exception>
 #include <string>
 
-bool tracing();
+namespace simulator
+{
+
+bool isTracing();
 void appendToTrace(const std::string& line);
-
-// Where a call delivers one value.
-template <typename Value>
-struct Out
-{
-    Value* place;
-};
-
-template <typename Value>
-Out<Value> out(Value* place)
-{
-    return {place};
-}
-
-// Where a call delivers a text, perhaps without a terminator.
-struct TextOut
-{
-    char* buffer;
-    std::uint32_t length;
-};
-
-// Where a call delivers raw bytes; the trace only counts them.
-struct BytesOut
-{
-    std::uint8_t* buffer;
-    std::uint32_t length;
-};
 
 std::string traced(double value);
 std::string traced(const char* text);
@@ -54,7 +34,7 @@ std::string traced(std::integral auto value)
     return std::to_string(value);
 }
 
-// `delivered` says whether the call wrote its results.
+// `delivered`: whether the call wrote its results.
 template <typename Value>
 std::string tracedArgument(Value value, bool)
 {
@@ -64,19 +44,28 @@ std::string tracedArgument(Value value, bool)
 template <typename Value>
 std::string tracedArgument(Out<Value> out, bool delivered)
 {
-    return delivered ? "[" + traced(*out.place) + "]" : "[]";
+    return delivered ? "[" + traced(*out.value) + "]" : "[]";
 }
 
 std::string tracedArgument(TextOut out, bool delivered);
-std::string tracedArgument(BytesOut out, bool delivered);
+std::string tracedArgument(BytesOut out, bool delivered); // without the bytes
 
 template <typename... Arguments>
 void trace(const char* operation, const std::string& result, [[maybe_unused]] bool delivered,
            Arguments... arguments)
 {
-    if (!tracing())
+    if (!isTracing())
         return;
-    std::string list;
-    ((list += (list.empty() ? "" : ", ") + tracedArgument(arguments, delivered)), ...);
-    appendToTrace(std::string(operation) + "(" + list + ") = " + result + "\n");
+    try
+    {
+        std::string list;
+        ((list += (list.empty() ? "" : ", ") + tracedArgument(arguments, delivered)), ...);
+        appendToTrace(std::string(operation) + "(" + list + ") = " + result + "\n");
+    }
+    catch (const std::exception&)
+    {
+        // No memory.
+    }
 }
+
+} // namespace simulator

@@ -1,7 +1,7 @@
 #include "simulator/firmware/firmware_job.h"
 
 #include "simulator/firmware/intel_hex.h"
-#include "simulator/store/unit_location.h"
+#include "simulator/store/file.h"
 
 #include <algorithm>
 #include <chrono>
@@ -11,21 +11,18 @@
 #include <sys/stat.h>
 #include <thread>
 
+namespace simulator
+{
+
+using document::Firmware;
+using document::ScriptedStatus;
+using document::Unit;
+using document::Version;
+
 namespace
 {
 
 using Clock = std::chrono::steady_clock;
-
-enum State : std::int32_t
-{
-    initiating = 0,
-    preparing = 1,
-    readingFile = 2,
-    convertingFile = 3,
-    flashing = 4,
-    verifying = 5,
-    done = 6,
-};
 
 struct Job
 {
@@ -35,21 +32,21 @@ struct Job
     File lock; // held while the job runs
     std::chrono::milliseconds pace;
     Clock::time_point due;
-    bool told = false; // whether the present state has been reported
-    State state = initiating;
-    HexFault fault{};
+    bool reported = false; // whether the current state has been reported
+    std::int32_t state = QV_UPGRADE_INITIATING;
+    HexError error{};
     std::vector<HexRecord> records{};
     std::vector<HexBlock> blocks{};
-    std::size_t scripted = 0; // scripted statuses reported
+    std::size_t scripted = 0; // number of scripted statuses reported
 };
 
 std::optional<Job> job;
 
-constexpr std::size_t capacity = std::size_t{32} << 20; // bytes of every target
+constexpr std::size_t capacity = std::size_t{32} << 20; // of each target, in bytes
 
 bool isOver(const Job& checked)
 {
-    return checked.state == done || checked.fault.code != success;
+    return checked.state == QV_UPGRADE_DONE || checked.error.code != success;
 }
 
 Firmware& firmwareIn(Unit& unit, FirmwareTarget target)
@@ -72,14 +69,15 @@ bool isRegular(const File& file)
     return ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-// False when the file cannot be read. A pipe or a device is none: it may never begin or never end.
+// Returns false if the file cannot be read. Pipes and devices are refused, because reading one may block or
+// never end.
 bool readFile(const std::string& path, std::string& text)
 {
     const File file = openFile(AT_FDCWD, path, O_RDONLY | O_NONBLOCK);
     return file.isOpen() && isRegular(file) && readAll(file, text);
 }
 
-HexFault readFirmware()
+HexError readFirmware()
 {
     std::string text;
     if (!readFile(job->path, text))
@@ -95,27 +93,27 @@ std::size_t sizeOf(const std::vector<HexBlock>& blocks)
     return size;
 }
 
-HexFault convertFirmware()
+HexError convertFirmware()
 {
-    HexFault fault = convertHex(job->records, job->blocks);
-    if (fault.code == success && sizeOf(job->blocks) > capacity)
-        fault.code = firmwareTooLarge;
+    HexError error = convertHex(job->records, job->blocks);
+    if (error.code == success && sizeOf(job->blocks) > capacity)
+        error.code = firmwareTooLarge;
     job->records.clear();
-    return fault;
+    return error;
 }
 
-// Over addresses and bytes, so that it does not depend on how the file cuts them into records.
+// Returns a digest of addresses and bytes. It does not depend on how the file divides them into records.
 std::string digestOf(const std::vector<HexBlock>& blocks)
 {
     SHA2_CTX context;
     SHA256Init(&context);
     for (const HexBlock& block : blocks)
     {
-        std::uint8_t place[8];
+        std::uint8_t prefix[8];
         const std::uint64_t value = std::uint64_t{block.address} << 32 | block.data.size();
         for (int i = 0; i < 8; ++i)
-            place[i] = static_cast<std::uint8_t>(value >> (8 * i));
-        SHA256Update(&context, place, sizeof place);
+            prefix[i] = static_cast<std::uint8_t>(value >> (8 * i));
+        SHA256Update(&context, prefix, sizeof prefix);
         SHA256Update(&context, block.data.data(), block.data.size());
     }
     char text[SHA256_DIGEST_STRING_LENGTH];
@@ -123,15 +121,15 @@ std::string digestOf(const std::vector<HexBlock>& blocks)
     return text;
 }
 
-// The version that the firmware carries in the text "FWVERSION=1.12.0.3".
+// Returns the version that the firmware contains as the text "FWVERSION=1.12.0.3".
 std::optional<Version> versionIn(const HexBlock& block)
 {
     constexpr std::string_view mark = "FWVERSION=";
     std::string_view text(reinterpret_cast<const char*>(block.data.data()), block.data.size());
-    for (auto at = text.find(mark); at != std::string_view::npos; at = text.find(mark))
+    for (auto found = text.find(mark); found != std::string_view::npos; found = text.find(mark))
     {
-        text.remove_prefix(at + mark.size());
-        if (const auto version = takeVersion(text))
+        text.remove_prefix(found + mark.size());
+        if (const auto version = document::consumeVersion(text))
             return version;
     }
     return std::nullopt;
@@ -145,12 +143,11 @@ std::optional<Version> versionIn(const std::vector<HexBlock>& blocks)
     return std::nullopt;
 }
 
-HexFault beginFlashing(Unit& unit)
+void beginFlashing(Unit& unit)
 {
     Firmware& firmware = firmwareIn(unit, job->target);
     firmware = {};
     firmware.incomplete = true;
-    return {};
 }
 
 void endFlashing(Unit& unit)
@@ -162,37 +159,41 @@ void endFlashing(Unit& unit)
     firmware.incomplete = false;
 }
 
-HexFault verifyFirmware(Unit& unit)
+HexError verifyFirmware(Unit& unit)
 {
     const Firmware& firmware = firmwareIn(unit, job->target);
     const bool same = !firmware.incomplete && firmware.digest == digestOf(job->blocks);
     return {same ? success : firmwareDiffers, 0};
 }
 
+std::int32_t nextState()
+{
+    if (job->state == QV_UPGRADE_CONVERTING_FILE && job->task == FirmwareTask::verification)
+        return QV_UPGRADE_VERIFYING;
+    return job->state + 1;
+}
+
 // Enters the next state and does its work.
 void advance(Unit& unit)
 {
-    if (job->state == flashing)
+    if (job->state == QV_UPGRADE_FLASHING)
         endFlashing(unit);
-    const bool flashes = job->task == FirmwareTask::upgrade;
-    job->state = job->state == convertingFile && !flashes ? verifying : static_cast<State>(job->state + 1);
+    job->state = nextState();
     switch (job->state)
     {
-    case readingFile:
-        job->fault = readFirmware();
+    case QV_UPGRADE_READING_FILE:
+        job->error = readFirmware();
         break;
-    case convertingFile:
-        job->fault = convertFirmware();
+    case QV_UPGRADE_CONVERTING_FILE:
+        job->error = convertFirmware();
         break;
-    case flashing:
-        job->fault = beginFlashing(unit);
+    case QV_UPGRADE_FLASHING:
+        beginFlashing(unit);
         break;
-    case verifying:
-        job->fault = verifyFirmware(unit);
+    case QV_UPGRADE_VERIFYING:
+        job->error = verifyFirmware(unit);
         break;
-    case initiating:
-    case preparing:
-    case done:
+    default:
         break;
     }
     job->due = Clock::now() + job->pace;
@@ -200,10 +201,10 @@ void advance(Unit& unit)
         job->lock = File();
 }
 
-// The state, and in the second word how much of the job is done, in percent.
-UpgradeStatus statusOf(const Job& told)
+// The second word is the progress of the job in percent.
+UpgradeStatus currentStatus()
 {
-    return {told.state, told.state * 100 / done, told.fault.code};
+    return {job->state, job->state * 100 / QV_UPGRADE_DONE, job->error.code};
 }
 
 UpgradeStatus scriptedStatus(const std::vector<ScriptedStatus>& statuses)
@@ -214,11 +215,12 @@ UpgradeStatus scriptedStatus(const std::vector<ScriptedStatus>& statuses)
 
 } // namespace
 
-ApiError startFirmwareJob(const Unit& unit, FirmwareTarget target, FirmwareTask task, const char* path)
+ApiError startFirmwareJob(const Unit& unit, const UnitFile& file, FirmwareTarget target, FirmwareTask task,
+                          const char* path)
 {
     if (job && !isOver(*job))
         return jobRunning;
-    File lock = tryLock(unitPlace(), ".job");
+    File lock = file.tryLock(".job");
     if (!lock.isOpen())
         return jobRunning;
     const std::chrono::milliseconds pace(unit.firmware.pace);
@@ -228,39 +230,41 @@ ApiError startFirmwareJob(const Unit& unit, FirmwareTarget target, FirmwareTask 
 
 void waitForFirmwareJob()
 {
-    if (job && job->told && !isOver(*job))
+    if (job && job->reported && !isOver(*job))
         std::this_thread::sleep_until(job->due);
 }
 
-void noteFailedStatusCall(ApiError code)
+void handleFailedStatusCall(ApiError code)
 {
     if (!job)
         return;
-    const bool unsaved = code >= unitFileUnplaced && code <= unitFileUnwritable;
-    if (unsaved && job->told && job->fault.code == success)
+    const bool unsaved = code >= unitFileNotLocated && code <= unitFileUnwritable;
+    if (unsaved && job->reported && job->error.code == success)
     {
-        job->fault = {static_cast<Code>(code), 0};
+        job->error = {static_cast<Code>(code), 0};
         job->lock = File();
     }
     std::this_thread::sleep_for(job->pace);
 }
 
-ApiError carryOnFirmwareJob(Unit& unit, UpgradeStatus& status)
+ApiError advanceFirmwareJob(Unit& unit, UpgradeStatus& status)
 {
     if (!job)
         return noJob;
-    if (!job->told)
+    if (!job->reported)
         job->due = Clock::now() + job->pace;
     else if (!isOver(*job) && Clock::now() >= job->due)
         advance(unit);
-    job->told = true;
-    status = unit.firmware.statuses.empty() ? statusOf(*job) : scriptedStatus(unit.firmware.statuses);
+    job->reported = true;
+    status = unit.firmware.statuses.empty() ? currentStatus() : scriptedStatus(unit.firmware.statuses);
     return success;
 }
 
-std::string placeOfFirmwareFailure(ApiError code)
+std::string firmwareErrorLine(ApiError code)
 {
-    if (!job || job->fault.code != code || job->fault.line == 0)
+    if (!job || job->error.code != code || job->error.line == 0)
         return "";
-    return " (line " + std::to_string(job->fault.line) + ")";
+    return " (line " + std::to_string(job->error.line) + ")";
 }
+
+} // namespace simulator

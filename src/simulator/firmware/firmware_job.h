@@ -1,11 +1,15 @@
-// The firmware job: what a start operation begins and the status call carries on, state by state.
+// Firmware jobs. A start operation begins a job; each status call advances it by at most one state.
 
 #pragma once
 
 #include "document/unit.h"
+#include "simulator/store/unit_file.h"
 #include "simulator/unit/codes.h"
 
 #include <string>
+
+namespace simulator
+{
 
 enum class FirmwareTarget
 {
@@ -20,19 +24,22 @@ enum class FirmwareTask
     verification,
 };
 
-// Begins a job; it does nothing before the first status call. One job runs on a unit at a time, whatever the
-// number of processes. Throws StoreError.
-ApiError startFirmwareJob(const Unit& unit, FirmwareTarget target, FirmwareTask task, const char* path);
+// Begins a job, which does nothing before the first status call. Returns jobRunning if this or another
+// process runs one on the unit. Throws StoreError.
+ApiError startFirmwareJob(const document::Unit& unit, const UnitFile& file, FirmwareTarget target,
+                          FirmwareTask task, const char* path);
 
-// Waits until the job has something new to tell. Does not wait without a job.
+// Waits until the job can have a new status. Returns at once if there is no job.
 void waitForFirmwareJob();
 
-// A status call failed. A job whose progress could not be saved fails with it; the next call comes a pace
-// later, so that nobody who asks until the job is over burns the processor.
-void noteFailedStatusCall(ApiError code);
+// Ends the job with the error if its progress could not be saved. Then waits for the duration of a state, so
+// that a caller who polls until the job ends does not keep the processor busy.
+void handleFailedStatusCall(ApiError code);
 
-// Carries the job on as far as its time allows and tells where it is.
-ApiError carryOnFirmwareJob(Unit& unit, UpgradeStatus& status);
+// Advances the job if its state has lasted long enough, and returns its status.
+ApiError advanceFirmwareJob(document::Unit& unit, UpgradeStatus& status);
 
-// Where in its file the last job failed: " (line 17)"; empty where no line is to blame or `code` is another.
-std::string placeOfFirmwareFailure(ApiError code);
+// Returns " (line 17)" if the last job failed with `code` at a line of its file, and "" otherwise.
+std::string firmwareErrorLine(ApiError code);
+
+} // namespace simulator

@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <numeric>
 
+namespace simulator
+{
+
 namespace
 {
 
@@ -18,22 +21,23 @@ enum RecordType : std::uint8_t
     startLinear = 5,
 };
 
-std::string_view withoutLineEnd(std::string_view line)
+std::string_view trimRight(std::string_view line)
 {
     while (!line.empty() && (line.back() == '\r' || line.back() == ' ' || line.back() == '\t'))
         line.remove_suffix(1);
     return line;
 }
 
-// The bytes behind the colon; false when the line is none of hexadecimal digits in pairs.
+// Decodes the bytes after the colon. Returns false if the line is not a colon and pairs of hexadecimal
+// digits.
 bool decode(std::string_view line, std::vector<std::uint8_t>& bytes)
 {
     bytes.clear();
-    return !line.empty() && line.front() == ':' && appendBytes(bytes, line.substr(1));
+    return !line.empty() && line.front() == ':' && document::appendBytes(bytes, line.substr(1));
 }
 
-// How many data bytes a record of the type has; any number for those not listed.
-bool isLengthOf(std::uint8_t type, std::size_t length)
+// Whether a record of the type may have that many data bytes.
+bool isValidLength(std::uint8_t type, std::size_t length)
 {
     switch (type)
     {
@@ -50,19 +54,20 @@ bool isLengthOf(std::uint8_t type, std::size_t length)
     }
 }
 
-// Around the data stand a length byte, two address bytes, a type byte and a checksum byte.
-constexpr std::size_t frame = 5;
+// A length byte, two address bytes and a type byte precede the data; a checksum byte follows it.
+constexpr std::size_t headerSize = 4;
+constexpr std::size_t overhead = headerSize + 1;
 
 Code readRecord(const std::vector<std::uint8_t>& bytes, HexRecord& record)
 {
-    if (bytes.size() < frame || bytes.size() != frame + bytes[0])
+    if (bytes.size() < overhead || bytes.size() != overhead + bytes[0])
         return firmwareBadLength;
     if (std::accumulate(bytes.begin(), bytes.end(), 0u) % 256 != 0)
         return firmwareBadChecksum;
     record.address = static_cast<std::uint16_t>(bytes[1] << 8 | bytes[2]);
     record.type = bytes[3];
-    record.data.assign(bytes.begin() + 4, bytes.end() - 1);
-    return isLengthOf(record.type, record.data.size()) ? success : firmwareBadLength;
+    record.data.assign(bytes.begin() + headerSize, bytes.end() - 1);
+    return isValidLength(record.type, record.data.size()) ? success : firmwareBadLength;
 }
 
 std::uint32_t bigEndian(const std::vector<std::uint8_t>& bytes)
@@ -70,8 +75,8 @@ std::uint32_t bigEndian(const std::vector<std::uint8_t>& bytes)
     return static_cast<std::uint32_t>(bytes[0] << 8 | bytes[1]);
 }
 
-// The data records with their full addresses, in file order.
-HexFault placeData(const std::vector<HexRecord>& records, std::vector<HexBlock>& blocks)
+// Appends the data records, in file order, with their full addresses.
+HexError collectData(const std::vector<HexRecord>& records, std::vector<HexBlock>& blocks)
 {
     std::uint32_t base = 0;
     for (const HexRecord& record : records)
@@ -93,7 +98,7 @@ HexFault placeData(const std::vector<HexRecord>& records, std::vector<HexBlock>&
         case endOfFile:
             break;
         default:
-            return {firmwareBadRecord, record.line};
+            return {firmwareUnknownRecord, record.line};
         }
     }
     return {};
@@ -106,19 +111,19 @@ std::uint64_t endOf(const HexBlock& block)
 
 } // namespace
 
-HexFault readHex(std::string_view text, std::vector<HexRecord>& records)
+HexError readHex(std::string_view text, std::vector<HexRecord>& records)
 {
     std::vector<std::uint8_t> bytes;
     bool ended = false;
     for (std::size_t line = 1; !text.empty(); ++line)
     {
         const std::size_t end = std::min(text.find('\n'), text.size());
-        const std::string_view content = withoutLineEnd(text.substr(0, end));
+        const std::string_view content = trimRight(text.substr(0, end));
         text.remove_prefix(std::min(end + 1, text.size()));
         if (content.empty())
             continue;
         if (ended)
-            return {firmwareGoesOn, line};
+            return {firmwareContinues, line};
         if (!decode(content, bytes))
             return {firmwareNotHex, line};
         HexRecord record{};
@@ -131,11 +136,11 @@ HexFault readHex(std::string_view text, std::vector<HexRecord>& records)
     return {ended ? success : firmwareNoEnd, 0};
 }
 
-HexFault convertHex(const std::vector<HexRecord>& records, std::vector<HexBlock>& blocks)
+HexError convertHex(const std::vector<HexRecord>& records, std::vector<HexBlock>& blocks)
 {
     std::vector<HexBlock> pieces;
-    if (const HexFault fault = placeData(records, pieces); fault.code != success)
-        return fault;
+    if (const HexError error = collectData(records, pieces); error.code != success)
+        return error;
     if (pieces.empty())
         return {firmwareEmpty, 0};
     std::ranges::stable_sort(pieces, {}, &HexBlock::address);
@@ -153,3 +158,5 @@ HexFault convertHex(const std::vector<HexRecord>& records, std::vector<HexBlock>
     }
     return {};
 }
+
+} // namespace simulator

@@ -1,4 +1,4 @@
-// Intel HEX, the format of every firmware file.
+// Intel HEX, the format of firmware files.
 
 #pragma once
 
@@ -9,11 +9,14 @@
 #include <string_view>
 #include <vector>
 
-// What is wrong with a file: `code` is success while nothing is.
-struct HexFault
+namespace simulator
+{
+
+// The error in a file; none if `code` is success.
+struct HexError
 {
     Code code = success;
-    std::size_t line = 0; // from 1; 0 where no single line is to blame
+    std::size_t line = 0; // counted from 1; 0 if the error is not in a single line
 };
 
 struct HexRecord
@@ -31,10 +34,12 @@ struct HexBlock
     std::vector<std::uint8_t> data;
 };
 
-// Reads the records up to and with the end record. Checks format, lengths, checksums, and that there is an
-// end record and nothing behind it.
-HexFault readHex(std::string_view text, std::vector<HexRecord>& records);
+// Appends the records of the file, including the end record. Checks format, lengths and checksums, and that
+// the file ends with an end record.
+HexError readHex(std::string_view text, std::vector<HexRecord>& records);
 
-// Brings the data records into blocks that rise and do not touch. Checks the record types, that no address is
-// filled twice, and that there is data.
-HexFault convertHex(const std::vector<HexRecord>& records, std::vector<HexBlock>& blocks);
+// Merges the data records into blocks, sorted by address and with gaps between them. Checks the record types,
+// and that there is data and no overlap.
+HexError convertHex(const std::vector<HexRecord>& records, std::vector<HexBlock>& blocks);
+
+} // namespace simulator

@@ -1,13 +1,16 @@
-#include "simulator/call/call.h"
+#include "simulator/call/fields.h"
+
+using namespace document;
+using namespace simulator;
 
 AdcHandle GetAdc()
 {
-    return obtain<AdcHandle>(__func__);
+    return acquire<AdcHandle>(__func__);
 }
 
 ApiError Adc_release(AdcHandle adc)
 {
-    return releaseHandle(__func__, adc);
+    return release({__func__, adc});
 }
 
 ApiError Adc_getVoltage(AdcHandle adc, std::int32_t channel, double* volts)
@@ -19,5 +22,5 @@ ApiError Adc_getVoltage(AdcHandle adc, std::int32_t channel, double* volts)
             return outOfRange;
         return deliver(channels[static_cast<std::size_t>(channel)], volts);
     };
-    return reading(__func__, adc, work, channel, out(volts));
+    return readUnit({__func__, adc}, work, channel, out(volts));
 }

@@ -1,41 +1,46 @@
-#include "simulator/call/call.h"
+#include "simulator/call/fields.h"
+
+using namespace document;
+using namespace simulator;
 
 BuzzerHandle GetBuzzer()
 {
-    return obtain<BuzzerHandle>(__func__);
+    return acquire<BuzzerHandle>(__func__);
 }
 
 ApiError Buzzer_release(BuzzerHandle buzzer)
 {
-    return releaseHandle(__func__, buzzer);
+    return release({__func__, buzzer});
 }
 
 ApiError Buzzer_getFrequency(BuzzerHandle buzzer, std::uint16_t* frequency)
 {
-    return getField(__func__, buzzer, at<&Unit::buzzer, &Buzzer::frequency>, frequency);
+    return getField({__func__, buzzer}, at<&Unit::buzzer, &Buzzer::frequency>, frequency);
 }
 
 ApiError Buzzer_setFrequency(BuzzerHandle buzzer, std::uint16_t frequency)
 {
-    return setField(__func__, buzzer, at<&Unit::buzzer, &Buzzer::frequency>, frequency, within(700, 10000));
+    return setField({__func__, buzzer}, at<&Unit::buzzer, &Buzzer::frequency>, frequency,
+                    within(BUZZER_FREQUENCY_MIN_HZ, BUZZER_FREQUENCY_MAX_HZ));
 }
 
 ApiError Buzzer_getVolume(BuzzerHandle buzzer, std::uint16_t* volume)
 {
-    return getField(__func__, buzzer, at<&Unit::buzzer, &Buzzer::volume>, volume);
+    return getField({__func__, buzzer}, at<&Unit::buzzer, &Buzzer::volume>, volume);
 }
 
 ApiError Buzzer_setVolume(BuzzerHandle buzzer, std::uint16_t volume)
 {
-    return setField(__func__, buzzer, at<&Unit::buzzer, &Buzzer::volume>, volume, within(0, 2000));
+    return setField({__func__, buzzer}, at<&Unit::buzzer, &Buzzer::volume>, volume,
+                    within(0, BUZZER_VOLUME_MAX));
 }
 
 ApiError Buzzer_getTrigger(BuzzerHandle buzzer, std::uint8_t* enabled)
 {
-    return getField(__func__, buzzer, at<&Unit::buzzer, &Buzzer::enabled>, enabled);
+    return getField({__func__, buzzer}, at<&Unit::buzzer, &Buzzer::enabled>, enabled);
 }
 
 ApiError Buzzer_setTrigger(BuzzerHandle buzzer, std::uint8_t enabled)
 {
-    return setField(__func__, buzzer, at<&Unit::buzzer, &Buzzer::enabled>, enabled, onOrOff);
+    return setField({__func__, buzzer}, at<&Unit::buzzer, &Buzzer::enabled>, enabled, onOrOff);
 }

@@ -1,4 +1,7 @@
-#include "simulator/call/call.h"
+#include "simulator/call/fields.h"
+
+using namespace document;
+using namespace simulator;
 
 namespace
 {
@@ -8,19 +11,19 @@ bool isFitted(const Unit& unit, std::uint8_t channel)
     return channel >= 1 && channel <= unit.about.canConnections;
 }
 
-// A channel that the file does not mention runs at the lowest rate.
-constexpr std::uint16_t lowestBaudrate = 125;
+// In kbit/s, for channels that the document does not list.
+constexpr std::uint16_t defaultBaudrate = 125;
 
 } // namespace
 
 CanSettingHandle GetCanSetting()
 {
-    return obtain<CanSettingHandle>(__func__);
+    return acquire<CanSettingHandle>(__func__);
 }
 
 ApiError CanSetting_release(CanSettingHandle can)
 {
-    return releaseHandle(__func__, can);
+    return release({__func__, can});
 }
 
 ApiError CanSetting_getBaudrate(CanSettingHandle can, std::uint8_t channel, std::uint16_t* baudrate)
@@ -30,10 +33,10 @@ ApiError CanSetting_getBaudrate(CanSettingHandle can, std::uint8_t channel, std:
         if (!isFitted(unit, channel))
             return notSupported;
         const auto& baudrates = unit.can.baudrates;
-        *baudrate = channel <= baudrates.size() ? baudrates[channel - 1u] : lowestBaudrate;
+        *baudrate = channel <= baudrates.size() ? baudrates[channel - 1u] : defaultBaudrate;
         return success;
     };
-    return reading(__func__, can, work, channel, out(baudrate));
+    return readUnit({__func__, can}, work, channel, out(baudrate));
 }
 
 ApiError CanSetting_setBaudrate(CanSettingHandle can, std::uint8_t channel, std::uint16_t baudrate)
@@ -46,9 +49,9 @@ ApiError CanSetting_setBaudrate(CanSettingHandle can, std::uint8_t channel, std:
             return outOfRange;
         auto& baudrates = unit.can.baudrates;
         if (baudrates.size() < channel)
-            baudrates.resize(channel, lowestBaudrate);
+            baudrates.resize(channel, defaultBaudrate);
         baudrates[channel - 1u] = baudrate;
         return success;
     };
-    return changing(__func__, can, work, channel, baudrate);
+    return changeUnit({__func__, can}, work, channel, baudrate);
 }

@@ -1,43 +1,46 @@
-#include "simulator/call/call.h"
+#include "simulator/call/fields.h"
+
+using namespace document;
+using namespace simulator;
 
 DiagnosticHandle GetDiagnostic()
 {
-    return obtain<DiagnosticHandle>(__func__);
+    return acquire<DiagnosticHandle>(__func__);
 }
 
 ApiError Diagnostic_release(DiagnosticHandle diagnostic)
 {
-    return releaseHandle(__func__, diagnostic);
+    return release({__func__, diagnostic});
 }
 
 ApiError Diagnostic_getStartupReason(DiagnosticHandle diagnostic, std::uint16_t* reason)
 {
-    return getField(__func__, diagnostic, at<&Unit::diagnostic, &Diagnostic::startupReason>, reason);
+    return getField({__func__, diagnostic}, at<&Unit::diagnostic, &Diagnostic::startupReason>, reason);
 }
 
 ApiError Diagnostic_getShutDownReason(DiagnosticHandle diagnostic, std::uint16_t* reason)
 {
-    return getField(__func__, diagnostic, at<&Unit::diagnostic, &Diagnostic::shutdownReason>, reason);
+    return getField({__func__, diagnostic}, at<&Unit::diagnostic, &Diagnostic::shutdownReason>, reason);
 }
 
 ApiError Diagnostic_getHwErrorStatus(DiagnosticHandle diagnostic, std::uint16_t* status)
 {
-    return getField(__func__, diagnostic, at<&Unit::diagnostic, &Diagnostic::hwErrorStatus>, status);
+    return getField({__func__, diagnostic}, at<&Unit::diagnostic, &Diagnostic::hwErrorStatus>, status);
 }
 
 ApiError Diagnostic_getPowerCycles(DiagnosticHandle diagnostic, std::uint16_t* cycles)
 {
-    return getField(__func__, diagnostic, at<&Unit::diagnostic, &Diagnostic::powerCycles>, cycles);
+    return getField({__func__, diagnostic}, at<&Unit::diagnostic, &Diagnostic::powerCycles>, cycles);
 }
 
 ApiError Diagnostic_getSSTemp(DiagnosticHandle diagnostic, std::int16_t* temperature)
 {
-    return getField(__func__, diagnostic, at<&Unit::diagnostic, &Diagnostic::ssTemperature>, temperature);
+    return getField({__func__, diagnostic}, at<&Unit::diagnostic, &Diagnostic::ssTemperature>, temperature);
 }
 
 ApiError Diagnostic_getPCBTemp(DiagnosticHandle diagnostic, std::int16_t* temperature)
 {
-    return getField(__func__, diagnostic, at<&Unit::diagnostic, &Diagnostic::pcbTemperature>, temperature);
+    return getField({__func__, diagnostic}, at<&Unit::diagnostic, &Diagnostic::pcbTemperature>, temperature);
 }
 
 ApiError Diagnostic_getTimer(DiagnosticHandle diagnostic, DiagnosticTimer* timer)
@@ -50,7 +53,7 @@ ApiError Diagnostic_getTimer(DiagnosticHandle diagnostic, DiagnosticTimer* timer
                   counted.runTimeAbove80};
         return success;
     };
-    return reading(__func__, diagnostic, work, out(timer));
+    return readUnit({__func__, diagnostic}, work, out(timer));
 }
 
 ApiError Diagnostic_getMinMaxTemp(DiagnosticHandle diagnostic, std::int16_t* minimum, std::int16_t* maximum)
@@ -61,7 +64,7 @@ ApiError Diagnostic_getMinMaxTemp(DiagnosticHandle diagnostic, std::int16_t* min
         *maximum = unit.diagnostic.maximumTemperature;
         return success;
     };
-    return reading(__func__, diagnostic, work, out(minimum), out(maximum));
+    return readUnit({__func__, diagnostic}, work, out(minimum), out(maximum));
 }
 
 ApiError Diagnostic_getPMTemp(DiagnosticHandle diagnostic, std::int32_t sensor, std::int16_t* temperature,
@@ -71,12 +74,12 @@ ApiError Diagnostic_getPMTemp(DiagnosticHandle diagnostic, std::int32_t sensor, 
     {
         if (sensor != QV_PM_SENSOR_CPU && sensor != QV_PM_SENSOR_CPU_BOARD)
             return outOfRange;
-        const ApiError code =
-            deliver(sensor == QV_PM_SENSOR_CPU ? unit.diagnostic.cpuTemperature : unit.diagnostic.boardTemperature,
-                    temperature);
+        const Diagnostic& measured = unit.diagnostic;
+        const ApiError code = deliver(
+            sensor == QV_PM_SENSOR_CPU ? measured.cpuTemperature : measured.boardTemperature, temperature);
         if (code == success)
-            *status = unit.diagnostic.sensorStatus;
+            *status = measured.sensorStatus;
         return code;
     };
-    return reading(__func__, diagnostic, work, sensor, out(temperature), out(status));
+    return readUnit({__func__, diagnostic}, work, sensor, out(temperature), out(status));
 }

@@ -1,16 +1,19 @@
-#include "simulator/call/call.h"
+#include "simulator/call/fields.h"
+
+using namespace document;
+using namespace simulator;
 
 DigIOHandle GetDigIO()
 {
-    return obtain<DigIOHandle>(__func__);
+    return acquire<DigIOHandle>(__func__);
 }
 
 ApiError DigIO_release(DigIOHandle digIO)
 {
-    return releaseHandle(__func__, digIO);
+    return release({__func__, digIO});
 }
 
 ApiError DigIO_getDigIO(DigIOHandle digIO, std::uint8_t* inputs)
 {
-    return getField(__func__, digIO, at<&Unit::digitalInputs, &DigitalInputs::inputs>, inputs);
+    return getField({__func__, digIO}, at<&Unit::digitalInputs, &DigitalInputs::inputs>, inputs);
 }

@@ -1,86 +1,93 @@
+#include "simulator/call/call.h"
 #include "simulator/call/requirements.h"
 #include "simulator/firmware/firmware_job.h"
+
+using namespace document;
+using namespace simulator;
 
 namespace
 {
 
-ApiError start(const char* operation, const void* handle, FirmwareTarget target, FirmwareTask task,
-               const char* path, std::int32_t flag)
+ApiError start(const Call& call, FirmwareTarget target, FirmwareTask task, const char* path,
+               std::int32_t flag)
 {
-    const Requirement requirement = target == FirmwareTarget::front ? frontNeeded : nothingNeeded;
-    const Reading work =
-        needing(requirement, [&](const Unit& unit) { return startFirmwareJob(unit, target, task, path); });
-    return reading(operation, handle, work, path, flag);
+    const Requirement requirement = target == FirmwareTarget::front ? requireFront : requireNothing;
+    const auto execute = [&](const UnitFile& file)
+    {
+        const auto startJob = [&](const Unit& unit)
+        { return startFirmwareJob(unit, file, target, task, path); };
+        return executeReading(call, file, requiring(requirement, startJob));
+    };
+    return tracedCall(call, execute, path, flag);
 }
 
 } // namespace
 
 FirmwareUpgradeHandle GetFirmwareUpgrade()
 {
-    return obtain<FirmwareUpgradeHandle>(__func__);
+    return acquire<FirmwareUpgradeHandle>(__func__);
 }
 
 ApiError FirmwareUpgrade_release(FirmwareUpgradeHandle upgrade)
 {
-    return releaseHandle(__func__, upgrade);
+    return release({__func__, upgrade});
 }
 
 ApiError FirmwareUpgrade_startSSUpgrade(FirmwareUpgradeHandle upgrade, const char* path, std::int32_t flag)
 {
-    return start(__func__, upgrade, FirmwareTarget::ss, FirmwareTask::upgrade, path, flag);
+    return start({__func__, upgrade}, FirmwareTarget::ss, FirmwareTask::upgrade, path, flag);
 }
 
 ApiError FirmwareUpgrade_startSSVerification(FirmwareUpgradeHandle upgrade, const char* path,
                                              std::int32_t flag)
 {
-    return start(__func__, upgrade, FirmwareTarget::ss, FirmwareTask::verification, path, flag);
+    return start({__func__, upgrade}, FirmwareTarget::ss, FirmwareTask::verification, path, flag);
 }
 
 ApiError FirmwareUpgrade_startFpgaUpgrade(FirmwareUpgradeHandle upgrade, const char* path, std::int32_t flag)
 {
-    return start(__func__, upgrade, FirmwareTarget::fpga, FirmwareTask::upgrade, path, flag);
+    return start({__func__, upgrade}, FirmwareTarget::fpga, FirmwareTask::upgrade, path, flag);
 }
 
 ApiError FirmwareUpgrade_startFpgaVerification(FirmwareUpgradeHandle upgrade, const char* path,
                                                std::int32_t flag)
 {
-    return start(__func__, upgrade, FirmwareTarget::fpga, FirmwareTask::verification, path, flag);
+    return start({__func__, upgrade}, FirmwareTarget::fpga, FirmwareTask::verification, path, flag);
 }
 
 ApiError FirmwareUpgrade_startFrontUpgrade(FirmwareUpgradeHandle upgrade, const char* path, std::int32_t flag)
 {
-    return start(__func__, upgrade, FirmwareTarget::front, FirmwareTask::upgrade, path, flag);
+    return start({__func__, upgrade}, FirmwareTarget::front, FirmwareTask::upgrade, path, flag);
 }
 
 ApiError FirmwareUpgrade_startFrontVerification(FirmwareUpgradeHandle upgrade, const char* path,
                                                 std::int32_t flag)
 {
-    return start(__func__, upgrade, FirmwareTarget::front, FirmwareTask::verification, path, flag);
+    return start({__func__, upgrade}, FirmwareTarget::front, FirmwareTask::verification, path, flag);
 }
 
 ApiError FirmwareUpgrade_getUpgradeStatus(FirmwareUpgradeHandle upgrade, UpgradeStatus* status,
                                           std::int32_t flag)
 {
-    // Outside the lock: the unit can be changed by others while the job goes on.
+    // Not under the lock, so that other processes can change the unit meanwhile.
     if (flag != 0)
         waitForFirmwareJob();
-    const char* const operation = __func__;
-    const auto perform = [&]
+    const Call call{__func__, upgrade};
+    const auto execute = [&](const UnitFile& file)
     {
         UpgradeStatus reached{};
-        const Outcome outcome =
-            performChange(operation, upgrade, [&](Unit& unit) { return carryOnFirmwareJob(unit, reached); });
+        const auto advance = [&](Unit& unit) { return advanceFirmwareJob(unit, reached); };
+        const Outcome outcome = executeChange(call, file, advance);
         if (outcome.delivered)
             *status = reached;
         return outcome;
     };
-    const ApiError code = performing(operation, perform, out(status), flag);
+    const ApiError code = tracedCall(call, execute, out(status), flag);
     if (code != success)
-        noteFailedStatusCall(code);
+        handleFailedStatusCall(code);
     return code;
 }
 
-// Ends this boot. The next call of the device API is in the next one.
 ApiError FirmwareUpgrade_shutDown(FirmwareUpgradeHandle upgrade)
 {
     const Change work = [](Unit& unit) -> ApiError
@@ -88,5 +95,5 @@ ApiError FirmwareUpgrade_shutDown(FirmwareUpgradeHandle upgrade)
         unit.boot.running = false;
         return success;
     };
-    return changing(__func__, upgrade, work);
+    return changeUnit({__func__, upgrade}, work);
 }

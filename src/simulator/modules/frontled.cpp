@@ -1,13 +1,16 @@
-#include "simulator/call/call.h"
+#include "simulator/call/fields.h"
+
+using namespace document;
+using namespace simulator;
 
 FrontLEDHandle GetFrontLED()
 {
-    return obtain<FrontLEDHandle>(__func__);
+    return acquire<FrontLEDHandle>(__func__);
 }
 
 ApiError FrontLED_release(FrontLEDHandle led)
 {
-    return releaseHandle(__func__, led);
+    return release({__func__, led});
 }
 
 ApiError FrontLED_getSignal(FrontLEDHandle led, double* frequency, std::uint8_t* dutyCycle)
@@ -18,58 +21,59 @@ ApiError FrontLED_getSignal(FrontLEDHandle led, double* frequency, std::uint8_t*
         *dutyCycle = unit.frontLed.dutyCycle;
         return success;
     };
-    return reading(__func__, led, work, out(frequency), out(dutyCycle));
+    return readUnit({__func__, led}, work, out(frequency), out(dutyCycle));
 }
 
 ApiError FrontLED_setSignal(FrontLEDHandle led, double frequency, std::uint8_t dutyCycle)
 {
     const Change work = [&](Unit& unit) -> ApiError
     {
-        if (!within(0.2, 50.0)(frequency) || dutyCycle > 100)
+        if (!within(LED_FREQUENCY_MIN_HZ, LED_FREQUENCY_MAX_HZ)(frequency) ||
+            dutyCycle > LED_DUTY_CYCLE_MAX_PERCENT)
             return outOfRange;
         unit.frontLed.frequency = frequency;
         unit.frontLed.dutyCycle = dutyCycle;
         return success;
     };
-    return changing(__func__, led, work, frequency, dutyCycle);
+    return changeUnit({__func__, led}, work, frequency, dutyCycle);
 }
 
 ApiError FrontLED_getStandardColor(FrontLEDHandle led, std::int32_t* color)
 {
-    return getField(__func__, led, at<&Unit::frontLed, &FrontLed::color>, color);
+    return getField({__func__, led}, at<&Unit::frontLed, &FrontLed::color>, color);
 }
 
 ApiError FrontLED_setStandardColor(FrontLEDHandle led, std::int32_t color)
 {
-    return setField(__func__, led, at<&Unit::frontLed, &FrontLed::color>, color, oneOf(colorNames));
+    return setField({__func__, led}, at<&Unit::frontLed, &FrontLed::color>, color, oneOf(colorNames));
 }
 
 ApiError FrontLED_getNrOfPulses(FrontLEDHandle led, std::uint8_t* pulses)
 {
-    return getField(__func__, led, at<&Unit::frontLed, &FrontLed::pulses>, pulses);
+    return getField({__func__, led}, at<&Unit::frontLed, &FrontLed::pulses>, pulses);
 }
 
 ApiError FrontLED_setNrOfPulses(FrontLEDHandle led, std::uint8_t pulses)
 {
-    return setField(__func__, led, at<&Unit::frontLed, &FrontLed::pulses>, pulses, anyValue);
+    return setField({__func__, led}, at<&Unit::frontLed, &FrontLed::pulses>, pulses, anyValue);
 }
 
 ApiError FrontLED_getIdleTime(FrontLEDHandle led, std::uint8_t* idleTime)
 {
-    return getField(__func__, led, at<&Unit::frontLed, &FrontLed::idleTime>, idleTime);
+    return getField({__func__, led}, at<&Unit::frontLed, &FrontLed::idleTime>, idleTime);
 }
 
 ApiError FrontLED_setIdleTime(FrontLEDHandle led, std::uint8_t idleTime)
 {
-    return setField(__func__, led, at<&Unit::frontLed, &FrontLed::idleTime>, idleTime, anyValue);
+    return setField({__func__, led}, at<&Unit::frontLed, &FrontLed::idleTime>, idleTime, anyValue);
 }
 
 ApiError FrontLED_getEnabledDuringStartup(FrontLEDHandle led, std::int32_t* enabled)
 {
-    return getField(__func__, led, at<&Unit::frontLed, &FrontLed::startup>, enabled);
+    return getField({__func__, led}, at<&Unit::frontLed, &FrontLed::startup>, enabled);
 }
 
 ApiError FrontLED_setEnabledDuringStartup(FrontLEDHandle led, std::int32_t enabled)
 {
-    return setField(__func__, led, at<&Unit::frontLed, &FrontLed::startup>, enabled, onOrOff);
+    return setField({__func__, led}, at<&Unit::frontLed, &FrontLed::startup>, enabled, onOrOff);
 }

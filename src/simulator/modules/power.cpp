@@ -1,43 +1,44 @@
-#include "simulator/call/call.h"
+#include "simulator/call/fields.h"
 
-#include "simulator/call/requirements.h"
+using namespace document;
+using namespace simulator;
 
 PowerHandle GetPower()
 {
-    return obtain<PowerHandle>(__func__);
+    return acquire<PowerHandle>(__func__);
 }
 
 ApiError Power_release(PowerHandle power)
 {
-    return releaseHandle(__func__, power);
+    return release({__func__, power});
 }
 
 ApiError Power_getVideoPowerStatus(PowerHandle power, std::uint8_t* mask)
 {
-    return getField(__func__, power, at<&Unit::power, &Supplies::video>, mask);
+    return getField({__func__, power}, at<&Unit::power, &Supplies::video>, mask);
 }
 
 ApiError Power_setVideoPowerStatus(PowerHandle power, std::uint8_t mask)
 {
-    return setField(__func__, power, at<&Unit::power, &Supplies::video>, mask, videoMask);
+    return setField({__func__, power}, at<&Unit::power, &Supplies::video>, mask, videoMask);
 }
 
 ApiError Power_getCanPowerStatus(PowerHandle power, std::int32_t* enabled)
 {
-    return getField(__func__, power, at<&Unit::power, &Supplies::can>, enabled, canNeeded);
+    return getField({__func__, power}, at<&Unit::power, &Supplies::can>, enabled, requireCan);
 }
 
 ApiError Power_setCanPowerStatus(PowerHandle power, std::int32_t enabled)
 {
-    return setField(__func__, power, at<&Unit::power, &Supplies::can>, enabled, onOrOff, canNeeded);
+    return setField({__func__, power}, at<&Unit::power, &Supplies::can>, enabled, onOrOff, requireCan);
 }
 
 ApiError Power_getExtFanPowerStatus(PowerHandle power, std::int32_t* enabled)
 {
-    return getField(__func__, power, at<&Unit::power, &Supplies::externalFan>, enabled);
+    return getField({__func__, power}, at<&Unit::power, &Supplies::externalFan>, enabled);
 }
 
 ApiError Power_setExtFanPowerStatus(PowerHandle power, std::int32_t enabled)
 {
-    return setField(__func__, power, at<&Unit::power, &Supplies::externalFan>, enabled, onOrOff);
+    return setField({__func__, power}, at<&Unit::power, &Supplies::externalFan>, enabled, onOrOff);
 }

@@ -1,50 +1,45 @@
-#include "simulator/call/call.h"
-
 #include "document/hex_digits.h"
-#include "simulator/call/requirements.h"
+#include "simulator/call/fields.h"
 
 #include <algorithm>
+
+using namespace document;
+using namespace simulator;
 
 namespace
 {
 
-enum Eeprom : std::int32_t
-{
-    mainBoard = 0,
-    addOn = 1,
-};
-
-std::vector<std::uint8_t> contentsOf(const EepromImage& image)
+std::vector<std::uint8_t> contentOf(const EepromImage& image)
 {
     std::vector<std::uint8_t> bytes(image.text.begin(), image.text.end());
     appendBytes(bytes, image.hex);
-    bytes.resize(EepromImage::size, image.fill);
+    bytes.resize(QV_EEPROM_SIZE, image.fill);
     return bytes;
 }
 
-// The registers of the System Supervisor that take a command.
-struct Register
+// A value written to a register of the System Supervisor.
+struct Command
 {
     std::int32_t group;
     std::int32_t number;
     std::int32_t value;
 
-    bool operator==(const Register&) const = default;
+    bool operator==(const Command&) const = default;
 };
 
-constexpr Register restoreDefaults{3, 0x65, 1};
-constexpr Register bootCompleted{4, 6, 0xC3};
+constexpr Command restoreDefaults{QV_SS_RESTORE_DEFAULTS};
+constexpr Command bootCompleted{QV_SS_BOOT_COMPLETED};
 
 } // namespace
 
 QVAuxPrivateHandle GetQVAuxPrivate()
 {
-    return obtain<QVAuxPrivateHandle>(__func__);
+    return acquire<QVAuxPrivateHandle>(__func__);
 }
 
 ApiError QVAuxPrivate_release(QVAuxPrivateHandle privateAccess)
 {
-    return releaseHandle(__func__, privateAccess);
+    return release({__func__, privateAccess});
 }
 
 ApiError QVAuxPrivate_getEepromData(QVAuxPrivateHandle privateAccess, std::int32_t eeprom,
@@ -52,15 +47,16 @@ ApiError QVAuxPrivate_getEepromData(QVAuxPrivateHandle privateAccess, std::int32
 {
     const Reading work = [&](const Unit& unit) -> ApiError
     {
-        if (eeprom != mainBoard && eeprom != addOn)
+        if (eeprom != QV_EEPROM_MAIN_BOARD && eeprom != QV_EEPROM_ADD_ON_BOARD)
             return outOfRange;
-        if (eeprom == addOn && addOnBoardNeeded(unit) != success)
-            return boardNotFitted;
-        const auto bytes = contentsOf(eeprom == addOn ? unit.eeprom.addOn : unit.eeprom.main);
+        const bool isAddOn = eeprom == QV_EEPROM_ADD_ON_BOARD;
+        if (const ApiError code = requireAddOnBoard(unit); isAddOn && code != success)
+            return code;
+        const auto bytes = contentOf(isAddOn ? unit.eeprom.addOn : unit.eeprom.main);
         std::copy_n(bytes.begin(), std::min<std::size_t>(length, bytes.size()), buffer);
         return success;
     };
-    return reading(__func__, privateAccess, work, eeprom, BytesOut{buffer, length});
+    return readUnit({__func__, privateAccess}, work, eeprom, BytesOut{buffer, length});
 }
 
 ApiError QVAuxPrivate_writeSsRegister(QVAuxPrivateHandle privateAccess, std::int32_t group,
@@ -68,19 +64,19 @@ ApiError QVAuxPrivate_writeSsRegister(QVAuxPrivateHandle privateAccess, std::int
 {
     const Change work = [&](Unit& unit) -> ApiError
     {
-        const Register written{group, number, value};
-        if (written == restoreDefaults)
-            unit.config = {}; // the System Supervisor's settings
-        else if (written == bootCompleted)
+        const Command command{group, number, value};
+        if (command == restoreDefaults)
+            unit.config = {};
+        else if (command == bootCompleted)
             unit.boot.completed = true;
         else
             return notSupported;
         return success;
     };
-    return changing(__func__, privateAccess, work, group, number, value);
+    return changeUnit({__func__, privateAccess}, work, group, number, value);
 }
 
 ApiError QVAuxPrivate_getSystemMode(QVAuxPrivateHandle privateAccess, std::int32_t* mode)
 {
-    return getField(__func__, privateAccess, at<&Unit::boot, &Boot::systemMode>, mode);
+    return getField({__func__, privateAccess}, at<&Unit::boot, &Boot::systemMode>, mode);
 }

@@ -3,47 +3,41 @@
 
 #include <set>
 
+using namespace document;
+using namespace simulator;
+
 namespace
 {
 
-// Callers keep the texts, so none is ever given up.
-const char* kept(const std::string& text)
+// Callers keep the pointers, so no text is ever deleted.
+const char* keep(const std::string& text)
 {
     static std::set<std::string> texts;
     return texts.insert(text).first->c_str();
 }
 
-// What the unit's file says of the code, else what the unit says by itself.
-const char* errorText(ApiError code)
+const char* errorText(const Unit& unit, ApiError code)
 {
-    try
-    {
-        const auto& texts = currentUnit().errorTexts;
-        const auto found = texts.find(std::to_string(code));
-        if (found != texts.end())
-            return found->second ? kept(*found->second) : nullptr;
-    }
-    catch (const std::exception&)
-    {
-        // The failure that is being explained has already said so.
-    }
+    const auto found = unit.errorTexts.find(std::to_string(code));
+    if (found != unit.errorTexts.end())
+        return found->second ? keep(*found->second) : nullptr;
     const char* text = textOfCode(code);
-    return kept(text ? text + placeOfFirmwareFailure(code) : "Error " + std::to_string(code));
+    return keep(text ? text + firmwareErrorLine(code) : "Error " + std::to_string(code));
 }
 
 } // namespace
 
 const char* GetErrorStringA(ApiError code)
 {
-    return answerText(__func__, code, errorText(code));
+    return textCall(__func__, code, [=](const Unit& unit) { return errorText(unit, code); });
 }
 
 const char* GetStartupReasonStringA(std::uint16_t reason)
 {
-    return answerText(__func__, reason, textOfStartupReason(reason));
+    return textCall(__func__, reason, [=](const Unit&) { return textOfStartupReason(reason); });
 }
 
 const char* GetHwErrorStatusStringA(std::uint16_t status)
 {
-    return answerText(__func__, status, textOfHwErrorStatus(status));
+    return textCall(__func__, status, [=](const Unit&) { return textOfHwErrorStatus(status); });
 }

@@ -1,66 +1,64 @@
-#include "simulator/call/call.h"
+#include "simulator/call/fields.h"
 
-#include "simulator/call/requirements.h"
+using namespace document;
+using namespace simulator;
 
 namespace
 {
 
-constexpr std::int32_t useDejitter = 8;
-constexpr std::int32_t restoreDefaults = 11;
-
 bool isStored(std::int32_t setting)
 {
-    return setting >= 0 && setting < restoreDefaults;
+    return setting >= 0 && setting < QV_TOUCH_RESTORE_DEFAULTS;
 }
 
 } // namespace
 
 TouchScreenHandle GetTouchScreen()
 {
-    return obtain<TouchScreenHandle>(__func__);
+    return acquire<TouchScreenHandle>(__func__);
 }
 
 ApiError TouchScreen_release(TouchScreenHandle touch)
 {
-    return releaseHandle(__func__, touch);
+    return release({__func__, touch});
 }
 
 ApiError TouchScreen_getMode(TouchScreenHandle touch, std::int32_t* mode)
 {
-    return getField(__func__, touch, at<&Unit::touch, &Touch::profile>, mode, touchScreenNeeded);
+    return getField({__func__, touch}, at<&Unit::touch, &Touch::profile>, mode, requireTouchScreen);
 }
 
 ApiError TouchScreen_setMode(TouchScreenHandle touch, std::int32_t mode)
 {
-    return setField(__func__, touch, at<&Unit::touch, &Touch::profile>, mode, oneOf(profileNames),
-                    touchScreenNeeded);
+    return setField({__func__, touch}, at<&Unit::touch, &Touch::profile>, mode, oneOf(profileNames),
+                    requireTouchScreen);
 }
 
-// The setting that restores the defaults holds nothing and reads as 0.
 ApiError TouchScreen_getAdvancedSetting(TouchScreenHandle touch, std::int32_t setting, std::uint16_t* value)
 {
     const auto get = [&](const Unit& unit)
     {
-        if (!isStored(setting) && setting != restoreDefaults)
+        if (!isStored(setting) && setting != QV_TOUCH_RESTORE_DEFAULTS)
             return outOfRange;
+        // The setting that restores the others reads as 0.
         *value =
             isStored(setting) ? unit.touch.settings[static_cast<std::size_t>(setting)] : std::uint16_t{0};
         return success;
     };
-    return reading(__func__, touch, needing(touchScreenNeeded, get), setting, out(value));
+    return readUnit({__func__, touch}, requiring(requireTouchScreen, get), setting, out(value));
 }
 
 ApiError TouchScreen_setAdvancedSetting(TouchScreenHandle touch, std::int32_t setting, std::uint16_t value)
 {
     const auto set = [&](Unit& unit)
     {
-        if (setting == restoreDefaults)
+        if (setting == QV_TOUCH_RESTORE_DEFAULTS)
             unit.touch.settings = Touch{}.settings;
-        else if (!isStored(setting) || (setting == useDejitter && value > 1))
+        else if (!isStored(setting) || (setting == QV_TOUCH_USE_DEJITTER && value > TOUCH_DEJITTER_MAX))
             return outOfRange;
         else
             unit.touch.settings[static_cast<std::size_t>(setting)] = value;
         return success;
     };
-    return changing(__func__, touch, needing(touchScreenNeeded, set), setting, value);
+    return changeUnit({__func__, touch}, requiring(requireTouchScreen, set), setting, value);
 }

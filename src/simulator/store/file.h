@@ -2,36 +2,21 @@
 
 #pragma once
 
-#include <cerrno>
 #include <fcntl.h>
 #include <string>
-#include <unistd.h>
-#include <utility>
+#include <sys/types.h>
+
+namespace simulator
+{
 
 class File
 {
 public:
     File() = default;
-
-    explicit File(int opened) : descriptor(opened)
-    {
-    }
-
-    File(File&& other) noexcept : descriptor(std::exchange(other.descriptor, -1))
-    {
-    }
-
-    File& operator=(File&& other) noexcept
-    {
-        std::swap(descriptor, other.descriptor);
-        return *this;
-    }
-
-    ~File()
-    {
-        if (isOpen())
-            ::close(descriptor);
-    }
+    explicit File(int opened);
+    File(File&& other) noexcept;
+    File& operator=(File&& other) noexcept;
+    ~File();
 
     bool isOpen() const
     {
@@ -47,28 +32,17 @@ private:
     int descriptor = -1;
 };
 
-// Appends what is left of the file. False when it cannot be read to its end.
-inline bool readAll(const File& file, std::string& text)
-{
-    char block[65536];
-    for (;;)
-    {
-        const ssize_t count = ::read(file.get(), block, sizeof block);
-        if (count == 0)
-            return true;
-        if (count > 0)
-            text.append(block, static_cast<std::size_t>(count));
-        else if (errno != EINTR)
-            return false;
-    }
-}
+// Opens a file relative to `directory`, a descriptor or AT_FDCWD. The file is not open, and errno says why,
+// if that fails.
+//
+// The descriptor is never 0, 1 or 2: if the program was started with one of them closed, it would otherwise
+// print into the file or read its input from it.
+File openFile(int directory, const std::string& path, int flags, mode_t mode = 0);
 
-// Opens a file as seen from the folder `base`, or AT_FDCWD. Never as one of the three standard descriptors:
-// where the program is started without one of them, it would print into the file or take its input from it.
-inline File openFile(int base, const std::string& path, int flags, mode_t mode = 0)
-{
-    File file(::openat(base, path.c_str(), flags | O_CLOEXEC, mode));
-    if (!file.isOpen() || file.get() > STDERR_FILENO)
-        return file;
-    return File(::fcntl(file.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
-}
+// Appends the rest of the file to `text`. Returns false, with errno set, if it cannot be read.
+bool readAll(const File& file, std::string& text);
+
+// Returns false, with errno set, if `text` cannot be written completely.
+bool writeAll(const File& file, const std::string& text);
+
+} // namespace simulator

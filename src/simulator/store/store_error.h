@@ -1,4 +1,4 @@
-// The unit cannot be reached. The text names the file and the place in it.
+// The unit's file cannot be used. The text names the file and the problem.
 
 #pragma once
 
@@ -9,6 +9,9 @@
 #include <stdexcept>
 #include <string>
 
+namespace simulator
+{
+
 struct StoreError : std::runtime_error
 {
     StoreError(Code reason, const std::string& text) : std::runtime_error(text), code(reason)
@@ -18,12 +21,14 @@ struct StoreError : std::runtime_error
     Code code;
 };
 
-[[noreturn]] inline void fail(Code code, const std::string& path, const std::string& what)
+[[noreturn]] inline void fail(Code code, const std::string& path, const std::string& problem)
 {
-    throw StoreError(code, path + ": " + what);
+    throw StoreError(code, path + ": " + problem);
 }
 
 [[noreturn]] inline void failWithErrno(Code code, const std::string& path)
 {
     fail(code, path, std::strerror(errno));
 }
+
+} // namespace simulator

@@ -4,21 +4,25 @@
 
 #include <climits>
 #include <cstdlib>
-#include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
+
+namespace simulator
+{
 
 namespace
 {
 
-constexpr int mostLinks = 40; // as many as the kernel follows
+constexpr int mostLinks = 40; // the kernel's limit
 
+// Returns null if the variable is unset or empty.
 const char* environment(const char* name)
 {
     const char* value = std::getenv(name);
     return value && *value ? value : nullptr;
 }
 
-std::string namedPath()
+std::string configuredPath()
 {
     if (const char* file = environment("QVAUX_UNIT"))
         return file;
@@ -26,122 +30,77 @@ std::string namedPath()
         return std::string(state) + "/qv-aux2/unit.json";
     if (const char* home = environment("HOME"))
         return std::string(home) + "/.local/state/qv-aux2/unit.json";
-    throw StoreError(unitFileUnplaced,
-                     "neither QVAUX_UNIT, XDG_STATE_HOME nor HOME names a place for the unit file");
+    throw StoreError(unitFileNotLocated,
+                     "cannot locate the unit file: set QVAUX_UNIT, XDG_STATE_HOME or HOME");
 }
 
-// With the slash at its end; empty for the working folder.
-std::string folderOf(const std::string& path)
+// Includes the slash at the end. Empty for the working directory.
+std::string directoryOf(const std::string& path)
 {
     return path.substr(0, path.rfind('/') + 1);
 }
 
-// The place that `path` names, seen from the folder `base`; its folder is not open when it cannot be opened.
-Place placeFrom(int base, const std::string& path)
+// `path` is relative to the directory `base`. The location's directory is not open if it cannot be opened.
+UnitLocation locationFrom(int base, const std::string& path)
 {
-    const std::string folder = folderOf(path);
-    const std::string name = path.substr(folder.size());
-    return {openFile(base, folder.empty() ? "." : folder, O_PATH | O_DIRECTORY), name.empty() ? "." : name,
-            path};
+    const std::string directory = directoryOf(path);
+    const std::string name = path.substr(directory.size());
+    return {openFile(base, directory.empty() ? "." : directory, O_PATH | O_DIRECTORY),
+            name.empty() ? "." : name, path};
 }
 
-// Follows links one by one, each from the folder that it is in, so that the file behind them is replaced and
-// not a link, whether or not it is there yet.
-Place behindLinks(Place place)
+// Follows symbolic links one at a time, each relative to its own directory. A change then replaces the file
+// and not the link. The file need not exist.
+UnitLocation resolveLinks(UnitLocation location)
 {
-    for (int links = 0; place.folder.isOpen(); ++links)
+    for (int links = 0; location.directory.isOpen(); ++links)
     {
         char target[PATH_MAX];
-        const ssize_t length = ::readlinkat(place.folder.get(), place.name.c_str(), target, sizeof target);
+        const ssize_t length =
+            ::readlinkat(location.directory.get(), location.name.c_str(), target, sizeof target);
         if (length <= 0)
-            return place;
+            return location;
         if (links == mostLinks)
         {
             errno = ELOOP;
-            failWithErrno(unitFileUnreadable, place.path);
+            failWithErrno(unitFileUnreadable, location.path);
         }
         const std::string next(target, static_cast<std::size_t>(length));
-        const std::string before = next.front() == '/' ? "" : folderOf(place.path);
-        place = placeFrom(place.folder.get(), next);
-        place.path = before + next;
+        const std::string prefix = next.front() == '/' ? "" : directoryOf(location.path);
+        location = locationFrom(location.directory.get(), next);
+        location.path = prefix + next;
     }
-    return place;
+    return location;
 }
 
-void makeFolders(const std::string& path)
+void makeDirectories(const std::string& path)
 {
     for (auto slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1))
     {
-        const std::string folder = path.substr(0, slash);
-        if (::mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST && errno != EISDIR)
-            failWithErrno(unitFileUnwritable, folder);
+        const std::string directory = path.substr(0, slash);
+        if (::mkdir(directory.c_str(), 0777) != 0 && errno != EEXIST && errno != EISDIR)
+            failWithErrno(unitFileUnwritable, directory);
     }
-}
-
-// Whoever can open it can lock it: that is every user of the unit, whatever the umask of the one who made it.
-// Nobody writes into it.
-File openLock(const Place& place, const std::string& ending)
-{
-    const int folder = place.folder.get();
-    const std::string name = place.name + ending;
-    File file = openFile(folder, name, O_RDONLY | O_NONBLOCK);
-    if (!file.isOpen() && errno == ENOENT)
-    {
-        // At once with its permissions, so that no process can be killed in between. Only where there is
-        // none: in a folder like /tmp the kernel refuses O_CREAT with the file of another user.
-        const mode_t mask = ::umask(0);
-        file = openFile(folder, name, O_RDONLY | O_CREAT | O_EXCL, 0444);
-        ::umask(mask);
-        if (!file.isOpen() && errno == EEXIST)
-            file = openFile(folder, name, O_RDONLY | O_NONBLOCK);
-    }
-    if (!file.isOpen())
-        failWithErrno(unitFileUnwritable, place.path + ending);
-    return file;
-}
-
-// False when another process has the lock and `how` does not wait.
-bool lock(const File& file, int how, const std::string& path)
-{
-    while (::flock(file.get(), how) != 0)
-    {
-        if (errno == EWOULDBLOCK)
-            return false;
-        if (errno != EINTR)
-            failWithErrno(unitFileUnwritable, path);
-    }
-    return true;
 }
 
 } // namespace
 
-Place unitPlace()
+UnitLocation locateUnit()
 {
-    const std::string path = namedPath();
-    Place place = behindLinks(placeFrom(AT_FDCWD, path));
-    if (!place.folder.isOpen() && errno == ENOENT && !environment("QVAUX_UNIT"))
+    const std::string path = configuredPath();
+    UnitLocation location = resolveLinks(locationFrom(AT_FDCWD, path));
+    if (!location.directory.isOpen() && errno == ENOENT && !environment("QVAUX_UNIT"))
     {
-        makeFolders(path);
-        place = behindLinks(placeFrom(AT_FDCWD, path));
+        makeDirectories(path);
+        location = resolveLinks(locationFrom(AT_FDCWD, path));
     }
-    if (!place.folder.isOpen())
+    if (!location.directory.isOpen())
     {
         if (errno == ENOENT)
-            fail(unitFileUnplaced, place.path, "its folder is not there");
-        failWithErrno(unitFileUnreadable, place.path);
+            fail(unitFileNotLocated, location.path, "its directory does not exist");
+        failWithErrno(unitFileUnreadable, location.path);
     }
-    return place;
+    return location;
 }
 
-File takeLock(const Place& place, const char* ending)
-{
-    File file = openLock(place, ending);
-    lock(file, LOCK_EX, place.path + ending);
-    return file;
-}
-
-File tryLock(const Place& place, const char* ending)
-{
-    File file = openLock(place, ending);
-    return lock(file, LOCK_EX | LOCK_NB, place.path + ending) ? std::move(file) : File();
-}
+} // namespace simulator

@@ -1,4 +1,4 @@
-// Where the unit's file is, and the locks beside it.
+// Where the unit's file is.
 
 #pragma once
 
@@ -6,20 +6,20 @@
 
 #include <string>
 
-// The folder stays the same one as long as it is open, whatever becomes of its name meanwhile: what is
-// locked, read and replaced in it belongs together.
-struct Place
+namespace simulator
 {
-    File folder;
-    std::string name; // of the file in the folder
-    std::string path; // for people
+
+// A name in an open directory. It stays the same directory even if it is renamed or replaced meanwhile, so
+// the file that is locked is the file that is read and replaced.
+struct UnitLocation
+{
+    File directory;
+    std::string name; // of the file in the directory
+    std::string path; // for diagnostics
 };
 
-// The place of the unit's file, behind all links; the file may not be there yet. Throws StoreError.
-Place unitPlace();
+// Locates the unit's file and follows its symbolic links. The file need not exist; the default directory is
+// created. Throws StoreError.
+UnitLocation locateUnit();
 
-// Waits for the lock of that ending beside the unit's file. Throws StoreError.
-File takeLock(const Place& place, const char* ending);
-
-// The same without waiting: not open when another process has the lock.
-File tryLock(const Place& place, const char* ending);
+} // namespace simulator

@@ -1,12 +1,15 @@
 #include "simulator/unit/boot.h"
 
-namespace
+namespace simulator
 {
 
-constexpr std::int32_t normalBoot = 0;
-constexpr std::int32_t rescueBootWithFactoryReset = 4;
-constexpr std::int32_t normalMode = 0;
-constexpr std::int32_t rescueMode = 1;
+using document::Firmware;
+using document::Radio;
+using document::Unit;
+using document::Version;
+
+namespace
+{
 
 // Identity, equipment, counters and firmware are not settings.
 void resetSettings(Unit& unit)
@@ -32,12 +35,20 @@ void applyStartupPower(Radio& radio)
     radio.power = radio.startupPower;
 }
 
-void startUp(Unit& unit)
+void applyTouchProfile(document::Touch& touch)
 {
-    if (unit.boot.nextMode == rescueBootWithFactoryReset)
+    if (touch.profile == QV_TOUCH_MOUSE_NEXT_BOOT)
+        touch.profile = QV_TOUCH_MOUSE;
+    else if (touch.profile == QV_TOUCH_TOUCH_NEXT_BOOT)
+        touch.profile = QV_TOUCH_TOUCH;
+}
+
+void boot(Unit& unit)
+{
+    if (unit.boot.nextMode == QV_BOOT_RESCUE_WITH_FACTORY_RESET)
         resetSettings(unit);
-    unit.boot.systemMode = unit.boot.nextMode == normalBoot ? normalMode : rescueMode;
-    unit.boot.nextMode = normalBoot;
+    unit.boot.systemMode = unit.boot.nextMode == QV_BOOT_NORMAL ? QV_SYSTEM_NORMAL : QV_SYSTEM_RESCUE;
+    unit.boot.nextMode = QV_BOOT_NORMAL;
     unit.boot.running = true;
     unit.boot.completed = false;
     ++unit.diagnostic.powerCycles;
@@ -48,10 +59,7 @@ void startUp(Unit& unit)
     applyStartupPower(unit.telematics.gps);
     applyStartupPower(unit.telematics.bluetooth);
 
-    // The profiles 0 and 1 are 2 and 3 from the next boot on.
-    if (unit.touch.profile == 0 || unit.touch.profile == 1)
-        unit.touch.profile += 2;
-
+    applyTouchProfile(unit.touch);
     applyFirmware(unit.firmware.ss, unit.versions.ss);
     applyFirmware(unit.firmware.fpga, unit.versions.fpga);
     applyFirmware(unit.firmware.front, unit.versions.front);
@@ -59,13 +67,15 @@ void startUp(Unit& unit)
 
 } // namespace
 
-bool isStartUpDue(const Unit& unit)
+bool isBootDue(const Unit& unit)
 {
     return !unit.boot.running;
 }
 
-void startUpIfDue(Unit& unit)
+void bootIfDue(Unit& unit)
 {
-    if (isStartUpDue(unit))
-        startUp(unit);
+    if (isBootDue(unit))
+        boot(unit);
 }
+
+} // namespace simulator

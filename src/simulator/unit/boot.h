@@ -1,9 +1,15 @@
-// From one boot of the unit to the next.
+// The boot of the unit. A unit that was shut down boots at the next call that touches it.
 
 #pragma once
 
 #include "document/unit.h"
 
-// A unit that was shut down starts with the next call of the device API.
-bool isStartUpDue(const Unit& unit);
-void startUpIfDue(Unit& unit);
+namespace simulator
+{
+
+bool isBootDue(const document::Unit& unit);
+
+// Applies everything that takes effect at the next boot.
+void bootIfDue(document::Unit& unit);
+
+} // namespace simulator

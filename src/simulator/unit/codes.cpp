@@ -2,6 +2,9 @@
 
 #include <span>
 
+namespace simulator
+{
+
 namespace
 {
 
@@ -19,39 +22,42 @@ constexpr Text codes[] = {
     {invalidArgument, "An argument is missing"},
     {outOfRange, "The value is out of range"},
     {boardNotFitted, "The board is not fitted"},
-    {unitFileUnplaced, "There is no place for the unit file"},
+    {unitFileNotLocated, "The unit file cannot be located"},
     {unitFileUnreadable, "The unit file cannot be read"},
     {unitFileInvalid, "The unit file is not valid"},
     {unitFileUnwritable, "The unit file cannot be written"},
     {jobRunning, "Another firmware job is running"},
     {noJob, "No firmware job has been started"},
     {firmwareUnreadable, "The firmware file cannot be read"},
-    {firmwareNotHex, "The firmware file holds a line that is not an Intel HEX record"},
-    {firmwareBadLength, "The firmware file holds a record whose length is wrong"},
-    {firmwareBadChecksum, "The firmware file holds a record whose checksum is wrong"},
-    {firmwareBadRecord, "The firmware file holds a record of an unknown type"},
+    {firmwareNotHex, "The firmware file contains a line that is not an Intel HEX record"},
+    {firmwareBadLength, "The firmware file contains a record with a wrong length"},
+    {firmwareBadChecksum, "The firmware file contains a record with a wrong checksum"},
+    {firmwareUnknownRecord, "The firmware file contains a record of an unknown type"},
     {firmwareNoEnd, "The firmware file has no end record"},
-    {firmwareOverlap, "The firmware file fills an address twice"},
-    {firmwareEmpty, "The firmware file holds no data"},
+    {firmwareOverlap, "The firmware file defines an address twice"},
+    {firmwareEmpty, "The firmware file contains no data"},
     {firmwareTooLarge, "The firmware does not fit into the target"},
     {firmwareDiffers, "The firmware in the target differs from the file"},
-    {firmwareIncomplete, "The firmware is incomplete, its upgrade was interrupted"},
-    {firmwareGoesOn, "The firmware file goes on behind its end record"},
+    {firmwareIncomplete, "The firmware is incomplete: its upgrade was interrupted"},
+    {firmwareContinues, "The firmware file continues after its end record"},
 };
 
 constexpr Text startupReasons[] = {
-    {0x00, "Power was applied"},    {0x55, "Front button"}, {0xAA, "On/off signal"},
-    {0xF0, "Wake up from suspend"}, {0x0F, "Watchdog"},
+    {QV_STARTUP_POWER_APPLIED, "Power was applied"},
+    {QV_STARTUP_FRONT_BUTTON, "Front button"},
+    {QV_STARTUP_ON_OFF_SIGNAL, "On/off signal"},
+    {QV_STARTUP_SUSPEND_ENDED, "Wake up from suspend"},
+    {QV_STARTUP_WATCHDOG, "Watchdog"},
 };
 
 constexpr Text hwErrorStatuses[] = {
-    {0, "No error"},
-    {16, "Supply voltage was low"},
-    {32, "Supply voltage was high"},
-    {64, "Temperature was high"},
-    {130, "Real-time clock lost its time"},
-    {131, "Main supply failed"},
-    {132, "EEPROM failed"},
+    {QV_HW_NO_ERROR, "No error"},
+    {QV_HW_SUPPLY_LOW, "Supply voltage was low"},
+    {QV_HW_SUPPLY_HIGH, "Supply voltage was high"},
+    {QV_HW_TEMPERATURE_HIGH, "Temperature was high"},
+    {QV_HW_CLOCK_LOST_TIME, "Real-time clock lost its time"},
+    {QV_HW_MAIN_SUPPLY_FAILED, "Main supply failed"},
+    {QV_HW_EEPROM_FAILED, "EEPROM failed"},
 };
 
 const char* textOf(std::span<const Text> texts, std::uint32_t code)
@@ -80,3 +86,5 @@ const char* textOfHwErrorStatus(std::uint16_t status)
     const char* text = textOf(hwErrorStatuses, status);
     return text ? text : "Unknown hardware status";
 }
+
+} // namespace simulator

@@ -1,4 +1,4 @@
-// The error codes of the simulated unit and their texts.
+// The error codes of the simulated unit, and the texts of codes.
 
 #pragma once
 
@@ -6,17 +6,20 @@
 
 #include <cstdint>
 
+namespace simulator
+{
+
 enum Code : ApiError
 {
-    success = 0,
+    success = QV_SUCCESS,
     failure = 1,
-    notSupported = 2,
+    notSupported = QV_NOT_SUPPORTED,
     invalidHandle = 3,
     invalidArgument = 4,
     outOfRange = 5,
-    boardNotFitted = 18,
+    boardNotFitted = QV_BOARD_NOT_FITTED,
 
-    unitFileUnplaced = 64,
+    unitFileNotLocated = 64,
     unitFileUnreadable = 65,
     unitFileInvalid = 66,
     unitFileUnwritable = 67,
@@ -27,18 +30,21 @@ enum Code : ApiError
     firmwareNotHex = 83,
     firmwareBadLength = 84,
     firmwareBadChecksum = 85,
-    firmwareBadRecord = 86,
+    firmwareUnknownRecord = 86,
     firmwareNoEnd = 87,
     firmwareOverlap = 88,
     firmwareEmpty = 89,
     firmwareTooLarge = 90,
     firmwareDiffers = 91,
     firmwareIncomplete = 92,
-    firmwareGoesOn = 93,
+    firmwareContinues = 93,
 };
 
-// Null for a code that the unit does not know.
+// Returns null if the code is unknown.
 const char* textOfCode(ApiError code);
 
+// Unknown values have a text too.
 const char* textOfStartupReason(std::uint16_t reason);
 const char* textOfHwErrorStatus(std::uint16_t status);
+
+} // namespace simulator

@@ -1,14 +1,18 @@
 #include "simulator/unit/faults.h"
 
-#include <dlfcn.h>
+namespace simulator
+{
 
-bool faultCounts(const Unit& unit, const std::string& operation)
+using document::Fault;
+using document::Unit;
+
+bool isCounted(const Unit& unit, const std::string& operation)
 {
     const auto found = unit.faults.find(operation);
     return found != unit.faults.end() && (found->second.skip > 0 || found->second.times.value_or(0) > 0);
 }
 
-std::optional<Fault> standingFault(const Unit& unit, const std::string& operation)
+std::optional<Fault> uncountedFault(const Unit& unit, const std::string& operation)
 {
     const auto found = unit.faults.find(operation);
     if (found == unit.faults.end() || found->second.times == 0u)
@@ -16,33 +20,25 @@ std::optional<Fault> standingFault(const Unit& unit, const std::string& operatio
     return found->second;
 }
 
-std::optional<Fault> countFault(Unit& unit, const std::string& operation)
+std::optional<Fault> countCall(Unit& unit, const std::string& operation)
 {
-    const std::optional<Fault> fault = standingFault(unit, operation);
-    if (!fault)
+    const auto found = unit.faults.find(operation);
+    if (found == unit.faults.end() || found->second.times == 0u)
         return std::nullopt;
-    Fault& counted = unit.faults[operation];
-    if (counted.skip > 0)
+    Fault& fault = found->second;
+    if (fault.skip > 0)
     {
-        --counted.skip;
+        --fault.skip;
         return std::nullopt;
     }
-    if (counted.times)
-        --*counted.times;
+    if (fault.times)
+        --*fault.times;
     return fault;
 }
 
-bool isOperation(const std::string& name)
+ApiError resultOf(const Fault& fault)
 {
-    Dl_info own{};
-    if (!dladdr(reinterpret_cast<const void*>(&isOperation), &own))
-        return false;
-    void* const library = dlopen(own.dli_fname, RTLD_LAZY | RTLD_NOLOAD);
-    if (!library)
-        return false;
-    const void* const symbol = dlsym(library, name.c_str());
-    Dl_info found{};
-    const bool known = symbol && dladdr(symbol, &found) && found.dli_fbase == own.dli_fbase;
-    dlclose(library);
-    return known;
+    return fault.ignored ? ApiError{QV_SUCCESS} : fault.code;
 }
+
+} // namespace simulator

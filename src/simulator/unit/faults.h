@@ -1,17 +1,25 @@
-// The faults that a unit's file asks for, a layer over the healthy unit.
+// Fault injection: what calls of an operation do instead of their work.
 
 #pragma once
 
 #include "document/unit.h"
 
-// True when the next call of `operation` has to be counted in the unit.
-bool faultCounts(const Unit& unit, const std::string& operation);
+#include <optional>
+#include <string>
 
-// The fault that a call of `operation` shows, for one that need not be counted.
-std::optional<Fault> standingFault(const Unit& unit, const std::string& operation);
+namespace simulator
+{
 
-// The fault that this call of `operation` shows. Counts the call.
-std::optional<Fault> countFault(Unit& unit, const std::string& operation);
+// Returns whether the next call of `operation` changes the counters of its fault.
+bool isCounted(const document::Unit& unit, const std::string& operation);
 
-// Whether this library has an operation of that name.
-bool isOperation(const std::string& name);
+// Returns the fault to inject into a call that is not counted, if any.
+std::optional<document::Fault> uncountedFault(const document::Unit& unit, const std::string& operation);
+
+// Counts a call. Returns the fault to inject into it, if any.
+std::optional<document::Fault> countCall(document::Unit& unit, const std::string& operation);
+
+// Returns what an operation with the fault returns. An ignored call reports success.
+ApiError resultOf(const document::Fault& fault);
+
+} // namespace simulator

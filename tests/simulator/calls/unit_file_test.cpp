@@ -18,8 +18,8 @@ ApiError readVolume()
     return Buzzer_getVolume(GetBuzzer(), &volume);
 }
 
-// What the library says of a unit file that holds `content`.
-std::string complaintAbout(const std::string& content)
+// Returns what the library prints for a unit file with the content, which is not valid.
+std::string diagnosticFor(const std::string& content)
 {
     CalledUnit unit(content);
     testing::internal::CaptureStderr();
@@ -37,16 +37,16 @@ bool isAccepted(const std::string& content)
     return readVolume() == 0;
 }
 
-// Objects in one another that hold `value` at a place like "/buzzer/volume".
-std::string fileWith(const std::string& place, const json& value)
+// Returns nested objects with `value` at a path such as "/buzzer/volume".
+std::string fileWith(const std::string& path, const json& value)
 {
-    const auto slash = place.find_last_of('/');
-    const json object = {{place.substr(slash + 1), value}};
-    return slash == 0 ? object.dump() : fileWith(place.substr(0, slash), object);
+    const auto slash = path.find_last_of('/');
+    const json object = {{path.substr(slash + 1), value}};
+    return slash == 0 ? object.dump() : fileWith(path.substr(0, slash), object);
 }
 
-// The file of a unit that was made where there was none.
-ordered_json madeUnit()
+// Returns the file that the library creates if there is none.
+ordered_json createdUnit()
 {
     const CalledUnit unit;
     std::filesystem::remove(unit.file());
@@ -54,60 +54,60 @@ ordered_json madeUnit()
     return ordered_json::parse(readFile(unit.file()));
 }
 
-// Every place of the file that holds a value and not an object.
-std::vector<std::string> placesOf(const json& file)
+// Returns the paths of all values that are not objects.
+std::vector<std::string> pathsOf(const json& file)
 {
-    std::vector<std::string> places;
+    std::vector<std::string> paths;
     const json flat = file.flatten();
-    for (const auto& [place, value] : flat.items())
-        places.push_back(place);
-    return places;
+    for (const auto& [path, value] : flat.items())
+        paths.push_back(path);
+    return paths;
 }
 
-TEST(UnitFile, RefusesAKeyThatNoUnitHasAtEveryLevel)
+TEST(UnitFile, RefusesUnknownKeysAtEveryLevel)
 {
-    for (const char* place : {"/buzer",
-                              "/Buzzer",
-                              "/about/name",
-                              "/addOnBoard/name",
-                              "/eeprom/front",
-                              "/eeprom/main/txt",
-                              "/versions/bios",
-                              "/diagnostic/temperature",
-                              "/adc/48V",
-                              "/digitalInputs/outputs",
-                              "/lightsensor/lux",
-                              "/buzzer/volum",
-                              "/backlight/brightness",
-                              "/frontLed/colour",
-                              "/can/channels",
-                              "/config/startup",
-                              "/config/startupPower/gps",
-                              "/power/gps",
-                              "/touch/mode",
-                              "/telematics/gsm",
-                              "/telematics/wlan/on",
-                              "/firmware/cpu",
-                              "/firmware/ss/version",
-                              "/boot/mode",
-                              "/faults/Buzzer_getVolume/count"})
-        EXPECT_EQ(complaintAbout(fileWith(place, 1)), std::string(place) + ": no unit has this key\n");
-    EXPECT_EQ(complaintAbout(R"({"firmware": {"statuses": [{}, {"status": 1}]}})"),
-              "/firmware/statuses/1/status: no unit has this key\n");
+    for (const char* path : {"/buzer",
+                             "/Buzzer",
+                             "/about/name",
+                             "/addOnBoard/name",
+                             "/eeprom/front",
+                             "/eeprom/main/txt",
+                             "/versions/bios",
+                             "/diagnostic/temperature",
+                             "/adc/48V",
+                             "/digitalInputs/outputs",
+                             "/lightsensor/lux",
+                             "/buzzer/volum",
+                             "/backlight/brightness",
+                             "/frontLed/colour",
+                             "/can/channels",
+                             "/config/startup",
+                             "/config/startupPower/gps",
+                             "/power/gps",
+                             "/touch/mode",
+                             "/telematics/gsm",
+                             "/telematics/wlan/on",
+                             "/firmware/cpu",
+                             "/firmware/ss/version",
+                             "/boot/mode",
+                             "/faults/Buzzer_getVolume/count"})
+        EXPECT_EQ(diagnosticFor(fileWith(path, 1)), std::string(path) + ": unknown key\n");
+    EXPECT_EQ(diagnosticFor(R"({"firmware": {"statuses": [{}, {"status": 1}]}})"),
+              "/firmware/statuses/1/status: unknown key\n");
 }
 
-TEST(UnitFile, RefusesAKeyThatNoUnitHasBesideOnesThatItHas)
+TEST(UnitFile, RefusesUnknownKeysNextToKnownOnes)
 {
-    EXPECT_EQ(complaintAbout(R"({"buzzer": {"volume": 5, "volumes": 6, "frequency": 800}})"),
-              "/buzzer/volumes: no unit has this key\n");
+    EXPECT_EQ(diagnosticFor(R"({"buzzer": {"volume": 5, "volumes": 6, "frequency": 800}})"),
+              "/buzzer/volumes: unknown key\n");
 }
 
-TEST(UnitFile, RefusesAKeyThatStandsTwice)
+TEST(UnitFile, RefusesDuplicateKeys)
 {
     const struct
     {
         const char* content;
-        const char* place;
+        const char* path;
     } cases[] = {
         {R"({"buzzer": {"volume": 1}, "buzzer": {"frequency": 900}})", "/buzzer"},
         {R"({"buzzer": {"volume": 1, "frequency": 900, "volume": 1}})", "/buzzer/volume"},
@@ -119,120 +119,141 @@ TEST(UnitFile, RefusesAKeyThatStandsTwice)
         {R"({"firmware": {"statuses": [{"state": 1}, {"state": 2, "state": 3}]}})",
          "/firmware/statuses/1/state"},
     };
-    for (const auto& [content, place] : cases)
-        EXPECT_EQ(complaintAbout(content), std::string(place) + ": this key stands here twice\n");
+    for (const auto& [content, path] : cases)
+        EXPECT_EQ(diagnosticFor(content), std::string(path) + ": duplicate key\n");
 }
 
-TEST(UnitFile, RefusesTheFaultOfAnOperationThatIsNotThere)
+TEST(UnitFile, RefusesFaultsOfUnknownOperations)
 {
     for (const char* name : {"Buzzer_getVolum", "buzzer_getVolume", "GetBuzer", "getenv", "printf", ""})
-        EXPECT_EQ(complaintAbout(fileWith(std::string("/faults/") + name, {{"code", 77}})),
-                  std::string("/faults/") + name + ": no operation has this name\n");
+        EXPECT_EQ(diagnosticFor(fileWith(std::string("/faults/") + name, {{"code", 77}})),
+                  std::string("/faults/") + name + ": unknown operation\n");
     EXPECT_TRUE(isAccepted(fileWith("/faults/GetErrorStringA", {{"null", true}})));
 }
 
-TEST(UnitFile, RefusesAFaultThatTheOperationCanNotShow)
+TEST(UnitFile, RefusesFaultsThatTheOperationCannotHave)
 {
-    EXPECT_EQ(complaintAbout(fileWith("/faults/GetBuzzer", {{"code", 77}})),
-              "/faults/GetBuzzer: its only fault is null\n");
-    EXPECT_EQ(complaintAbout(fileWith("/faults/GetErrorStringA", {{"ignored", true}})),
-              "/faults/GetErrorStringA: its only fault is null\n");
-    EXPECT_EQ(complaintAbout(fileWith("/faults/Buzzer_getVolume", {{"null", true}})),
-              "/faults/Buzzer_getVolume: gives no handle and no text that could be null\n");
+    EXPECT_EQ(diagnosticFor(fileWith("/faults/GetBuzzer", {{"code", 77}})),
+              "/faults/GetBuzzer: expected \"null\": true and no other fault\n");
+    EXPECT_EQ(diagnosticFor(fileWith("/faults/GetErrorStringA", {{"ignored", true}})),
+              "/faults/GetErrorStringA: expected \"null\": true and no other fault\n");
+    EXPECT_EQ(diagnosticFor(fileWith("/faults/Buzzer_getVolume", {{"null", true}})),
+              "/faults/Buzzer_getVolume: \"null\" is only for operations that return a handle or a text\n");
 }
 
-TEST(UnitFile, RefusesAFaultThatIsNoneOrTwo)
+TEST(UnitFile, RefusesFaultsThatAreNotExactlyOne)
 {
     for (const json& fault : {json::object(),
                               {{"code", 0}},
                               {{"ignored", false}},
                               {{"skip", 1}, {"times", 1}},
                               {{"code", 77}, {"ignored", true}}})
-        EXPECT_EQ(complaintAbout(fileWith("/faults/Buzzer_getVolume", fault)),
-                  "/faults/Buzzer_getVolume: its fault is either a code other than 0 or ignored\n");
+        EXPECT_EQ(diagnosticFor(fileWith("/faults/Buzzer_getVolume", fault)),
+                  "/faults/Buzzer_getVolume: expected either a code other than 0 or \"ignored\": true\n");
     for (const json& fault : {json::object(), {{"null", false}}, {{"null", true}, {"ignored", true}}})
-        EXPECT_EQ(complaintAbout(fileWith("/faults/GetBuzzer", fault)),
-                  "/faults/GetBuzzer: its only fault is null\n");
+        EXPECT_EQ(diagnosticFor(fileWith("/faults/GetBuzzer", fault)),
+                  "/faults/GetBuzzer: expected \"null\": true and no other fault\n");
 }
 
-TEST(UnitFile, RefusesTheTextOfWhatIsNotACode)
+TEST(UnitFile, RefusesErrorTextsOfInvalidCodes)
 {
     for (const char* code : {"", "x", "-1", "+7", "077", " 7", "7 ", "0x7", "1.5", "4294967296"})
-        EXPECT_EQ(complaintAbout(fileWith(std::string("/errorTexts/") + code, "text")),
-                  std::string("/errorTexts/") + code + ": not an error code\n");
+        EXPECT_EQ(diagnosticFor(fileWith(std::string("/errorTexts/") + code, "text")),
+                  std::string("/errorTexts/") + code + ": expected an error code from 0 to 4294967295\n");
     for (const char* code : {"0", "7", "4294967295"})
         EXPECT_TRUE(isAccepted(fileWith(std::string("/errorTexts/") + code, "text"))) << code;
 }
 
-TEST(UnitFile, RefusesValuesOfAnotherType)
+TEST(UnitFile, RefusesValuesOfTheWrongType)
 {
-    const std::string norNumber = " nor a whole number from -2147483648 to 2147483647";
-    const std::string noColor = "neither red, green, blue, cyan, magenta, yellow" + norNumber;
+    const std::string byte = "an integer from 0 to 255";
+    const std::string uint16 = "an integer from 0 to 65535";
+    const std::string uint32 = "an integer from 0 to 4294967295";
+    const std::string orInteger = " or an integer from -2147483648 to 2147483647";
+    const std::string color = "red, green, blue, cyan, magenta, yellow" + orInteger;
     const struct
     {
-        const char* place;
+        const char* path;
         json value;
-        std::string complaint;
+        std::string expected;
+        const char* got;
     } cases[] = {
-        {"/about", 1, "not an object"},
-        {"/about", json::array(), "not an object"},
-        {"/faults", "none", "not an object"},
-        {"/faults/GetBuzzer", true, "not an object"},
-        {"/faults/Buzzer_setVolume/code", -1, "not a whole number from 0 to 4294967295"},
-        {"/faults/Buzzer_setVolume/code", 4294967296, "not a whole number from 0 to 4294967295"},
-        {"/errorTexts", json::array(), "not an object"},
-        {"/errorTexts/77", 77, "not a text"},
-        {"/about/unitSerial", 7, "not a text"},
-        {"/about/unitSerial", nullptr, "not a text"},
-        {"/eeprom/main/hex", 10, "not a text"},
-        {"/addOnBoard/fitted", 1, "neither true nor false"},
-        {"/addOnBoard/fitted", "true", "neither true nor false"},
-        {"/boot/running", nullptr, "neither true nor false"},
-        {"/adc/24V", "24", "not a number"},
-        {"/adc/24V", true, "not a number"},
-        {"/frontLed/frequency", nullptr, "not a number"},
-        {"/buzzer/volume", "5", "not a whole number from 0 to 65535"},
-        {"/buzzer/volume", 5.5, "not a whole number from 0 to 65535"},
-        {"/buzzer/volume", 5.0, "not a whole number from 0 to 65535"},
-        {"/buzzer/volume", true, "not a whole number from 0 to 65535"},
-        {"/buzzer/volume", nullptr, "not a whole number from 0 to 65535"},
-        {"/buzzer/volume", json::array({5}), "not a whole number from 0 to 65535"},
-        {"/buzzer/enabled", "true", "neither true, false nor a whole number from 0 to 255"},
-        {"/buzzer/enabled", nullptr, "neither true, false nor a whole number from 0 to 255"},
-        {"/frontLed/color", "purple", noColor},
-        {"/frontLed/color", "Red", noColor},
-        {"/frontLed/color", "", noColor},
-        {"/frontLed/color", false, noColor},
-        {"/frontLed/color", 2147483648, noColor},
-        {"/config/longPressAction", "off", "neither none, suspend, shutdown" + norNumber},
-        {"/touch/profile", "pen", "neither mouse next boot, touch next boot, mouse, touch" + norNumber},
-        {"/boot/nextMode", "fast", "neither normal, rescue, rescue with factory reset" + norNumber},
-        {"/boot/systemMode", "fast", "neither normal, rescue" + norNumber},
-        {"/can/baudrates", 250, "not a list"},
-        {"/can/baudrates", nullptr, "not a list"},
-        {"/backlight/filter", json::array({1, 1, 20}), "not a list of 4"},
-        {"/backlight/filter", json::array({1, 1, 20, 1, 1}), "not a list of 4"},
-        {"/firmware/statuses", json::object(), "not a list"},
+        {"/about", 1, "an object", "1"},
+        {"/about", json::array(), "an object", "an array of length 0"},
+        {"/faults", "none", "an object", R"("none")"},
+        {"/faults/GetBuzzer", true, "an object", "true"},
+        {"/faults/Buzzer_setVolume/code", -1, uint32, "-1"},
+        {"/faults/Buzzer_setVolume/code", 4294967296, uint32, "4294967296"},
+        {"/errorTexts", json::array(), "an object", "an array of length 0"},
+        {"/errorTexts/77", 77, "a string", "77"},
+        {"/about/unitSerial", 7, "a string", "7"},
+        {"/about/unitSerial", nullptr, "a string", "null"},
+        {"/eeprom/main/hex", 10, "a string", "10"},
+        {"/addOnBoard/fitted", 1, "true or false", "1"},
+        {"/addOnBoard/fitted", "true", "true or false", R"("true")"},
+        {"/boot/running", nullptr, "true or false", "null"},
+        {"/adc/24V", "24", "a number", R"("24")"},
+        {"/adc/24V", true, "a number", "true"},
+        {"/frontLed/frequency", nullptr, "a number", "null"},
+        {"/buzzer/volume", "5", uint16, R"("5")"},
+        {"/buzzer/volume", 5.5, uint16, "5.5"},
+        {"/buzzer/volume", 5.0, uint16, "5.0"},
+        {"/buzzer/volume", true, uint16, "true"},
+        {"/buzzer/volume", nullptr, uint16, "null"},
+        {"/buzzer/volume", json::array({5}), uint16, "an array of length 1"},
+        {"/buzzer/volume", json::object(), uint16, "an object"},
+        {"/buzzer/volume", 70000, uint16, "70000"},
+        {"/buzzer/enabled", "true", "true, false or " + byte, R"("true")"},
+        {"/buzzer/enabled", nullptr, "true, false or " + byte, "null"},
+        {"/frontLed/color", "purple", color, R"("purple")"},
+        {"/frontLed/color", "Red", color, R"("Red")"},
+        {"/frontLed/color", "", color, R"("")"},
+        {"/frontLed/color", false, color, "false"},
+        {"/frontLed/color", 2147483648, color, "2147483648"},
+        {"/config/longPressAction", "off", "none, suspend, shutdown" + orInteger, R"("off")"},
+        {"/touch/profile", "pen", "mouse next boot, touch next boot, mouse, touch" + orInteger, R"("pen")"},
+        {"/boot/nextMode", "fast", "normal, rescue, rescue with factory reset" + orInteger, R"("fast")"},
+        {"/boot/systemMode", "fast", "normal, rescue" + orInteger, R"("fast")"},
+        {"/can/baudrates", 250, "an array", "250"},
+        {"/can/baudrates", nullptr, "an array", "null"},
+        {"/backlight/filter", json::array({1, 1, 20}), "an array of length 4", "an array of length 3"},
+        {"/backlight/filter", json::array({1, 1, 20, 1, 1}), "an array of length 4", "an array of length 5"},
+        {"/firmware/statuses", json::object(), "an array", "an object"},
     };
-    for (const auto& [place, value, complaint] : cases)
-        EXPECT_EQ(complaintAbout(fileWith(place, value)), std::string(place) + ": " + complaint + "\n");
+    for (const auto& [path, value, expected, got] : cases)
+        EXPECT_EQ(diagnosticFor(fileWith(path, value)),
+                  std::string(path) + ": expected " + expected + ", got " + got + "\n");
 }
 
-TEST(UnitFile, NamesThePlaceInAList)
+TEST(UnitFile, ShortensLongValuesAndKeysInDiagnostics)
 {
-    EXPECT_EQ(complaintAbout(R"({"can": {"baudrates": [250, 250, "fast"]}})"),
-              "/can/baudrates/2: not a whole number from 0 to 65535\n");
-    EXPECT_EQ(complaintAbout(R"({"backlight": {"filter": [1, 1, 20, null]}})"),
-              "/backlight/filter/3: not a whole number from -2147483648 to 2147483647\n");
-    EXPECT_EQ(complaintAbout(R"({"firmware": {"statuses": [{"state": 1}, 2]}})"),
-              "/firmware/statuses/1: not an object\n");
+    const std::string longText(1000, 'x');
+    EXPECT_EQ(diagnosticFor(fileWith("/buzzer/volume", longText)),
+              "/buzzer/volume: expected an integer from 0 to 65535, got \"" + std::string(60, 'x') +
+                  "...\"\n");
+    EXPECT_EQ(diagnosticFor(fileWith("/" + longText, 1)), "/" + std::string(60, 'x') + "...: unknown key\n");
+    // Not in the middle of a character.
+    EXPECT_EQ(diagnosticFor(fileWith("/boot/running", std::string(59, 'x') + "\u00fc" + longText)),
+              "/boot/running: expected true or false, got \"" + std::string(59, 'x') + "...\"\n");
+    EXPECT_EQ(diagnosticFor(fileWith("/boot/running", "a\n\"b\"")),
+              "/boot/running: expected true or false, got \"a\\n\\\"b\\\"\"\n");
 }
 
-TEST(UnitFile, TakesEveryNumberThatFitsAndNoOther)
+TEST(UnitFile, ReportsThePathOfAnArrayElement)
+{
+    EXPECT_EQ(diagnosticFor(R"({"can": {"baudrates": [250, 250, "fast"]}})"),
+              "/can/baudrates/2: expected an integer from 0 to 65535, got \"fast\"\n");
+    EXPECT_EQ(diagnosticFor(R"({"backlight": {"filter": [1, 1, 20, null]}})"),
+              "/backlight/filter/3: expected an integer from -2147483648 to 2147483647, got null\n");
+    EXPECT_EQ(diagnosticFor(R"({"firmware": {"statuses": [{"state": 1}, 2]}})"),
+              "/firmware/statuses/1: expected an object, got 2\n");
+}
+
+TEST(UnitFile, AcceptsExactlyTheNumbersThatFit)
 {
     const struct
     {
-        const char* place;
+        const char* path;
         std::int64_t lowest;
         std::int64_t highest;
     } cases[] = {
@@ -261,38 +282,39 @@ TEST(UnitFile, TakesEveryNumberThatFitsAndNoOther)
         {"/firmware/statuses/0/error", 0, 4294967295},
         {"/faults/Buzzer_setVolume/times", 0, 4294967295},
     };
-    const auto fileHolding = [](std::string place, std::int64_t value)
+    const auto fileHolding = [](std::string path, std::int64_t value)
     {
         json file = {{"backlight", {{"filter", {1, 1, 20, 1}}}},
                      {"firmware", {{"statuses", {json::object()}}}},
                      {"faults", {{"Buzzer_setVolume", {{"code", 77}}}}}};
-        file[json::json_pointer(place)] = value;
+        file[json::json_pointer(path)] = value;
         return file.dump();
     };
-    for (const auto& [place, lowest, highest] : cases)
+    for (const auto& [path, lowest, highest] : cases)
     {
-        SCOPED_TRACE(place);
-        EXPECT_TRUE(isAccepted(fileHolding(place, lowest)));
-        EXPECT_TRUE(isAccepted(fileHolding(place, highest)));
-        const auto isComplaint =
-            testing::AllOf(testing::StartsWith(std::string(place) + ": "),
-                           testing::EndsWith(" a whole number from " + std::to_string(lowest) + " to " +
-                                             std::to_string(highest) + "\n"));
-        EXPECT_THAT(complaintAbout(fileHolding(place, lowest - 1)), isComplaint);
-        EXPECT_THAT(complaintAbout(fileHolding(place, highest + 1)), isComplaint);
+        SCOPED_TRACE(path);
+        EXPECT_TRUE(isAccepted(fileHolding(path, lowest)));
+        EXPECT_TRUE(isAccepted(fileHolding(path, highest)));
+        const std::string range =
+            " an integer from " + std::to_string(lowest) + " to " + std::to_string(highest);
+        for (const std::int64_t value : {lowest - 1, highest + 1})
+            EXPECT_THAT(diagnosticFor(fileHolding(path, value)),
+                        testing::AllOf(testing::StartsWith(std::string(path) + ": expected "),
+                                       testing::EndsWith(range + ", got " + std::to_string(value) + "\n")));
     }
 }
 
-TEST(UnitFile, TakesTheLargestCountsAndRefusesLargerNumbers)
+TEST(UnitFile, AcceptsTheLargest64BitCount)
 {
     EXPECT_TRUE(isAccepted(R"({"firmware": {"ss": {"bytes": 18446744073709551615}}})"));
-    EXPECT_EQ(complaintAbout(R"({"firmware": {"ss": {"bytes": 18446744073709551616}}})"),
-              "/firmware/ss/bytes: not a whole number from 0 to 18446744073709551615\n");
-    EXPECT_EQ(complaintAbout(R"({"firmware": {"ss": {"bytes": -1}}})"),
-              "/firmware/ss/bytes: not a whole number from 0 to 18446744073709551615\n");
+    EXPECT_EQ(diagnosticFor(R"({"firmware": {"ss": {"bytes": 18446744073709551616}}})"),
+              "/firmware/ss/bytes: expected an integer from 0 to 18446744073709551615, got "
+              "1.8446744073709552e+19\n");
+    EXPECT_EQ(diagnosticFor(R"({"firmware": {"ss": {"bytes": -1}}})"),
+              "/firmware/ss/bytes: expected an integer from 0 to 18446744073709551615, got -1\n");
 }
 
-TEST(UnitFile, TakesVersionsOfFourNumbersAndNothingElse)
+TEST(UnitFile, AcceptsOnlyVersionsOfFourNumbers)
 {
     const CalledUnit unit(R"({"versions": {"ss": "0.12.0.255"}})");
     std::uint8_t read[4] = {};
@@ -300,24 +322,27 @@ TEST(UnitFile, TakesVersionsOfFourNumbersAndNothingElse)
     EXPECT_THAT(read, testing::ElementsAre(0, 12, 0, 255));
     for (const char* version : {"", "1", "1.2.3", "1.2.3.", "1.2.3.4.5", "1.2.3.4 ", " 1.2.3.4", "1..3.4",
                                 "1.2.3.256", "1.2.3.-4", "1,2,3,4", "a.b.c.d"})
-        EXPECT_EQ(complaintAbout(fileWith("/versions/ss", version)),
-                  "/versions/ss: not a version like 1.12.0.3\n");
-    EXPECT_EQ(complaintAbout(fileWith("/versions/ss", 2.7)), "/versions/ss: not a text\n");
-    EXPECT_EQ(complaintAbout(fileWith("/versions/ss", nullptr)), "/versions/ss: not a text\n");
+        EXPECT_EQ(diagnosticFor(fileWith("/versions/ss", version)),
+                  "/versions/ss: expected a version such as 1.12.0.3, got \"" + std::string(version) +
+                      "\"\n");
+    EXPECT_EQ(diagnosticFor(fileWith("/versions/ss", 2.7)), "/versions/ss: expected a string, got 2.7\n");
+    EXPECT_EQ(diagnosticFor(fileWith("/versions/ss", nullptr)),
+              "/versions/ss: expected a string, got null\n");
     EXPECT_TRUE(isAccepted(fileWith("/firmware/ss/nextVersion", nullptr)));
     EXPECT_TRUE(isAccepted(fileWith("/firmware/ss/nextVersion", "1.2.3.4")));
 }
 
-TEST(UnitFile, TakesPairsOfHexadecimalDigitsAndNothingElse)
+TEST(UnitFile, AcceptsOnlyPairsOfHexadecimalDigits)
 {
     for (const char* hex : {"", "00", "0aF9"})
         EXPECT_TRUE(isAccepted(fileWith("/eeprom/main/hex", hex))) << hex;
     for (const char* hex : {"0", "0aF", "0g", "00 11", "0x00"})
-        EXPECT_EQ(complaintAbout(fileWith("/eeprom/main/hex", hex)),
-                  "/eeprom/main/hex: not pairs of hexadecimal digits\n");
+        EXPECT_EQ(diagnosticFor(fileWith("/eeprom/main/hex", hex)),
+                  "/eeprom/main/hex: expected pairs of hexadecimal digits, got \"" + std::string(hex) +
+                      "\"\n");
 }
 
-TEST(UnitFile, TakesNullWhereAUnitMayLackSomethingAndNowhereElse)
+TEST(UnitFile, AcceptsNullOnlyForWhatAUnitMayLack)
 {
     const std::vector<std::string> fitted = {
         "/about/digitalIoConnections", "/about/configurableInputs",
@@ -329,19 +354,19 @@ TEST(UnitFile, TakesNullWhereAUnitMayLackSomethingAndNowhereElse)
         "/firmware/ss/nextVersion",    "/firmware/fpga/nextVersion",
         "/firmware/front/nextVersion",
     };
-    const json made = madeUnit();
-    for (const std::string& place : placesOf(made))
+    const json created = createdUnit();
+    for (const std::string& path : pathsOf(created))
     {
-        json file = made;
-        file[json::json_pointer(place)] = nullptr;
-        if (place.starts_with("/adc/") || std::ranges::find(fitted, place) != fitted.end())
-            EXPECT_TRUE(isAccepted(file.dump())) << place;
+        json file = created;
+        file[json::json_pointer(path)] = nullptr;
+        if (path.starts_with("/adc/") || std::ranges::find(fitted, path) != fitted.end())
+            EXPECT_TRUE(isAccepted(file.dump())) << path;
         else
-            EXPECT_THAT(complaintAbout(file.dump()), testing::StartsWith(place + ": "));
+            EXPECT_THAT(diagnosticFor(file.dump()), testing::StartsWith(path + ": "));
     }
 }
 
-TEST(UnitFile, TakesFlagsAsWordsAndAsNumbers)
+TEST(UnitFile, AcceptsFlagsAsBooleansAndNumbers)
 {
     const struct
     {
@@ -357,7 +382,7 @@ TEST(UnitFile, TakesFlagsAsWordsAndAsNumbers)
     }
 }
 
-TEST(UnitFile, TakesNamedValuesAsNamesAndAsNumbers)
+TEST(UnitFile, AcceptsNamedValuesAsNamesAndNumbers)
 {
     const json colors[] = {"red", "green", "blue", "cyan", "magenta", "yellow"};
     for (std::int32_t color = 0; color < 6; ++color)
@@ -374,7 +399,7 @@ TEST(UnitFile, TakesNamedValuesAsNamesAndAsNumbers)
     EXPECT_EQ(read, -7);
 }
 
-TEST(UnitFile, WritesNamesAndFlagsAsWords)
+TEST(UnitFile, WritesNamesAndBooleans)
 {
     CalledUnit unit;
     EXPECT_EQ(FrontLED_setStandardColor(GetFrontLED(), 4), 0u);
@@ -391,7 +416,7 @@ TEST(UnitFile, WritesNamesAndFlagsAsWords)
                                     {"power", {{"can", false}}}}));
 }
 
-TEST(UnitFile, WritesNumbersAsShortAsTheyCanBeReadBack)
+TEST(UnitFile, WritesTheShortestNumbersThatRoundTrip)
 {
     CalledUnit unit;
     EXPECT_EQ(FrontLED_setSignal(GetFrontLED(), 0.7, 30), 0u);
@@ -400,30 +425,30 @@ TEST(UnitFile, WritesNumbersAsShortAsTheyCanBeReadBack)
     EXPECT_EQ(unit["/config/heatingLimit"], -25);
 }
 
-TEST(UnitFile, TakesALeadingByteOrderMark)
+TEST(UnitFile, AcceptsAByteOrderMark)
 {
     EXPECT_TRUE(isAccepted("\xEF\xBB\xBF{}"));
 }
 
-TEST(UnitFile, TellsEverythingOfANewUnitInOrder)
+TEST(UnitFile, ContainsEveryKeyInOrderWhenCreated)
 {
-    const ordered_json made = madeUnit();
+    const ordered_json created = createdUnit();
     std::vector<std::string> keys;
-    for (const auto& [key, value] : made.items())
+    for (const auto& [key, value] : created.items())
         keys.push_back(key);
     EXPECT_EQ(keys, (std::vector<std::string>{"about",      "addOnBoard", "eeprom",        "versions",
                                               "diagnostic", "adc",        "digitalInputs", "lightsensor",
                                               "buzzer",     "backlight",  "frontLed",      "can",
                                               "config",     "power",      "touch",         "telematics",
                                               "firmware",   "boot",       "faults",        "errorTexts"}));
-    EXPECT_EQ(made["frontLed"].dump(), R"({"frequency":1.0,"dutyCycle":50,"color":"green","pulses":1,)"
-                                       R"("idleTime":0,"startup":true})");
-    EXPECT_EQ(made["versions"]["api"], "2.11.0.0");
-    EXPECT_EQ(made["adc"].size(), 24u);
-    EXPECT_EQ(made["adc"]["1V1"], 1.102);
-    EXPECT_EQ(made["can"].dump(), R"({"baudrates":[250,250,500,500]})");
-    EXPECT_EQ(made["firmware"]["ss"]["nextVersion"], nullptr);
-    EXPECT_EQ(made["faults"], ordered_json::object());
+    EXPECT_EQ(created["frontLed"].dump(), R"({"frequency":1.0,"dutyCycle":50,"color":"green","pulses":1,)"
+                                          R"("idleTime":0,"startup":true})");
+    EXPECT_EQ(created["versions"]["api"], "2.11.0.0");
+    EXPECT_EQ(created["adc"].size(), 24u);
+    EXPECT_EQ(created["adc"]["1V1"], 1.102);
+    EXPECT_EQ(created["can"].dump(), R"({"baudrates":[250,250,500,500]})");
+    EXPECT_EQ(created["firmware"]["ss"]["nextVersion"], nullptr);
+    EXPECT_EQ(created["faults"], ordered_json::object());
 }
 
 } // namespace

@@ -198,10 +198,10 @@ struct Broken
     const char* error;
 };
 
-const char* const notHex = "The firmware file holds a line that is not an Intel HEX record";
-const char* const badLength = "The firmware file holds a record whose length is wrong";
-const char* const badChecksum = "The firmware file holds a record whose checksum is wrong";
-const char* const badRecord = "The firmware file holds a record of an unknown type";
+const char* const notHex = "The firmware file contains a line that is not an Intel HEX record";
+const char* const badLength = "The firmware file contains a record with a wrong length";
+const char* const badChecksum = "The firmware file contains a record with a wrong checksum";
+const char* const badRecord = "The firmware file contains a record of an unknown type";
 
 TEST(FirmwareJob, FindsARecordThatIsWrongAndTellsItsLine)
 {
@@ -249,15 +249,15 @@ TEST(FirmwareJob, FindsWhatIsWrongWithTheWholeFile)
 {
     const std::string data = hexData(randomBytes(32));
     const char* const noEnd = "The firmware file has no end record";
-    const char* const twice = "The firmware file fills an address twice";
-    const char* const empty = "The firmware file holds no data";
+    const char* const twice = "The firmware file defines an address twice";
+    const char* const empty = "The firmware file contains no data";
     const Broken cases[] = {
         {"", "Reading File", noEnd},
         {"\n", "Reading File", noEnd},
         {data, "Reading File", noEnd},
-        {data + hexEnd + hexEnd, "Reading File", "The firmware file goes on behind its end record (line 5)"},
+        {data + hexEnd + hexEnd, "Reading File", "The firmware file continues after its end record (line 5)"},
         {data + hexEnd + "\nword", "Reading File",
-         "The firmware file goes on behind its end record (line 6)"},
+         "The firmware file continues after its end record (line 6)"},
         {data + data + hexEnd, "Converting file", twice},
         {data + hexData("x") + hexEnd, "Converting file", twice},
         {data + hexData("x", 31) + hexEnd, "Converting file", twice},
@@ -432,7 +432,7 @@ TEST(FirmwareJob, LeavesTheFirmwareIncompleteWhenItIsKilled)
     program.kill();
 
     EXPECT_EQ(unit["/firmware/ss/incomplete"], true);
-    const char* const incomplete = "getSSVersion: The firmware is incomplete, its upgrade was interrupted\n";
+    const char* const incomplete = "getSSVersion: The firmware is incomplete: its upgrade was interrupted\n";
     EXPECT_EQ(unit.run("--version=SS").output, incomplete);
     EXPECT_EQ(unit.run("--version=FPGA").output, "FPGAVersion: 1.4.0.2\n");
     unit.shutDown();

@@ -129,9 +129,10 @@ TEST(Store, FailsWithoutAnyPlace)
          {std::map<std::string, std::string>{}, {{"HOME", ""}}})
     {
         const Outcome outcome = runIn(environment, "--buzzer --volume");
-        EXPECT_EQ(outcome.output, "getVolume: There is no place for the unit file\n");
-        EXPECT_EQ(outcome.errors, "libqv-aux2: neither QVAUX_UNIT, XDG_STATE_HOME nor HOME names a place for "
-                                  "the unit file\n");
+        EXPECT_EQ(outcome.output, "getVolume: The unit file cannot be located\n");
+        EXPECT_EQ(outcome.errors,
+                  "libqv-aux2: cannot locate the unit file: set QVAUX_UNIT, XDG_STATE_HOME or "
+                  "HOME\n");
     }
 }
 
@@ -139,8 +140,8 @@ TEST(Store, FailsWhereTheFolderIsNotThere)
 {
     const TemporaryFolder folder;
     const Outcome outcome = runOn(folder / "none/unit.json", "--buzzer --volume=40");
-    EXPECT_EQ(outcome.output, "setVolume: There is no place for the unit file\n");
-    EXPECT_EQ(outcome.errors, complaint(folder / "none/unit.json", "its folder is not there"));
+    EXPECT_EQ(outcome.output, "setVolume: The unit file cannot be located\n");
+    EXPECT_EQ(outcome.errors, complaint(folder / "none/unit.json", "its directory does not exist"));
 }
 
 TEST(Store, FailsWhereAFolderCanNotBeMade)
@@ -314,11 +315,12 @@ TEST(Store, RefusesAFileThatIsNotValidAndLeavesItAlone)
         {std::string(64, '\0'), "line 1, column 1: "},
         {"{\"about\": {\"unitSerial\": \"\xff\"}}", "line 1, column 27: "},
         {"{\"adc\": {\"24V\": 1e999}}", "number overflow parsing '1e999'"},
-        {"[]", "/: not an object"},
-        {"null", "/: not an object"},
-        {"{\"buzzer\": 40}", "/buzzer: not an object"},
-        {"{\"buzzer\": {\"volume\": \"40\"}}", "/buzzer/volume: not a whole number from 0 to 65535"},
-        {"{\"buz\\nzer\": 40}", "/buz\\nzer: no unit has this key"},
+        {"[]", "/: expected an object, got an array of length 0"},
+        {"null", "/: expected an object, got null"},
+        {"{\"buzzer\": 40}", "/buzzer: expected an object, got 40"},
+        {"{\"buzzer\": {\"volume\": \"40\"}}",
+         "/buzzer/volume: expected an integer from 0 to 65535, got \"40\""},
+        {"{\"buz\\nzer\": 40}", "/buz\\nzer: unknown key"},
         {std::string(100000, '['), "line 1, column 100001: "},
     };
     for (const auto& [content, place] : cases)

@@ -1,0 +1,17 @@
+// The operations of the device API, by name.
+
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace simulator
+{
+
+// Returns whether this library exports an operation with the name.
+bool isOperation(const std::string& name);
+
+// Returns the module of an operation: "Buzzer" for "GetBuzzer" and for "Buzzer_getVolume".
+std::string_view moduleOf(std::string_view operation);
+
+} // namespace simulator

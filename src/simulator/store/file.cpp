@@ -1,0 +1,66 @@
+#include "simulator/store/file.h"
+
+#include <cerrno>
+#include <unistd.h>
+#include <utility>
+
+namespace simulator
+{
+
+File::File(int opened) : descriptor(opened)
+{
+}
+
+File::File(File&& other) noexcept : descriptor(std::exchange(other.descriptor, -1))
+{
+}
+
+File& File::operator=(File&& other) noexcept
+{
+    std::swap(descriptor, other.descriptor);
+    return *this;
+}
+
+File::~File()
+{
+    if (isOpen())
+        ::close(descriptor);
+}
+
+File openFile(int directory, const std::string& path, int flags, mode_t mode)
+{
+    File file(::openat(directory, path.c_str(), flags | O_CLOEXEC, mode));
+    if (!file.isOpen() || file.get() > STDERR_FILENO)
+        return file;
+    return File(::fcntl(file.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+}
+
+bool readAll(const File& file, std::string& text)
+{
+    char block[65536];
+    for (;;)
+    {
+        const ssize_t count = ::read(file.get(), block, sizeof block);
+        if (count == 0)
+            return true;
+        if (count > 0)
+            text.append(block, static_cast<std::size_t>(count));
+        else if (errno != EINTR)
+            return false;
+    }
+}
+
+bool writeAll(const File& file, const std::string& text)
+{
+    for (std::size_t done = 0; done < text.size();)
+    {
+        const ssize_t count = ::write(file.get(), text.data() + done, text.size() - done);
+        if (count >= 0)
+            done += static_cast<std::size_t>(count);
+        else if (errno != EINTR)
+            return false;
+    }
+    return true;
+}
+
+} // namespace simulator

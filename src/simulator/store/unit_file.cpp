@@ -1,0 +1,185 @@
+#include "simulator/store/unit_file.h"
+
+#include "document/unit_json.h"
+#include "simulator/store/atomic_file.h"
+#include "simulator/store/lock.h"
+#include "simulator/unit/validation.h"
+
+#include <ctime>
+#include <optional>
+#include <sys/stat.h>
+#include <utility>
+
+namespace simulator
+{
+
+using document::Json;
+using document::Unit;
+
+namespace
+{
+
+// The file as it was read last. It stays open so that its inode number cannot be reused, which would make
+// another file look like it.
+struct CachedFile
+{
+    File file;
+    struct stat status = {};
+    bool settled; // a later change is certain to change its time stamps
+    Json json;
+    Unit unit;
+};
+
+std::optional<CachedFile> cachedFile;
+
+// Returns the clock that stamps files. It advances in ticks: two changes within one tick have the same time
+// stamp.
+timespec fileClock()
+{
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
+    return now;
+}
+
+bool isBefore(const timespec& one, const timespec& other)
+{
+    return one.tv_sec != other.tv_sec ? one.tv_sec < other.tv_sec : one.tv_nsec < other.tv_nsec;
+}
+
+bool isSameTime(const timespec& one, const timespec& other)
+{
+    return one.tv_sec == other.tv_sec && one.tv_nsec == other.tv_nsec;
+}
+
+bool isCached(const struct stat& status)
+{
+    return cachedFile && cachedFile->settled && status.st_dev == cachedFile->status.st_dev &&
+           status.st_ino == cachedFile->status.st_ino && status.st_size == cachedFile->status.st_size &&
+           isSameTime(status.st_ctim, cachedFile->status.st_ctim);
+}
+
+// Returns the parser's text without the prefix of its library: "line 3, column 7: ...".
+std::string problemOf(const Json::exception& error)
+{
+    const std::string text = error.what();
+    const std::string_view mark = "parse error at ";
+    const auto found = text.find(mark);
+    return text.substr(found == std::string::npos ? text.find("] ") + 2 : found + mark.size());
+}
+
+Json parse(const std::string& text, const std::string& path)
+{
+    try
+    {
+        return Json::parse(text);
+    }
+    catch (const Json::exception& error)
+    {
+        fail(unitFileInvalid, path, problemOf(error));
+    }
+}
+
+Unit toUnit(const Json& json, const std::string& path)
+{
+    try
+    {
+        Unit unit = document::unitFromJson(json);
+        validate(unit);
+        return unit;
+    }
+    catch (const document::InvalidDocument& error)
+    {
+        fail(unitFileInvalid, path, error.what());
+    }
+}
+
+// Updates the cached file. Returns false if there is no file.
+bool load(const UnitLocation& location)
+{
+    struct stat status = {};
+    if (::fstatat(location.directory.get(), location.name.c_str(), &status, 0) == 0 && isCached(status))
+        return true;
+
+    // Without O_NONBLOCK, opening a named pipe would wait for a writer.
+    File file = openFile(location.directory.get(), location.name, O_RDONLY | O_NONBLOCK);
+    if (!file.isOpen() && errno == ENOENT)
+        return false;
+    if (!file.isOpen() || ::fstat(file.get(), &status) != 0)
+        failWithErrno(unitFileUnreadable, location.path);
+    if (!S_ISREG(status.st_mode))
+        fail(unitFileUnreadable, location.path, "not a regular file");
+
+    const timespec now = fileClock();
+    std::string text;
+    if (!readAll(file, text))
+        failWithErrno(unitFileUnreadable, location.path);
+    Json json = parse(text, location.path);
+    Unit unit = toUnit(json, location.path);
+    const bool settled = isBefore(status.st_ctim, now);
+    cachedFile.emplace(CachedFile{std::move(file), status, settled, std::move(json), std::move(unit)});
+    return true;
+}
+
+void save(const UnitLocation& location, const Json& json)
+{
+    replaceFile(location, json.dump(2) + "\n");
+}
+
+File lock(const UnitLocation& location)
+{
+    return waitForLock(location, ".lock");
+}
+
+void create(const UnitLocation& location)
+{
+    const File locked = lock(location);
+    if (!load(location))
+        save(location, document::unitToJson(Unit()));
+}
+
+void loadOrCreate(const UnitLocation& location)
+{
+    if (load(location))
+        return;
+    create(location);
+    if (!load(location))
+        failWithErrno(unitFileUnreadable, location.path);
+}
+
+} // namespace
+
+UnitFile::UnitFile() : location(locateUnit())
+{
+}
+
+const Unit& UnitFile::current() const
+{
+    loadOrCreate(location);
+    return cachedFile->unit;
+}
+
+void UnitFile::change(const std::function<void(Unit&)>& action) const
+{
+    loadOrCreate(location);
+    const File locked = lock(location);
+    if (!load(location))
+        failWithErrno(unitFileUnreadable, location.path);
+
+    Unit unit = cachedFile->unit;
+    action(unit);
+
+    const Json before = document::unitToJson(cachedFile->unit);
+    const Json after = document::unitToJson(unit);
+    if (before == after)
+        return;
+    Json json = cachedFile->json;
+    document::updateJson(json, before, after);
+    save(location, json);
+}
+
+File UnitFile::tryLock(const char* suffix) const
+{
+    return simulator::tryLock(location, suffix);
+}
+
+} // namespace simulator
