@@ -1,4 +1,4 @@
-// A simulated unit that the calls of the test itself reach: Called<FirmwareUnit>, or a CalledUnit.
+// A simulated unit for tests that call the device library themselves: Called<FirmwareUnit>, or CalledUnit.
 
 #pragma once
 

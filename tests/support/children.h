@@ -1,4 +1,4 @@
-// Processes that a test has beside itself.
+// Child processes of a test.
 
 #pragma once
 
@@ -8,7 +8,7 @@
 #include <unistd.h>
 #include <vector>
 
-// Starts a process that does the work and ends well.
+// Starts a process that does the work and exits with status 0.
 inline int startChild(const std::function<void()>& work)
 {
     const pid_t child = fork();

@@ -1,5 +1,5 @@
-// A unit for firmware work: its jobs take no time, whoever is asked says yes, and there is a sound file for
-// each target.
+// A unit for firmware jobs: states take no time, questions are answered with yes, and there is a valid file
+// for each target.
 
 #pragma once
 
@@ -20,7 +20,7 @@ struct FirmwareUnit : Unit
     const std::string mcs = folder / "firmware.mcs";
 };
 
-// What a job that goes well prints of itself.
+// The progress that a successful job prints.
 inline const std::string upgradeProgress = lines({"Initiating", "Preparing communication", "Reading File",
                                                   "Converting file", "Flashing", "Verifying", "Done"});
 inline const std::string verificationProgress =

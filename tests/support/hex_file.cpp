@@ -6,7 +6,7 @@
 namespace
 {
 
-constexpr std::size_t segment = 0x10000; // bytes that one extended linear record reaches
+constexpr std::size_t segment = 0x10000; // bytes that an extended linear address record covers
 
 void appendByte(std::string& text, unsigned byte)
 {
@@ -51,11 +51,11 @@ std::string hexData(const std::string& content, std::uint32_t address, std::size
     std::string text;
     for (std::size_t done = 0; done < content.size();)
     {
-        const std::size_t place = address + done;
-        if (done == 0 || place % segment == 0)
-            text += hexRecord(4, 0, bytePair(static_cast<unsigned>(place / segment)));
-        const std::size_t count = std::min(recordSize, segment - place % segment);
-        text += hexRecord(0, static_cast<unsigned>(place % segment), content.substr(done, count));
+        const std::size_t current = address + done;
+        if (done == 0 || current % segment == 0)
+            text += hexRecord(4, 0, bytePair(static_cast<unsigned>(current / segment)));
+        const std::size_t count = std::min(recordSize, segment - current % segment);
+        text += hexRecord(0, static_cast<unsigned>(current % segment), content.substr(done, count));
         done += count;
     }
     return text;

@@ -1,20 +1,20 @@
-// A clock on the wall that may jump, for the program and for the tests that call the unit. The times of files
-// do not come from it and stay right.
+// A wall clock that can jump, for the program and for tests that call the device library. The time stamps of
+// files are not affected.
 
 #include <cstdlib>
 #include <sys/syscall.h>
 #include <time.h>
 #include <unistd.h>
 
-// The kernel's call with seconds of 64 bits. Where it stands beside an older one, the headers name the
-// function below after it.
+// The system call with 64-bit seconds. On systems with an older one too, the headers rename the function
+// below to match.
 #ifdef SYS_clock_gettime64
 constexpr long clockCall = SYS_clock_gettime64;
 #else
 constexpr long clockCall = SYS_clock_gettime;
 #endif
 
-// With STAND_IN_CLOCK it is tomorrow, yesterday, tomorrow and so on, one look after the other.
+// If STAND_IN_CLOCK is set, the clock alternates between tomorrow and yesterday.
 extern "C" __attribute__((visibility("default"))) int clock_gettime(clockid_t clock, timespec* now) noexcept
 {
     constexpr long day = 24L * 60 * 60;

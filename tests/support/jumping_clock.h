@@ -1,4 +1,4 @@
-// Makes the clock on the wall jump by days, at every look at it, for the calls of the test itself.
+// Makes the wall clock of this process jump by days each time it is read.
 
 #pragma once
 

@@ -9,8 +9,8 @@
 namespace
 {
 
-// The kernel stops the child when it becomes the command, so that it can be watched from there on.
-int startWatched(const Command& command)
+// The kernel stops the child when it executes the command.
+int startTraced(const Command& command)
 {
     const pid_t child = fork();
     if (child == 0)
@@ -20,7 +20,7 @@ int startWatched(const Command& command)
         executeCommand(command);
     }
     if (child < 0)
-        throw std::runtime_error("no process for " + command.words.front());
+        throw std::runtime_error("cannot fork for " + command.words.front());
     return child;
 }
 
@@ -28,9 +28,9 @@ int startWatched(const Command& command)
 
 bool killAtSystemCall(const Command& command, unsigned stop)
 {
-    Command watched = command;
-    watched.environment["ASAN_OPTIONS"] = "detect_leaks=0"; // The search for leaks cannot be watched.
-    const pid_t child = startWatched(watched);
+    Command traced = command;
+    traced.environment["ASAN_OPTIONS"] = "detect_leaks=0"; // The leak detector does not work under ptrace.
+    const pid_t child = startTraced(traced);
     int status = 0;
     waitpid(child, &status, 0);
     ptrace(PTRACE_SETOPTIONS, child, nullptr, PTRACE_O_EXITKILL);

@@ -1,9 +1,9 @@
-// Kills a command at a system call of its choice.
+// Kills a command at a chosen system call.
 
 #pragma once
 
 #include "support/process.h"
 
-// Runs the command up to its `stop`-th stop and kills it there; every system call is two stops, one before it
-// and one behind it. False when the command came to its end before.
+// Runs the command and kills it at its `stop`-th stop. A system call has two stops, one at its entry and one
+// at its exit. Returns false if the command ends earlier.
 bool killAtSystemCall(const Command& command, unsigned stop);

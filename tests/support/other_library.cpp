@@ -1,4 +1,4 @@
-// A device library that has a light sensor and nothing else.
+// A device library that provides only the light sensor.
 
 #include "device/qv_aux2.h"
 
@@ -12,12 +12,12 @@ LightsensorHandle GetLightsensor()
 ApiError Lightsensor_getIlluminance(LightsensorHandle, std::uint16_t* illuminance)
 {
     *illuminance = 4711;
-    return 0;
+    return QV_SUCCESS;
 }
 
 ApiError Lightsensor_release(LightsensorHandle)
 {
-    return 0;
+    return QV_SUCCESS;
 }
 
 const char* GetErrorStringA(ApiError)

@@ -10,15 +10,15 @@
 namespace
 {
 
-bool mountApart(const char* type, const std::string& options, const std::string& folder)
+bool mountInNamespace(const char* type, const std::string& options, const std::string& directory)
 {
-    const char* const place = folder.c_str();
+    const char* const target = directory.c_str();
     if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
         return false;
     if (type)
-        return mount("none", place, type, 0, options.c_str()) == 0;
-    return mount(place, place, nullptr, MS_BIND, nullptr) == 0 &&
-           mount(nullptr, place, nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) == 0;
+        return mount("none", target, type, 0, options.c_str()) == 0;
+    return mount(target, target, nullptr, MS_BIND, nullptr) == 0 &&
+           mount(nullptr, target, nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) == 0;
 }
 
 } // namespace
@@ -28,40 +28,40 @@ PrivateMount PrivateMount::disk(const std::string& options)
     return {"tmpfs", options, "/mnt"};
 }
 
-PrivateMount PrivateMount::readOnly(const std::string& folder)
+PrivateMount PrivateMount::readOnly(const std::string& directory)
 {
-    return {nullptr, "", folder};
+    return {nullptr, "", directory};
 }
 
-PrivateMount::PrivateMount(const char* type, const std::string& options, const std::string& folder)
-    : where(folder)
+PrivateMount::PrivateMount(const char* type, const std::string& options, const std::string& directory)
+    : where(directory)
 {
-    int told[2];
-    if (pipe(told) != 0)
+    int ready[2];
+    if (pipe(ready) != 0)
         return;
     keeper = fork();
     if (keeper == 0)
     {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
-        if (!mountApart(type, options, folder) || write(told[1], "", 1) != 1)
+        if (!mountInNamespace(type, options, directory) || write(ready[1], "", 1) != 1)
             _exit(1);
-        close(told[1]);
+        close(ready[1]);
         for (;;)
             pause();
     }
-    close(told[1]);
+    close(ready[1]);
     char none;
-    if (read(told[0], &none, 1) != 1 && keeper > 0)
+    if (read(ready[0], &none, 1) != 1 && keeper > 0)
     {
         waitpid(keeper, nullptr, 0);
         keeper = -1;
     }
-    close(told[0]);
+    close(ready[0]);
 }
 
 PrivateMount::~PrivateMount()
 {
-    if (!isThere())
+    if (!isMounted())
         return;
     kill(keeper, SIGKILL);
     waitpid(keeper, nullptr, 0);

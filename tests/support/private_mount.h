@@ -1,4 +1,4 @@
-// A file system that only the programs see that are told its path.
+// A file system in a mount namespace of its own. Programs reach it by its path.
 
 #pragma once
 
@@ -8,18 +8,18 @@
 class PrivateMount
 {
 public:
-    // A disk in memory with options like "size=64k,nr_inodes=8".
+    // A file system in memory, with options such as "size=64k,nr_inodes=8".
     static PrivateMount disk(const std::string& options);
 
-    // The folder, which cannot be written there.
-    static PrivateMount readOnly(const std::string& folder);
+    // A read-only view of the directory.
+    static PrivateMount readOnly(const std::string& directory);
 
     ~PrivateMount();
     PrivateMount(const PrivateMount&) = delete;
     PrivateMount& operator=(const PrivateMount&) = delete;
 
-    // False where nothing may be mounted: that takes root, and a container that leaves root the right to.
-    bool isThere() const
+    // Mounting needs root, and in a container a capability.
+    bool isMounted() const
     {
         return keeper > 0;
     }
@@ -32,8 +32,8 @@ public:
     std::string path() const;
 
 private:
-    PrivateMount(const char* type, const std::string& options, const std::string& folder);
+    PrivateMount(const char* type, const std::string& options, const std::string& directory);
 
-    pid_t keeper = -1; // a process that does nothing but live, for the mount lives as long
+    pid_t keeper = -1; // the process that the mount namespace belongs to
     std::string where;
 };

@@ -1,5 +1,5 @@
-// Loaded before the program: the user is whom the test wants, and waiting leaves a line in the call trace
-// instead of taking time.
+// Preloaded: getuid() returns the user that the test chooses, and sleep() writes a line to the call trace
+// instead of waiting.
 
 #include <cstdio>
 #include <cstdlib>

@@ -11,7 +11,7 @@ void shutDown()
     EXPECT_EQ(FirmwareUpgrade_shutDown(GetFirmwareUpgrade()), 0u);
 }
 
-// Any call that reaches the unit.
+// Any call that touches the unit.
 void callTheUnit()
 {
     std::uint16_t volume = 0;
@@ -24,7 +24,7 @@ void reboot()
     callTheUnit();
 }
 
-TEST(Boot, BeginsWithTheNextCallAfterAShutdown)
+TEST(Boot, HappensAtTheNextCallAfterAShutdown)
 {
     const CalledUnit unit(R"({"diagnostic": {"powerCycles": 7}})");
     shutDown();
@@ -36,7 +36,7 @@ TEST(Boot, BeginsWithTheNextCallAfterAShutdown)
     EXPECT_EQ(unit["/diagnostic/powerCycles"], 8);
 }
 
-TEST(Boot, BeginsWithACallThatFailsToo)
+TEST(Boot, HappensEvenIfTheCallFails)
 {
     CalledUnit unit(R"({"boot": {"running": false}, "buzzer": {"volume": 5}})");
     unit.fails("Buzzer_setVolume", 77);
@@ -45,7 +45,7 @@ TEST(Boot, BeginsWithACallThatFailsToo)
     EXPECT_EQ(unit["/buzzer/volume"], 5);
 }
 
-TEST(Boot, CanBeEndedAtOnce)
+TEST(Boot, HappensEvenIfTheNextCallIsAShutdown)
 {
     const CalledUnit unit(R"({"diagnostic": {"powerCycles": 7}})");
     shutDown();
@@ -54,14 +54,14 @@ TEST(Boot, CanBeEndedAtOnce)
     EXPECT_EQ(unit["/diagnostic/powerCycles"], 8);
 }
 
-TEST(Boot, CountsPowerCyclesBeyondTheHighest)
+TEST(Boot, WrapsThePowerCycleCounter)
 {
     const CalledUnit unit(R"({"diagnostic": {"powerCycles": 65535}})");
     reboot();
     EXPECT_EQ(unit["/diagnostic/powerCycles"], 0);
 }
 
-TEST(Boot, SwitchesThePowerToItsStartUpState)
+TEST(Boot, AppliesTheStartUpPower)
 {
     const CalledUnit unit(R"({"config": {"startupPower": {"video": 5, "can": false, "externalFan": true}},
                               "power": {"video": 15, "can": true, "externalFan": false}})");
@@ -70,7 +70,7 @@ TEST(Boot, SwitchesThePowerToItsStartUpState)
     EXPECT_EQ(unit["/config/startupPower"], unit["/power"]);
 }
 
-TEST(Boot, SwitchesEveryRadioToItsStartUpState)
+TEST(Boot, AppliesTheStartUpPowerOfEveryRadio)
 {
     for (const std::string radio : {"wlan", "gprs", "gps", "bluetooth"})
         for (const bool power : {false, true})
@@ -94,7 +94,7 @@ TEST(Boot, AppliesTheTouchProfileOfTheNextBoot)
     }
 }
 
-TEST(Boot, AppliesItsModeOnce)
+TEST(Boot, AppliesTheNextBootModeOnce)
 {
     const CalledUnit unit;
     std::int32_t mode = 4711;
@@ -112,7 +112,7 @@ TEST(Boot, AppliesItsModeOnce)
     EXPECT_EQ(mode, 0);
 }
 
-TEST(Boot, KeepsTheSettingsInRescueMode)
+TEST(Boot, KeepsSettingsInRescueMode)
 {
     const CalledUnit unit(R"({"boot": {"nextMode": "rescue"}, "buzzer": {"volume": 5},
                               "config": {"heatingLimit": 3}})");
@@ -122,7 +122,7 @@ TEST(Boot, KeepsTheSettingsInRescueMode)
     EXPECT_EQ(unit["/config/heatingLimit"], 3);
 }
 
-TEST(Boot, ResetsTheSettingsAndNothingElseOnRequest)
+TEST(Boot, ResetsOnlySettingsOnRequest)
 {
     const CalledUnit unit(R"({
         "boot": {"nextMode": "rescue with factory reset"},
@@ -152,7 +152,7 @@ TEST(Boot, ResetsTheSettingsAndNothingElseOnRequest)
     EXPECT_EQ(unit.content(), expected);
 }
 
-TEST(Boot, IsCompletedByItsAcknowledgement)
+TEST(Boot, IsCompletedByTheCommand)
 {
     const CalledUnit unit;
     reboot();
@@ -161,7 +161,7 @@ TEST(Boot, IsCompletedByItsAcknowledgement)
     EXPECT_EQ(unit["/boot/completed"], true);
 }
 
-TEST(Boot, BringsTheFirmwareThatWasFlashed)
+TEST(Boot, ActivatesFlashedFirmware)
 {
     const CalledUnit unit(
         R"({"firmware": {"ss": {"nextVersion": "9.8.7.6"}, "fpga": {"nextVersion": "1.1.1.1"},
@@ -172,7 +172,7 @@ TEST(Boot, BringsTheFirmwareThatWasFlashed)
         EXPECT_EQ(unit["/firmware"][target], (json{{"nextVersion", nullptr}}));
 }
 
-TEST(Boot, LeavesTheSettingsOfTheSystemSupervisorToItsOwnReset)
+TEST(Boot, IsNotNeededToResetTheSystemSupervisor)
 {
     const CalledUnit unit(R"({"config": {"heatingLimit": 5, "startupTrigger": 1}, "buzzer": {"volume": 5}})");
     EXPECT_EQ(QVAuxPrivate_writeSsRegister(GetQVAuxPrivate(), 3, 0x65, 1), 0u);

@@ -8,12 +8,12 @@ namespace
 
 using nlohmann::json;
 
-// What `calls` readings of the volume answer, one after the other.
-std::vector<ApiError> readVolume(int calls)
+// Returns the codes of consecutive calls.
+std::vector<ApiError> readVolume(std::size_t calls)
 {
     const BuzzerHandle buzzer = GetBuzzer();
     std::vector<ApiError> codes;
-    for (int i = 0; i < calls; ++i)
+    for (std::size_t i = 0; i < calls; ++i)
     {
         std::uint16_t volume = 0;
         codes.push_back(Buzzer_getVolume(buzzer, &volume));
@@ -21,7 +21,7 @@ std::vector<ApiError> readVolume(int calls)
     return codes;
 }
 
-TEST(Faults, FailEveryCallAndLeaveTheFileAlone)
+TEST(Faults, AffectEveryCallWithoutChangingTheFile)
 {
     CalledUnit unit;
     unit.fails("Buzzer_getVolume", 77);
@@ -30,39 +30,32 @@ TEST(Faults, FailEveryCallAndLeaveTheFileAlone)
     EXPECT_EQ(readFile(unit.file()), before);
 }
 
-TEST(Faults, FailFromTheNthCallOn)
+TEST(Faults, AreCounted)
 {
-    const CalledUnit unit(R"({"faults": {"Buzzer_getVolume": {"code": 77, "skip": 2}}})");
-    EXPECT_EQ(readVolume(5), (std::vector<ApiError>{0, 0, 77, 77, 77}));
-    EXPECT_EQ(unit["/faults/Buzzer_getVolume"], (json{{"code", 77}, {"skip", 0}}));
+    const struct
+    {
+        json fault;
+        std::vector<ApiError> codes; // of consecutive calls
+        json after;
+    } cases[] = {
+        {{{"code", 77}, {"skip", 2}}, {0, 0, 77, 77, 77}, {{"code", 77}, {"skip", 0}}},
+        {{{"code", 77}, {"times", 1}}, {77, 0, 0}, {{"code", 77}, {"times", 0}}},
+        {{{"code", 77}, {"skip", 1}, {"times", 2}},
+         {0, 77, 77, 0, 0},
+         {{"code", 77}, {"skip", 0}, {"times", 0}}},
+        {{{"code", 77}, {"times", 0}}, {0, 0}, {{"code", 77}, {"times", 0}}},
+        {{{"code", 77}, {"times", nullptr}}, {77, 77}, {{"code", 77}, {"times", nullptr}}},
+    };
+    for (const auto& [fault, codes, after] : cases)
+    {
+        SCOPED_TRACE(fault);
+        const CalledUnit unit(json{{"faults", {{"Buzzer_getVolume", fault}}}}.dump());
+        EXPECT_EQ(readVolume(codes.size()), codes);
+        EXPECT_EQ(unit["/faults/Buzzer_getVolume"], after);
+    }
 }
 
-TEST(Faults, FailOnce)
-{
-    const CalledUnit unit(R"({"faults": {"Buzzer_getVolume": {"code": 77, "times": 1}}})");
-    EXPECT_EQ(readVolume(3), (std::vector<ApiError>{77, 0, 0}));
-    EXPECT_EQ(unit["/faults/Buzzer_getVolume"], (json{{"code", 77}, {"times", 0}}));
-}
-
-TEST(Faults, FailSomeTimesBehindSomeCalls)
-{
-    const CalledUnit unit(R"({"faults": {"Buzzer_getVolume": {"code": 77, "skip": 1, "times": 2}}})");
-    EXPECT_EQ(readVolume(5), (std::vector<ApiError>{0, 77, 77, 0, 0}));
-}
-
-TEST(Faults, FailNeverWithZeroTimes)
-{
-    const CalledUnit unit(R"({"faults": {"Buzzer_getVolume": {"code": 77, "times": 0}}})");
-    EXPECT_EQ(readVolume(2), (std::vector<ApiError>{0, 0}));
-}
-
-TEST(Faults, FailForeverWithoutANumberOfTimes)
-{
-    const CalledUnit unit(R"({"faults": {"Buzzer_getVolume": {"code": 77, "times": null}}})");
-    EXPECT_EQ(readVolume(2), (std::vector<ApiError>{77, 77}));
-}
-
-TEST(Faults, ReachNoOtherOperation)
+TEST(Faults, AffectNoOtherOperation)
 {
     CalledUnit unit;
     unit.fails("Buzzer_getVolume", 77);
@@ -71,7 +64,7 @@ TEST(Faults, ReachNoOtherOperation)
     EXPECT_EQ(frequency, 2500);
 }
 
-TEST(Faults, WriteNoResultOfAFailedReading)
+TEST(Faults, LeaveResultsUnwritten)
 {
     CalledUnit unit;
     unit.fails("Buzzer_getVolume", 77);
@@ -80,7 +73,7 @@ TEST(Faults, WriteNoResultOfAFailedReading)
     EXPECT_EQ(volume, 4711);
 }
 
-TEST(Faults, ChangeNothingInAFailedChange)
+TEST(Faults, LeaveTheUnitUnchanged)
 {
     CalledUnit unit;
     unit.failsOnce("Buzzer_setVolume", 77);
@@ -90,7 +83,7 @@ TEST(Faults, ChangeNothingInAFailedChange)
     EXPECT_EQ(unit["/buzzer/volume"], 40);
 }
 
-TEST(Faults, SucceedWithoutWritingOrChangingAnything)
+TEST(Faults, CanIgnoreACall)
 {
     CalledUnit unit;
     unit.ignores("Buzzer_getVolume");
@@ -103,7 +96,7 @@ TEST(Faults, SucceedWithoutWritingOrChangingAnything)
     EXPECT_EQ(unit.calls()[1], "Buzzer_getVolume([]) = 0");
 }
 
-TEST(Faults, AnswerAnyCode)
+TEST(Faults, CanHaveAnyCode)
 {
     CalledUnit unit;
     for (const ApiError code : {1u, 3u, 66u, 255u, 65536u, 4294967295u})
@@ -113,7 +106,7 @@ TEST(Faults, AnswerAnyCode)
     }
 }
 
-TEST(Faults, ComeBeforeWhatIsWrongWithTheCall)
+TEST(Faults, TakePrecedenceOverOtherErrors)
 {
     CalledUnit unit;
     unit.fails("Buzzer_setVolume", 77);
@@ -123,7 +116,7 @@ TEST(Faults, ComeBeforeWhatIsWrongWithTheCall)
     EXPECT_EQ(Buzzer_release(nullptr), 78u);
 }
 
-TEST(Faults, KeepTheHandleThatCouldNotBeReleased)
+TEST(Faults, LeaveAHandleValidIfItsReleaseFails)
 {
     CalledUnit unit;
     unit.failsOnce("Buzzer_release", 77);
@@ -134,7 +127,7 @@ TEST(Faults, KeepTheHandleThatCouldNotBeReleased)
     EXPECT_EQ(Buzzer_release(buzzer), 3u);
 }
 
-TEST(Faults, GiveANullHandleAlwaysOrOnce)
+TEST(Faults, CanReturnANullHandle)
 {
     CalledUnit unit;
     unit.givesNull("GetBuzzer");
@@ -148,7 +141,7 @@ TEST(Faults, GiveANullHandleAlwaysOrOnce)
     EXPECT_EQ(unit["/faults/GetBuzzer/times"], 0);
 }
 
-TEST(Faults, GiveANullText)
+TEST(Faults, CanReturnANullText)
 {
     CalledUnit unit;
     unit.givesNull("GetErrorStringA");
@@ -159,7 +152,7 @@ TEST(Faults, GiveANullText)
     EXPECT_EQ(GetHwErrorStatusStringA(0), nullptr);
 }
 
-TEST(Faults, GiveANullTextOnce)
+TEST(Faults, CanReturnANullTextOnce)
 {
     CalledUnit unit;
     unit.set("/faults/GetErrorStringA", {{"null", true}, {"times", 1}});
@@ -167,7 +160,7 @@ TEST(Faults, GiveANullTextOnce)
     EXPECT_STREQ(GetErrorStringA(3), "The module handle is not valid");
 }
 
-TEST(Faults, GiveACodeNoTextOrAnother)
+TEST(Faults, CanReplaceErrorTexts)
 {
     const CalledUnit unit(R"({"errorTexts": {"3": null, "77": "Zu heiß", "78": ""}})");
     EXPECT_EQ(GetErrorStringA(3), nullptr);
@@ -176,7 +169,7 @@ TEST(Faults, GiveACodeNoTextOrAnother)
     EXPECT_STREQ(GetErrorStringA(79), "Error 79");
 }
 
-TEST(Faults, AreOverWhenTheFileNoLongerAsksForThem)
+TEST(Faults, EndWhenTheyAreRemovedFromTheFile)
 {
     CalledUnit unit;
     unit.fails("Buzzer_getVolume", 77);
@@ -185,7 +178,7 @@ TEST(Faults, AreOverWhenTheFileNoLongerAsksForThem)
     EXPECT_EQ(readVolume(1).front(), 0u);
 }
 
-TEST(Faults, StayOverABoot)
+TEST(Faults, SurviveABoot)
 {
     CalledUnit unit;
     unit.fails("Buzzer_getVolume", 77);

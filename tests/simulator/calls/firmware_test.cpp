@@ -7,7 +7,7 @@
 namespace
 {
 
-TEST(FirmwareJob, HasNoFrontWithoutADisplay)
+TEST(FirmwareJob, NeedsADisplayForTheFront)
 {
     const Called<FirmwareUnit> unit(R"({"about": {"display": false}})");
     EXPECT_EQ(FirmwareUpgrade_startFrontUpgrade(GetFirmwareUpgrade(), unit.hex.c_str(), 0), 2u);
@@ -19,7 +19,7 @@ TEST(FirmwareJob, NeedsAPath)
     EXPECT_EQ(FirmwareUpgrade_startSSUpgrade(GetFirmwareUpgrade(), nullptr, 0), 4u);
 }
 
-TEST(FirmwareJob, FailsWhereItsProgressCanNotBeSaved)
+TEST(FirmwareJob, FailsIfItsProgressCannotBeSaved)
 {
     const Called<FirmwareUnit> unit;
     const FirmwareUpgradeHandle upgrade = GetFirmwareUpgrade();

@@ -14,7 +14,7 @@ namespace
 
 using nlohmann::json;
 
-TEST(Store, WritesNoResultWhereTheCallCanNotBeCounted)
+TEST(Store, WritesNoResultIfTheCallCannotBeCounted)
 {
     CalledUnit unit(R"({"boot": {"running": false}})");
     std::filesystem::create_directory(unit.file() + ".new");
@@ -27,7 +27,7 @@ TEST(Store, WritesNoResultWhereTheCallCanNotBeCounted)
     EXPECT_EQ(volume, 4711);
 }
 
-TEST(Store, NoticesEveryChangeByHand)
+TEST(Store, DetectsEveryChangeByHand)
 {
     CalledUnit unit;
     const BuzzerHandle buzzer = GetBuzzer();
@@ -40,8 +40,9 @@ TEST(Store, NoticesEveryChangeByHand)
     }
 }
 
-// The changes are ticks apart: that files are stamped within the same one is what the clock would tell.
-TEST(Store, NoticesEveryChangeByHandWhileTheClockJumps)
+// The changes are in different ticks of the clock: only a clock that does not jump tells whether two are in
+// the same one.
+TEST(Store, DetectsEveryChangeByHandWhileTheClockJumps)
 {
     const JumpingClock clock;
     const CalledUnit unit;
@@ -56,7 +57,7 @@ TEST(Store, NoticesEveryChangeByHandWhileTheClockJumps)
     }
 }
 
-TEST(Store, KeepsWhatWasChangedByHandBetweenItsChanges)
+TEST(Store, KeepsChangesByHandBetweenItsOwn)
 {
     CalledUnit unit;
     const BuzzerHandle buzzer = GetBuzzer();
@@ -66,7 +67,7 @@ TEST(Store, KeepsWhatWasChangedByHandBetweenItsChanges)
     EXPECT_EQ(unit["/buzzer"], (json{{"volume", 50}, {"frequency", 800}}));
 }
 
-TEST(Store, GoesOnWithANewUnitWhereTheFileWasTakenAway)
+TEST(Store, CreatesANewUnitIfTheFileIsRemoved)
 {
     CalledUnit unit(R"({"buzzer": {"volume": 5, "frequency": 800}})");
     const BuzzerHandle buzzer = GetBuzzer();
@@ -77,7 +78,7 @@ TEST(Store, GoesOnWithANewUnitWhereTheFileWasTakenAway)
     EXPECT_EQ(unit["/buzzer/frequency"], 2500);
 }
 
-TEST(Store, LeavesNoFileOpenBehindItsChanges)
+TEST(Store, LeaksNoFileDescriptors)
 {
     const auto openFiles = []
     {

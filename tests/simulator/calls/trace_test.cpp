@@ -10,7 +10,7 @@ namespace
 
 using nlohmann::json;
 
-TEST(Trace, TellsArgumentsAndResultsInOrder)
+TEST(Trace, RecordsArgumentsAndResultsInOrder)
 {
     const CalledUnit unit;
     const BuzzerHandle buzzer = GetBuzzer();
@@ -26,7 +26,7 @@ TEST(Trace, TellsArgumentsAndResultsInOrder)
                      "Buzzer_release() = 0"}));
 }
 
-TEST(Trace, TellsEveryKindOfArgument)
+TEST(Trace, RecordsEveryTypeOfArgument)
 {
     const CalledUnit unit(R"({"diagnostic": {"cpuTemperature": -7}, "adc": {"24VIN": 0.1}})");
     std::int16_t low = 0, high = 0, temperature = 0;
@@ -55,7 +55,7 @@ TEST(Trace, TellsEveryKindOfArgument)
                      "QVAuxPrivate_getEepromData(0, [...], 4) = 0", "Backlight_startAutomaticBL() = 0"}));
 }
 
-TEST(Trace, TellsTheStatusOfAFirmwareJob)
+TEST(Trace, RecordsTheStatusOfAFirmwareJob)
 {
     const CalledUnit unit(R"({"firmware": {"pace": 0}})");
     const FirmwareUpgradeHandle upgrade = GetFirmwareUpgrade();
@@ -72,7 +72,7 @@ TEST(Trace, TellsTheStatusOfAFirmwareJob)
                      "FirmwareUpgrade_getUpgradeStatus([], 0) = 3"}));
 }
 
-TEST(Trace, TellsTextsAsFarAsTheyWereDelivered)
+TEST(Trace, RecordsTextsAsFarAsTheyWereWritten)
 {
     const CalledUnit unit(R"({"about": {"unitSerial": "ABCD"}})");
     char buffer[16];
@@ -87,7 +87,7 @@ TEST(Trace, TellsTextsAsFarAsTheyWereDelivered)
                      "About_getUnitSerial([], 16) = 3", "About_getUnitSerial([], 16) = 4"}));
 }
 
-TEST(Trace, KeepsACallOnOneLineWhateverItsTexts)
+TEST(Trace, EscapesControlCharacters)
 {
     const CalledUnit unit(json{{"errorTexts", {{"77", "a\nb\t\"c\"\\ \x7fß"}, {"78", nullptr}}}}.dump());
     GetErrorStringA(77);
@@ -100,7 +100,7 @@ TEST(Trace, KeepsACallOnOneLineWhateverItsTexts)
                      "FirmwareUpgrade_startSSUpgrade(null, 7) = 4"}));
 }
 
-TEST(Trace, TellsANullHandle)
+TEST(Trace, RecordsANullHandle)
 {
     CalledUnit unit;
     unit.givesNull("GetBuzzer");
@@ -109,7 +109,7 @@ TEST(Trace, TellsANullHandle)
     EXPECT_EQ(unit.calls(), (Calls{"GetBuzzer() = null", "Buzzer_release() = 3"}));
 }
 
-TEST(Trace, LeavesOutWhatWasNotDelivered)
+TEST(Trace, RecordsNoResultsOfAFailedCall)
 {
     CalledUnit unit;
     unit.fails("FrontLED_getSignal", 77);
@@ -119,7 +119,7 @@ TEST(Trace, LeavesOutWhatWasNotDelivered)
     EXPECT_EQ(unit.calls().back(), "FrontLED_getSignal([], []) = 77");
 }
 
-TEST(Trace, IsAppendedToWhatTheFileHolds)
+TEST(Trace, IsAppendedToTheFile)
 {
     const CalledUnit unit;
     writeFile(unit.traceFile(), "before\n");
@@ -127,7 +127,7 @@ TEST(Trace, IsAppendedToWhatTheFileHolds)
     EXPECT_EQ(unit.calls(), (Calls{"before", "GetAdc() = handle"}));
 }
 
-TEST(Trace, IsNotKeptWithoutAFile)
+TEST(Trace, IsOffWithoutAFile)
 {
     const CalledUnit unit;
     for (const auto& unset : {+[] { unsetenv("QVAUX_TRACE"); }, +[] { setenv("QVAUX_TRACE", "", 1); }})
@@ -138,7 +138,7 @@ TEST(Trace, IsNotKeptWithoutAFile)
     EXPECT_FALSE(fileExists(unit.traceFile()));
 }
 
-TEST(Trace, ChangesNothingWhereItCanNotBeWritten)
+TEST(Trace, IsIgnoredIfItCannotBeWritten)
 {
     const CalledUnit unit;
     for (const char* file : {"/none/trace", "/", "/dev/full"})

@@ -1,4 +1,4 @@
-// Disks on which nothing more can be written.
+// Full disks and read-only file systems.
 
 #include "support/private_mount.h"
 #include "support/unit.h"
@@ -12,20 +12,20 @@ namespace
 
 constexpr const char* cannotBeWritten = "setVolume: The unit file cannot be written\n";
 constexpr const char* cannotMount =
-    "Nothing may be mounted here, which takes root, and in a container the right to. Store.KeepsTheFileOnAFullDisk "
-    "and Store.ReadsInAFolderThatMayNotBeWrittenAndRefusesToChange show the same by a limit and by permissions.";
+    "Mounting needs root, and in a container a capability. Store.KeepsTheFileOnAFullDisk and "
+    "Store.ReadsInAReadOnlyDirectory test the same with a resource limit and with permissions.";
 
 Outcome runOn(const std::string& unit, const std::string& arguments)
 {
     return runCommand(programOn(unit, arguments));
 }
 
-std::string complaint(const std::string& file, const std::string& what)
+std::string diagnostic(const std::string& file, const std::string& what)
 {
     return "libqv-aux2: " + file + ": " + what + "\n";
 }
 
-// Leaves so many pages and inodes free on the disk.
+// Leaves this number of pages and inodes free.
 void fill(const PrivateMount& disk, unsigned long pages, unsigned long inodes)
 {
     struct statvfs state
@@ -33,20 +33,19 @@ void fill(const PrivateMount& disk, unsigned long pages, unsigned long inodes)
     };
     ASSERT_EQ(statvfs(disk.path().c_str(), &state), 0);
     writeFile(disk / "ballast", std::string((state.f_bavail - pages) * state.f_bsize, 'x'));
-    for (unsigned long i = 1; i < state.f_ffree - inodes; ++i) // the ballast is one
+    for (unsigned long i = 1; i < state.f_ffree - inodes; ++i) // the ballast takes one
         writeFile(disk / ("ballast" + std::to_string(i)), "");
 }
 
-// A change needs an inode for its lock, and one and two pages for the unit's new file.
-// Store.KeepsTheFileOnAFullDisk does without root.
-TEST(Disk, KeepsTheUnitWhereItIsFullAndChangesItWhereItIsNot)
+// A change needs an inode for the lock, and one inode and two pages for the new file.
+// Store.KeepsTheFileOnAFullDisk needs no root.
+TEST(Disk, KeepsTheUnitWhenFull)
 {
     const struct
     {
         unsigned long pages;
         unsigned long inodes;
-        const char*
-            unwritable; // what comes behind the name of the unit's file; null where all can be written
+        const char* unwritable; // suffix of the file that cannot be written; null if there is none
     } cases[] = {
         {0, 0, ".lock"}, {0, 1, ".new"}, {0, 9, ".new"},  {1, 9, ".new"},
         {9, 0, ".lock"}, {9, 1, ".new"}, {9, 2, nullptr}, {2, 9, nullptr},
@@ -55,7 +54,7 @@ TEST(Disk, KeepsTheUnitWhereItIsFullAndChangesItWhereItIsNot)
     {
         SCOPED_TRACE(std::to_string(pages) + " pages, " + std::to_string(inodes) + " inodes");
         const PrivateMount disk = PrivateMount::disk("size=256k,nr_inodes=16");
-        if (!disk.isThere())
+        if (!disk.isMounted())
             GTEST_SKIP() << cannotMount;
         const std::string file = disk / "unit.json";
         runOn(file, "--buzzer --volume=5");
@@ -66,7 +65,7 @@ TEST(Disk, KeepsTheUnitWhereItIsFullAndChangesItWhereItIsNot)
 
         const Outcome outcome = runOn(file, "--buzzer --volume=40");
         EXPECT_EQ(outcome.output, unwritable ? cannotBeWritten : "Buzzer volume set to: 40\n");
-        EXPECT_EQ(outcome.errors, unwritable ? complaint(file + unwritable, "No space left on device") : "");
+        EXPECT_EQ(outcome.errors, unwritable ? diagnostic(file + unwritable, "No space left on device") : "");
         EXPECT_EQ(readFile(file) == before, unwritable != nullptr);
         EXPECT_FALSE(fileExists(file + ".new"));
         EXPECT_EQ(runOn(file, "--buzzer --volume").output,
@@ -79,10 +78,10 @@ TEST(Disk, KeepsTheUnitWhereItIsFullAndChangesItWhereItIsNot)
     }
 }
 
-TEST(Disk, MakesNoUnitWhereItIsFull)
+TEST(Disk, HasNoUnitIfFullWhenCreated)
 {
     const PrivateMount disk = PrivateMount::disk("size=64k,nr_inodes=16");
-    if (!disk.isThere())
+    if (!disk.isMounted())
         GTEST_SKIP() << cannotMount;
     fill(disk, 1, 9);
     const std::string file = disk / "unit.json";
@@ -93,39 +92,39 @@ TEST(Disk, MakesNoUnitWhereItIsFull)
     EXPECT_EQ(runOn(file, "--buzzer --volume").output, "Buzzer Volume: 1000\n");
 }
 
-TEST(Disk, IsReadAndNotChangedWhereItIsReadOnly)
+TEST(Disk, IsNotWrittenIfReadOnly)
 {
     const Unit unit(R"({"buzzer": {"volume": 5}})");
     const PrivateMount disk = PrivateMount::readOnly(unit.folder.path);
-    if (!disk.isThere())
+    if (!disk.isMounted())
         GTEST_SKIP() << cannotMount;
     const std::string file = disk / "unit.json";
-    const auto changeIsRefused = [&](const std::string& unwritable)
+    const auto expectRefusal = [&](const std::string& unwritable)
     {
         const Outcome outcome = runOn(file, "--buzzer --volume=40");
         EXPECT_EQ(outcome.output, cannotBeWritten);
-        EXPECT_EQ(outcome.errors, complaint(unwritable, "Read-only file system"));
+        EXPECT_EQ(outcome.errors, diagnostic(unwritable, "Read-only file system"));
     };
     EXPECT_EQ(runOn(file, "--buzzer --volume").output, "Buzzer Volume: 5\n");
-    changeIsRefused(file + ".lock");
+    expectRefusal(file + ".lock");
     writeFile(unit.file() + ".lock", "");
-    changeIsRefused(file);
+    expectRefusal(file);
     EXPECT_EQ(readFile(unit.file()), R"({"buzzer": {"volume": 5}})");
 }
 
-TEST(Disk, TakesNoFirmwareWhereItIsReadOnly)
+TEST(Disk, RefusesFirmwareIfReadOnly)
 {
     const Unit unit;
     writeFile(unit.folder / "firmware.hex", "");
     const PrivateMount disk = PrivateMount::readOnly(unit.folder.path);
-    if (!disk.isThere())
+    if (!disk.isMounted())
         GTEST_SKIP() << cannotMount;
     const Outcome outcome =
         runOn(disk / "unit.json", "--advanced --update=SS --force --filepath=" + (disk / "firmware.hex"));
     EXPECT_EQ(outcome.output,
               lines({"File format is correct.", "This upgrade can take a few minutes to perform.",
                      "startSSUpgrade: The unit file cannot be written"}));
-    EXPECT_EQ(outcome.errors, complaint(disk / "unit.json.job", "Read-only file system"));
+    EXPECT_EQ(outcome.errors, diagnostic(disk / "unit.json.job", "Read-only file system"));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// A change that is killed at any of its system calls.
+// Processes that are killed at each of their system calls.
 
 #include "support/killer.h"
 #include "support/unit.h"
@@ -11,15 +11,15 @@ namespace
 
 constexpr auto readableByAll = std::filesystem::perms(0444);
 
-// Another user must not be shut out by what a killed process leaves, whatever its umask.
-bool mayBeLockedByAll(const Unit& unit)
+// The lock file of a killed process must be usable for other users, whatever the umask was.
+bool isLockUsableForAll(const Unit& unit)
 {
     const std::string lock = unit.file() + ".lock";
     return !fileExists(lock) ||
            (std::filesystem::status(lock).permissions() & readableByAll) == readableByAll;
 }
 
-TEST(Killed, AChangeLeavesTheOldUnitOrTheNewOneAtEverySystemCall)
+TEST(Killed, ChangeLeavesTheOldUnitOrTheNewOne)
 {
     const auto before = R"({"buzzer": {"volume": 1}})"_json;
     const auto after = R"({"buzzer": {"volume": 2}})"_json;
@@ -32,14 +32,14 @@ TEST(Killed, AChangeLeavesTheOldUnitOrTheNewOneAtEverySystemCall)
         killed = killAtSystemCall(programOn(unit.file(), "--buzzer --volume=2"), stop);
         const nlohmann::json content = unit.content();
         EXPECT_TRUE(content == after || (killed && content == before)) << content;
-        EXPECT_TRUE(mayBeLockedByAll(unit)) << "the lock";
+        EXPECT_TRUE(isLockUsableForAll(unit));
         EXPECT_EQ(unit.run("--buzzer --volume=3").output, "Buzzer volume set to: 3\n");
         EXPECT_FALSE(fileExists(unit.file() + ".new"));
     }
     umask(mask);
 }
 
-TEST(Killed, MakingAUnitLeavesNoneOrAWholeOneAtEverySystemCall)
+TEST(Killed, CreationLeavesNoUnitOrACompleteOne)
 {
     const mode_t mask = umask(077);
     bool killed = true;
@@ -50,7 +50,7 @@ TEST(Killed, MakingAUnitLeavesNoneOrAWholeOneAtEverySystemCall)
         std::filesystem::remove(unit.file());
         killed = killAtSystemCall(programOn(unit.file(), "--buzzer --volume"), stop);
         EXPECT_TRUE(killed || fileExists(unit.file()));
-        EXPECT_TRUE(mayBeLockedByAll(unit)) << "the lock";
+        EXPECT_TRUE(isLockUsableForAll(unit));
         EXPECT_EQ(unit.run("--buzzer --volume").output, "Buzzer Volume: 1000\n");
     }
     umask(mask);

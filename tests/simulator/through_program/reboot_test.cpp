@@ -5,7 +5,7 @@
 namespace
 {
 
-// Settings of which none is the default.
+// Settings that all differ from the defaults.
 const char* const changed = R"({
     "buzzer": {"frequency": 800, "volume": 5, "enabled": true},
     "backlight": {"intensity": 7, "automatic": true, "filter": [2, 3, 4, 5], "ledDimming": true},
@@ -22,7 +22,7 @@ const char* const changed = R"({
                    "bluetooth": {"power": false, "startupPower": false}}
 })";
 
-// What the settings categories print of all settings, by line.
+// Returns what the categories print about all settings, by line.
 std::vector<std::string> settings(Unit& unit)
 {
     std::vector<std::string> lines;
@@ -34,7 +34,7 @@ std::vector<std::string> settings(Unit& unit)
     return lines;
 }
 
-TEST(Reboot, ComesWithTheNextProcess)
+TEST(Reboot, HappensInTheNextProcess)
 {
     Unit unit(R"({"diagnostic": {"powerCycles": 7}})");
     unit.shutDown();
@@ -45,7 +45,7 @@ TEST(Reboot, ComesWithTheNextProcess)
     EXPECT_EQ(unit["/diagnostic/powerCycles"], 8);
 }
 
-TEST(Reboot, CountsAPowerCycleWithTheNextCall)
+TEST(Reboot, CountsAPowerCycleAtTheNextCall)
 {
     Unit unit(R"({"diagnostic": {"powerCycles": 10}})");
     unit.run("--advanced --shutdown");
@@ -58,7 +58,7 @@ TEST(Reboot, CountsAPowerCycleWithTheNextCall)
     EXPECT_EQ(unit["/diagnostic/powerCycles"], 11);
 }
 
-TEST(Reboot, CountsAPowerCycleWhereTheNextCallIsAShutdown)
+TEST(Reboot, CountsAPowerCycleIfTheNextCallIsAShutdown)
 {
     Unit unit(R"({"diagnostic": {"powerCycles": 10}})");
     unit.shutDown();
@@ -66,7 +66,7 @@ TEST(Reboot, CountsAPowerCycleWhereTheNextCallIsAShutdown)
     EXPECT_EQ(unit["/diagnostic/powerCycles"], 11);
 }
 
-TEST(Reboot, StaysOnWhereTheShutdownFails)
+TEST(Reboot, DoesNotHappenIfTheShutdownFails)
 {
     Unit unit;
     unit.fails("FirmwareUpgrade_shutDown", 77);
@@ -75,7 +75,7 @@ TEST(Reboot, StaysOnWhereTheShutdownFails)
     EXPECT_EQ(unit["/diagnostic/powerCycles"], nullptr);
 }
 
-TEST(Reboot, IsInRescueModeOnceWhereItWasAskedFor)
+TEST(Reboot, EntersRescueModeOnce)
 {
     Unit unit;
     unit.run("--advanced --rescue_mode_next_boot");
@@ -98,7 +98,7 @@ TEST(Reboot, KeepsEverySetting)
     EXPECT_EQ(settings(unit), before);
 }
 
-TEST(Reboot, BringsTheDefaultsBackWhereAFactoryResetWasAskedFor)
+TEST(Reboot, RestoresDefaultsAfterAFactoryReset)
 {
     Unit fresh;
     fresh.shutDown();
@@ -114,7 +114,7 @@ TEST(Reboot, BringsTheDefaultsBackWhereAFactoryResetWasAskedFor)
     EXPECT_EQ(unit.run("--advanced --system_mode").output, "System mode: 1\n");
 }
 
-TEST(Reboot, ResetsTheSettingsOnceAlone)
+TEST(Reboot, ResetsSettingsOnlyOnce)
 {
     Unit unit;
     unit.run("--advanced --rescue_mode_next_boot --factory_reset");
@@ -124,7 +124,7 @@ TEST(Reboot, ResetsTheSettingsOnceAlone)
     EXPECT_EQ(unit.run("--buzzer --frequency").output, "Buzzer Frequency: 800\n");
 }
 
-TEST(Reboot, ResetsNothingButSettings)
+TEST(Reboot, ResetsOnlySettings)
 {
     Unit unit(R"({"about": {"unitSerial": "QX1"}, "versions": {"ss": "9.9.9.9"},
                   "diagnostic": {"powerCycles": 10, "totalRunTime": 5},
@@ -139,7 +139,7 @@ TEST(Reboot, ResetsNothingButSettings)
     EXPECT_EQ(unit["/firmware/ss/digest"], "12");
 }
 
-TEST(Reboot, TakesTheLastModeThatWasAskedFor)
+TEST(Reboot, AppliesTheLastRequestedMode)
 {
     Unit unit(changed);
     unit.run("--advanced --rescue_mode_next_boot --factory_reset");
@@ -148,7 +148,7 @@ TEST(Reboot, TakesTheLastModeThatWasAskedFor)
     EXPECT_EQ(unit.run("--buzzer --frequency").output, "Buzzer Frequency: 800\n");
 }
 
-TEST(Reboot, NeedsItsAcknowledgementAnew)
+TEST(Reboot, MustBeCompletedEachTime)
 {
     Unit unit;
     unit.shutDown();
@@ -161,7 +161,7 @@ TEST(Reboot, NeedsItsAcknowledgementAnew)
     EXPECT_EQ(unit["/boot/completed"], false);
 }
 
-TEST(Reboot, IsNotNeededToResetWhatTheSystemSupervisorKeeps)
+TEST(Reboot, IsNotNeededToResetTheSystemSupervisor)
 {
     Unit unit(changed);
     unit.shutDown();

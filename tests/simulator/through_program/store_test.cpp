@@ -18,7 +18,7 @@ constexpr const char* cannotBeWritten = "setVolume: The unit file cannot be writ
 constexpr const char* cannotBeRead = "getVolume: The unit file cannot be read\n";
 constexpr const char* isNotValid = "getVolume: The unit file is not valid\n";
 
-// A run whose unit is found by `environment`.
+// Runs the program with these variables and without QVAUX_UNIT.
 Outcome runIn(const std::map<std::string, std::string>& environment, const std::string& arguments)
 {
     Command command = programOn("", arguments);
@@ -37,7 +37,7 @@ Outcome runUnprivileged(const std::string& unit, const std::string& arguments)
     return Nobody().run(programOn(unit, arguments));
 }
 
-// A run in which no file can grow beyond 2048 bytes, as on a disk that is full.
+// Limits files to 2048 bytes, as a full disk would.
 Outcome runOnFullDisk(const std::string& unit, const std::string& arguments)
 {
     return runCommand(throughShell("trap '' XFSZ; ulimit -f 4; exec \"$@\"", programOn(unit, arguments)));
@@ -48,7 +48,7 @@ json parsed(const std::string& file)
     return json::parse(readFile(file));
 }
 
-std::string complaint(const std::string& file, const std::string& what)
+std::string diagnostic(const std::string& file, const std::string& what)
 {
     return "libqv-aux2: " + file + ": " + what + "\n";
 }
@@ -60,7 +60,7 @@ struct stat statusOf(const std::string& file)
     return status;
 }
 
-TEST(Store, RemembersAcrossProcesses)
+TEST(Store, KeepsChangesBetweenProcesses)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--buzzer --frequency=800").output, "Buzzer frequency set to: 800 Hz.\n");
@@ -68,7 +68,7 @@ TEST(Store, RemembersAcrossProcesses)
     EXPECT_EQ(unit["/buzzer/frequency"], 800);
 }
 
-TEST(Store, MakesAHealthyUnitWhereThereIsNone)
+TEST(Store, CreatesAHealthyUnitIfThereIsNone)
 {
     const TemporaryFolder folder;
     const Outcome outcome = runOn(folder / "unit.json", "--buzzer --volume");
@@ -78,7 +78,7 @@ TEST(Store, MakesAHealthyUnitWhereThereIsNone)
               (json{{"frequency", 2500}, {"volume", 1000}, {"enabled", false}}));
 }
 
-TEST(Store, LeavesTheFileAloneWhereNothingChanges)
+TEST(Store, DoesNotWriteTheFileIfNothingChanges)
 {
     const std::string byHand = "{ \"buzzer\" : {\"volume\":40} }";
     Unit unit(byHand);
@@ -89,9 +89,9 @@ TEST(Store, LeavesTheFileAloneWhereNothingChanges)
     EXPECT_EQ(statusOf(unit.file()).st_ino, before);
 }
 
-// Places.
+// Locations.
 
-TEST(Store, PrefersThePlaceOfItsOwnVariable)
+TEST(Store, PrefersItsOwnVariable)
 {
     const TemporaryFolder folder;
     const std::string file = folder / "mine.json";
@@ -102,7 +102,7 @@ TEST(Store, PrefersThePlaceOfItsOwnVariable)
     EXPECT_FALSE(fileExists(folder / "home"));
 }
 
-TEST(Store, PrefersTheStateFolderToTheHomeFolder)
+TEST(Store, PrefersTheStateDirectoryToTheHomeDirectory)
 {
     const TemporaryFolder folder;
     const Outcome outcome =
@@ -113,7 +113,7 @@ TEST(Store, PrefersTheStateFolderToTheHomeFolder)
     EXPECT_FALSE(fileExists(folder / "home"));
 }
 
-TEST(Store, LivesInTheHomeFolderWithoutAnotherPlace)
+TEST(Store, FallsBackToTheHomeDirectory)
 {
     const TemporaryFolder folder;
     const Outcome outcome =
@@ -123,7 +123,7 @@ TEST(Store, LivesInTheHomeFolderWithoutAnotherPlace)
     EXPECT_EQ(parsed(folder / ".local/state/qv-aux2/unit.json")["buzzer"]["volume"], 40);
 }
 
-TEST(Store, FailsWithoutAnyPlace)
+TEST(Store, FailsIfNoVariableIsSet)
 {
     for (const std::map<std::string, std::string>& environment :
          {std::map<std::string, std::string>{}, {{"HOME", ""}}})
@@ -136,24 +136,24 @@ TEST(Store, FailsWithoutAnyPlace)
     }
 }
 
-TEST(Store, FailsWhereTheFolderIsNotThere)
+TEST(Store, FailsIfTheDirectoryDoesNotExist)
 {
     const TemporaryFolder folder;
     const Outcome outcome = runOn(folder / "none/unit.json", "--buzzer --volume=40");
     EXPECT_EQ(outcome.output, "setVolume: The unit file cannot be located\n");
-    EXPECT_EQ(outcome.errors, complaint(folder / "none/unit.json", "its directory does not exist"));
+    EXPECT_EQ(outcome.errors, diagnostic(folder / "none/unit.json", "its directory does not exist"));
 }
 
-TEST(Store, FailsWhereAFolderCanNotBeMade)
+TEST(Store, FailsIfADirectoryCannotBeCreated)
 {
     const TemporaryFolder folder;
     writeFile(folder / "home", "");
     const Outcome outcome = runIn({{"HOME", folder / "home"}}, "--buzzer --volume");
     EXPECT_EQ(outcome.output, cannotBeRead);
-    EXPECT_EQ(outcome.errors, complaint(folder / "home/.local/state/qv-aux2/unit.json", "Not a directory"));
+    EXPECT_EQ(outcome.errors, diagnostic(folder / "home/.local/state/qv-aux2/unit.json", "Not a directory"));
 }
 
-TEST(Store, TakesAPathWithoutAFolder)
+TEST(Store, AcceptsAPathWithoutADirectory)
 {
     const TemporaryFolder folder;
     const Command command =
@@ -162,7 +162,7 @@ TEST(Store, TakesAPathWithoutAFolder)
     EXPECT_EQ(parsed(folder / "unit.json")["buzzer"]["volume"], 40);
 }
 
-TEST(Store, ChangesTheFileBehindALinkAndKeepsTheLink)
+TEST(Store, ChangesTheTargetOfALink)
 {
     Unit unit;
     const std::string link = unit.folder / "link";
@@ -175,7 +175,7 @@ TEST(Store, ChangesTheFileBehindALinkAndKeepsTheLink)
     EXPECT_EQ(unit["/buzzer/volume"], 40);
 }
 
-TEST(Store, MakesTheFileBehindALinkAndKeepsTheLink)
+TEST(Store, CreatesTheTargetOfALink)
 {
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder / "kept");
@@ -185,7 +185,7 @@ TEST(Store, MakesTheFileBehindALinkAndKeepsTheLink)
     EXPECT_EQ(parsed(folder / "kept/unit.json")["buzzer"]["volume"], 40);
 }
 
-TEST(Store, LocksTheSameFileBehindALinkAndWithoutIt)
+TEST(Store, LocksTheTargetOfALink)
 {
     Unit unit(R"({"faults": {"Buzzer_getVolume": {"code": 77, "skip": 1000}}})");
     const std::string link = unit.folder / "link";
@@ -197,7 +197,7 @@ TEST(Store, LocksTheSameFileBehindALinkAndWithoutIt)
     EXPECT_EQ(unit["/faults/Buzzer_getVolume/skip"], 1000 - 32);
 }
 
-// Files that cannot be used.
+// Unusable files.
 
 TEST(Store, RefusesALinkToItself)
 {
@@ -205,11 +205,11 @@ TEST(Store, RefusesALinkToItself)
     std::filesystem::create_symlink("link", folder / "link");
     const Outcome outcome = runOn(folder / "link", "--buzzer --volume");
     EXPECT_EQ(outcome.output, cannotBeRead);
-    EXPECT_EQ(outcome.errors, complaint(folder / "link", "Too many levels of symbolic links"));
+    EXPECT_EQ(outcome.errors, diagnostic(folder / "link", "Too many levels of symbolic links"));
     EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
 }
 
-TEST(Store, RefusesAFolderAndAPipe)
+TEST(Store, RefusesADirectoryAndAPipe)
 {
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder / "folder");
@@ -218,33 +218,33 @@ TEST(Store, RefusesAFolderAndAPipe)
     {
         const Outcome outcome = runOn(file, "--buzzer --volume");
         EXPECT_EQ(outcome.output, cannotBeRead);
-        EXPECT_EQ(outcome.errors, complaint(file, "not a regular file"));
+        EXPECT_EQ(outcome.errors, diagnostic(file, "not a regular file"));
     }
     EXPECT_TRUE(std::filesystem::is_directory(folder / "folder"));
 }
 
-TEST(Store, RefusesAFileThatMayNotBeRead)
+TEST(Store, RefusesAnUnreadableFile)
 {
     Unit unit;
     chmod(unit.file().c_str(), 0);
     const Outcome outcome = runUnprivileged(unit.file(), "--buzzer --volume");
     EXPECT_EQ(outcome.output, cannotBeRead);
-    EXPECT_EQ(outcome.errors, complaint(unit.file(), "Permission denied"));
+    EXPECT_EQ(outcome.errors, diagnostic(unit.file(), "Permission denied"));
 }
 
-TEST(Store, ReadsAFileThatMayNotBeWrittenAndRefusesToChangeIt)
+TEST(Store, ReadsAReadOnlyFile)
 {
     Unit unit(R"({"buzzer": {"volume": 5}})");
     chmod(unit.file().c_str(), 0444);
     EXPECT_EQ(runUnprivileged(unit.file(), "--buzzer --volume").output, "Buzzer Volume: 5\n");
     const Outcome outcome = runUnprivileged(unit.file(), "--buzzer --volume=40");
     EXPECT_EQ(outcome.output, cannotBeWritten);
-    EXPECT_EQ(outcome.errors, complaint(unit.file(), "Permission denied"));
+    EXPECT_EQ(outcome.errors, diagnostic(unit.file(), "Permission denied"));
     EXPECT_EQ(readFile(unit.file()), R"({"buzzer": {"volume": 5}})");
     EXPECT_FALSE(fileExists(unit.file() + ".new"));
 }
 
-TEST(Store, ReadsInAFolderThatMayNotBeWrittenAndRefusesToChange)
+TEST(Store, ReadsInAReadOnlyDirectory)
 {
     Unit unit(R"({"buzzer": {"volume": 5}})");
     chmod(unit.file().c_str(), 0666);
@@ -253,22 +253,22 @@ TEST(Store, ReadsInAFolderThatMayNotBeWrittenAndRefusesToChange)
     const Outcome outcome = runUnprivileged(unit.file(), "--buzzer --volume=40");
     chmod(unit.folder.path.c_str(), 0777);
     EXPECT_EQ(outcome.output, cannotBeWritten);
-    EXPECT_EQ(outcome.errors, complaint(unit.file() + ".lock", "Permission denied"));
+    EXPECT_EQ(outcome.errors, diagnostic(unit.file() + ".lock", "Permission denied"));
     EXPECT_EQ(unit["/buzzer/volume"], 5);
 }
 
-TEST(Store, FailsToMakeAUnitInAFolderThatMayNotBeWritten)
+TEST(Store, CannotCreateAUnitInAReadOnlyDirectory)
 {
     const TemporaryFolder folder;
     chmod(folder.path.c_str(), 0555);
     const Outcome outcome = runUnprivileged(folder / "unit.json", "--buzzer --volume");
     chmod(folder.path.c_str(), 0777);
     EXPECT_EQ(outcome.output, "getVolume: The unit file cannot be written\n");
-    EXPECT_EQ(outcome.errors, complaint(folder / "unit.json.lock", "Permission denied"));
+    EXPECT_EQ(outcome.errors, diagnostic(folder / "unit.json.lock", "Permission denied"));
 }
 
-// With the lock there already, it is the new file that cannot be made.
-TEST(Store, KeepsTheFileWhereNoneCanBeMadeBesideIt)
+// The lock file exists, so the new file is the first that cannot be created.
+TEST(Store, KeepsTheFileIfTheNewOneCannotBeCreated)
 {
     Unit unit(R"({"buzzer": {"volume": 5}})");
     writeFile(unit.file() + ".lock", "");
@@ -277,7 +277,7 @@ TEST(Store, KeepsTheFileWhereNoneCanBeMadeBesideIt)
     const Outcome outcome = runUnprivileged(unit.file(), "--buzzer --volume=40");
     chmod(unit.folder.path.c_str(), 0777);
     EXPECT_EQ(outcome.output, cannotBeWritten);
-    EXPECT_EQ(outcome.errors, complaint(unit.file() + ".new", "Permission denied"));
+    EXPECT_EQ(outcome.errors, diagnostic(unit.file() + ".new", "Permission denied"));
     EXPECT_EQ(unit["/buzzer/volume"], 5);
 }
 
@@ -289,17 +289,17 @@ TEST(Store, KeepsTheFileOnAFullDisk)
     const std::string before = readFile(file);
     const Outcome outcome = runOnFullDisk(file, "--buzzer --volume=40");
     EXPECT_EQ(outcome.output, cannotBeWritten);
-    EXPECT_EQ(outcome.errors, complaint(file + ".new", "File too large"));
+    EXPECT_EQ(outcome.errors, diagnostic(file + ".new", "File too large"));
     EXPECT_EQ(readFile(file), before);
     EXPECT_FALSE(fileExists(file + ".new"));
 }
 
-TEST(Store, RefusesAFileThatIsNotValidAndLeavesItAlone)
+TEST(Store, RefusesAnInvalidFileAndKeepsIt)
 {
     const struct
     {
         std::string content;
-        std::string place;
+        std::string expected;
     } cases[] = {
         {"", "line 1, column 1: "},
         {" \n\n", "line 3, column 1: "},
@@ -323,14 +323,14 @@ TEST(Store, RefusesAFileThatIsNotValidAndLeavesItAlone)
         {"{\"buz\\nzer\": 40}", "/buz\\nzer: unknown key"},
         {std::string(100000, '['), "line 1, column 100001: "},
     };
-    for (const auto& [content, place] : cases)
+    for (const auto& [content, expected] : cases)
     {
         SCOPED_TRACE(content.substr(0, 80));
         Unit unit;
         writeFile(unit.file(), content);
         const Result result = unit.runComplaining("--buzzer --volume");
         EXPECT_EQ(result.output, isNotValid);
-        EXPECT_THAT(result.errors, testing::StartsWith("libqv-aux2: " + unit.file() + ": " + place));
+        EXPECT_THAT(result.errors, testing::StartsWith("libqv-aux2: " + unit.file() + ": " + expected));
         EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1);
         EXPECT_EQ(unit.runComplaining("--buzzer --volume=40").output,
                   "setVolume: The unit file is not valid\n");
@@ -338,7 +338,7 @@ TEST(Store, RefusesAFileThatIsNotValidAndLeavesItAlone)
     }
 }
 
-TEST(Store, SaysOnceWhatIsWrongHoweverManyCallsFail)
+TEST(Store, ReportsAnErrorOnce)
 {
     Unit unit;
     writeFile(unit.file(), "{");
@@ -372,7 +372,7 @@ TEST(Store, KeepsTheOwnerOfTheFileForRoot)
     EXPECT_EQ(statusOf(unit.file()).st_gid, isRoot ? 65534 : getgid());
 }
 
-TEST(Store, LetsAnotherUserChangeAFileThatAllMayWrite)
+TEST(Store, LetsOtherUsersChangeAWorldWritableFile)
 {
     Unit unit;
     chmod(unit.file().c_str(), 0666);
@@ -381,7 +381,7 @@ TEST(Store, LetsAnotherUserChangeAFileThatAllMayWrite)
     EXPECT_EQ(statusOf(unit.file()).st_mode & 0777, 0666u);
 }
 
-TEST(Store, ReplacesTheLeftoverOfAKilledProcess)
+TEST(Store, ReplacesTheNewFileOfAKilledProcess)
 {
     Unit unit;
     writeFile(unit.file() + ".new", std::string(100000, '{'));
@@ -390,9 +390,9 @@ TEST(Store, ReplacesTheLeftoverOfAKilledProcess)
     EXPECT_FALSE(fileExists(unit.file() + ".new"));
 }
 
-// Many at once.
+// Concurrency.
 
-TEST(Store, CountsTheCallsOfAFaultAcrossProcesses)
+TEST(Store, CountsCallsAcrossProcesses)
 {
     Unit unit;
     unit.failsOnce("Buzzer_getVolume", 77, 1);
@@ -401,8 +401,8 @@ TEST(Store, CountsTheCallsOfAFaultAcrossProcesses)
     EXPECT_EQ(unit.run("--buzzer --volume").output, "Buzzer Volume: 1000\n");
 }
 
-// FOBROB_LOAD=100 makes it 100 runs of each.
-TEST(Store, CountsEveryRunOf64ProcessesAtOnce)
+// FOBROB_LOAD=100 makes each process run the program 100 times.
+TEST(Store, CountsTheCallsOf64ConcurrentProcesses)
 {
     const char* const load = std::getenv("FOBROB_LOAD");
     const std::string runs = load && *load ? load : "1";
@@ -416,12 +416,12 @@ TEST(Store, CountsEveryRunOf64ProcessesAtOnce)
     EXPECT_EQ(unit["/faults/Buzzer_getVolume/skip"], 1000000 - 64 * std::stoi(runs));
 }
 
-TEST(Store, KeepsTheSettingsOfAllWhoMadeTheUnitAtOnce)
+TEST(Store, KeepsTheSettingsOfConcurrentCreators)
 {
     const struct
     {
         const char* arguments;
-        const char* place;
+        const char* path;
         json value;
     } settings[] = {
         {"--buzzer --frequency=800", "/buzzer/frequency", 800},
@@ -444,7 +444,7 @@ TEST(Store, KeepsTheSettingsOfAllWhoMadeTheUnitAtOnce)
             children.push_back(startCommand(programOn(folder / "unit.json", setting.arguments)));
     waitForAll(children);
     for (const auto& setting : settings)
-        EXPECT_EQ(parsed(folder / "unit.json")[json::json_pointer(setting.place)], setting.value)
+        EXPECT_EQ(parsed(folder / "unit.json")[json::json_pointer(setting.path)], setting.value)
             << setting.arguments;
 }
 

@@ -7,7 +7,7 @@ namespace
 
 using nlohmann::json;
 
-TEST(UnitFile, GainsOnlyWhatChanged)
+TEST(UnitFile, GainsOnlyChangedKeys)
 {
     Unit unit("{}");
     unit.run("--buzzer --volume=40");
@@ -17,7 +17,7 @@ TEST(UnitFile, GainsOnlyWhatChanged)
               (json{{"buzzer", {{"volume", 40}}}, {"config", {{"longPressAction", "none"}}}}));
 }
 
-TEST(UnitFile, StaysAsItWasLaidOutByHandButForWhatChanged)
+TEST(UnitFile, KeepsItsLayoutWhenChanged)
 {
     Unit unit;
     writeFile(unit.file(), R"({
@@ -53,7 +53,7 @@ TEST(UnitFile, StaysAsItWasLaidOutByHandButForWhatChanged)
     EXPECT_EQ(readFile(unit.file()), expected);
 }
 
-TEST(UnitFile, MeansTheSameEmptyAndFull)
+TEST(UnitFile, MeansTheSameEmptyAndComplete)
 {
     Unit empty("{}");
     Unit full;

@@ -1,4 +1,5 @@
-// Two users of one unit: who runs the tests, and nobody. Without root both are the same, who owns every file.
+// Two users of one unit: the user of the tests, and nobody. Without root both are the user of the tests, who
+// owns every file.
 
 #include "support/unit.h"
 
@@ -55,7 +56,7 @@ protected:
         return run(user, "--advanced --verify=SS --force --filepath=" + file, 077);
     }
 
-    std::string complaint(const std::string& ending, const std::string& what) const
+    std::string diagnostic(const std::string& ending, const std::string& what) const
     {
         return "libqv-aux2: " + unit.file() + ending + ": " + what + "\n";
     }
@@ -65,8 +66,8 @@ protected:
     Nobody other;
 };
 
-// The first user's change makes the lock; the second one's must still be able to take it.
-TEST_F(Users, ChangeTheUnitInTurnAsThePermissionsOfItsFileSay)
+// The first user creates the lock file. The second one must be able to lock it.
+TEST_F(Users, NeedPermissionForTheFile)
 {
     for (const uid_t owner : {uid_t{0}, nobody})
         for (const mode_t mode : {0600u, 0644u, 0666u})
@@ -87,14 +88,14 @@ TEST_F(Users, ChangeTheUnitInTurnAsThePermissionsOfItsFileSay)
                         EXPECT_EQ(readFile(unit.file()) != before, may) << user;
                         EXPECT_EQ(statusOf(unit.file()).st_mode & 0777, mode) << user;
                         if (may && user == nobody)
-                            ownerNow = nobody; // for only root can give a file away
+                            ownerNow = nobody; // only root can change the owner of a file
                         EXPECT_EQ(statusOf(unit.file()).st_uid, isRoot() ? ownerNow : getuid()) << user;
                         EXPECT_FALSE(fileExists(unit.file() + ".new")) << user;
                     }
                 }
 }
 
-TEST_F(Users, LeaveTheGroupNothingWhereItCanNotBeKept)
+TEST_F(Users, GiveNothingToAGroupThatCannotBeKept)
 {
     give(unit.file(), nobody, 0660);
     const bool isForeign = chown(unit.file().c_str(), static_cast<uid_t>(-1), 1) == 0;
@@ -102,15 +103,15 @@ TEST_F(Users, LeaveTheGroupNothingWhereItCanNotBeKept)
     EXPECT_EQ(statusOf(unit.file()).st_mode & 0777, isForeign ? 0600u : 0660u);
 }
 
-// Where everybody may write but remove his own files alone, as in /tmp.
-TEST_F(Users, NeedTheFileToBeTheirsInAStickyFolder)
+// In a sticky directory such as /tmp, everyone can create files but only remove their own.
+TEST_F(Users, MustOwnTheFileInAStickyDirectory)
 {
     chmod(unit.folder.path.c_str(), 01777);
     give(unit.file(), 0, 0666);
     ASSERT_EQ(change(0).output, changed);
     writeFile(unit.file(), before);
     const Outcome outcome = change(nobody);
-    EXPECT_EQ(outcome.errors, isRoot() ? complaint("", "Operation not permitted") : "");
+    EXPECT_EQ(outcome.errors, isRoot() ? diagnostic("", "Operation not permitted") : "");
     EXPECT_EQ(readFile(unit.file()) == before, isRoot());
     EXPECT_FALSE(fileExists(unit.file() + ".new"));
 
@@ -118,8 +119,9 @@ TEST_F(Users, NeedTheFileToBeTheirsInAStickyFolder)
     EXPECT_EQ(change(nobody).output, changed);
 }
 
-// The kernel refuses to open the files of others there with O_CREAT (fs.protected_regular), even to root.
-TEST_F(Users, TakeTheLockOfAnotherInAStickyFolder)
+// In a sticky directory, the kernel refuses O_CREAT for files of other users, even to root
+// (fs.protected_regular).
+TEST_F(Users, CanTakeTheLockOfAnotherInAStickyDirectory)
 {
     chmod(unit.folder.path.c_str(), 01777);
     give(unit.file(), nobody, 0666);
@@ -128,17 +130,17 @@ TEST_F(Users, TakeTheLockOfAnotherInAStickyFolder)
     EXPECT_EQ(statusOf(unit.file()).st_uid, isRoot() ? nobody : getuid());
 }
 
-TEST_F(Users, SeeWhoseLeftoverIsInTheWayInAStickyFolder)
+TEST_F(Users, AreToldWhichFileIsInTheWayInAStickyDirectory)
 {
     chmod(unit.folder.path.c_str(), 01777);
     give(unit.file(), nobody, 0666);
     writeFile(unit.file() + ".new", "");
-    EXPECT_EQ(change(nobody).errors, isRoot() ? complaint(".new", "Operation not permitted") : "");
+    EXPECT_EQ(change(nobody).errors, isRoot() ? diagnostic(".new", "Operation not permitted") : "");
     EXPECT_EQ(change(0).output, changed);
     EXPECT_EQ(change(nobody).output, changed);
 }
 
-TEST_F(Users, StartFirmwareJobsInTurn)
+TEST_F(Users, CanStartFirmwareJobsOneAfterTheOther)
 {
     unit.set("/firmware/pace", 0);
     chmod(unit.file().c_str(), 0666);
@@ -147,14 +149,14 @@ TEST_F(Users, StartFirmwareJobsInTurn)
     EXPECT_EQ(startJob(nobody).output, ofRoot);
 }
 
-TEST_F(Users, AreToldOfTheJobsFileThatTheyMayNotOpen)
+TEST_F(Users, AreToldIfTheyMayNotOpenTheJobLock)
 {
     writeFile(unit.file() + ".job", "");
     give(unit.file() + ".job", 0, 0);
     const Outcome outcome = startJob(nobody);
     EXPECT_TRUE(outcome.output.ends_with("startSSVerification: The unit file cannot be written\n"))
         << outcome.output;
-    EXPECT_EQ(outcome.errors, complaint(".job", "Permission denied"));
+    EXPECT_EQ(outcome.errors, diagnostic(".job", "Permission denied"));
 }
 
 } // namespace

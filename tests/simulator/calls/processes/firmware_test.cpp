@@ -12,8 +12,8 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
-// What `work` gives, from 0 to 255, in a process that has called nothing yet.
-int inAProcessOfItsOwn(const std::function<unsigned()>& work)
+// Runs `work` in a process without handles and jobs. Returns its result, from 0 to 255.
+int inNewProcess(const std::function<unsigned()>& work)
 {
     const pid_t child = fork();
     if (child == 0)
@@ -23,37 +23,36 @@ int inAProcessOfItsOwn(const std::function<unsigned()>& work)
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-TEST(FirmwareJob, HasNoStatusBeforeItsStart)
+TEST(FirmwareJob, HasNoStatusBeforeItStarts)
 {
     const Called<FirmwareUnit> unit;
     UpgradeStatus status{};
-    EXPECT_EQ(inAProcessOfItsOwn(
-                  [&] { return FirmwareUpgrade_getUpgradeStatus(GetFirmwareUpgrade(), &status, 1); }),
-              81);
+    EXPECT_EQ(
+        inNewProcess([&] { return FirmwareUpgrade_getUpgradeStatus(GetFirmwareUpgrade(), &status, 1); }), 81);
 }
 
-TEST(FirmwareJob, RunsAloneInItsProcessUntilItIsOver)
+TEST(FirmwareJob, IsTheOnlyOneInItsProcessUntilItEnds)
 {
     const Called<FirmwareUnit> unit;
-    const auto twoStarts = [&](bool toTheEnd)
+    const auto twoStarts = [&](bool untilDone)
     {
         const FirmwareUpgradeHandle upgrade = GetFirmwareUpgrade();
         UpgradeStatus status{};
         FirmwareUpgrade_startSSUpgrade(upgrade, unit.hex.c_str(), 0);
-        while (toTheEnd && status.state < 6)
+        while (untilDone && status.state < 6)
             FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1);
         return FirmwareUpgrade_startFpgaVerification(upgrade, unit.mcs.c_str(), 0);
     };
-    EXPECT_EQ(inAProcessOfItsOwn([&] { return twoStarts(false); }), 80);
-    EXPECT_EQ(inAProcessOfItsOwn([&] { return twoStarts(true); }), 0);
+    EXPECT_EQ(inNewProcess([&] { return twoStarts(false); }), 80);
+    EXPECT_EQ(inNewProcess([&] { return twoStarts(true); }), 0);
 }
 
-TEST(FirmwareJob, TellsItsStatusWithoutWaitingWhereItIsAskedSo)
+TEST(FirmwareJob, ReportsItsStatusWithoutWaitingIfFlagIs0)
 {
     Called<FirmwareUnit> unit;
-    unit.set("/firmware/pace", 60000); // ms
+    unit.set("/firmware/pace", 60000); // milliseconds
     const auto begin = Clock::now();
-    const auto lookThrice = [&]() -> unsigned
+    const auto readThreeTimes = [&]() -> unsigned
     {
         const FirmwareUpgradeHandle upgrade = GetFirmwareUpgrade();
         FirmwareUpgrade_startSSUpgrade(upgrade, unit.hex.c_str(), 0);
@@ -62,7 +61,7 @@ TEST(FirmwareJob, TellsItsStatusWithoutWaitingWhereItIsAskedSo)
             FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 0);
         return status.state == 0 ? 0 : 1;
     };
-    EXPECT_EQ(inAProcessOfItsOwn(lookThrice), 0);
+    EXPECT_EQ(inNewProcess(readThreeTimes), 0);
     EXPECT_LT(Clock::now() - begin, std::chrono::seconds(30));
 }
 

@@ -1,4 +1,4 @@
-// Many processes that call one unit at once.
+// Concurrent calls of one unit from many processes.
 
 #include "device/qv_aux2.h"
 #include "support/called_unit.h"
@@ -34,7 +34,7 @@ TEST(Processes, BootTheUnitOnce)
     EXPECT_EQ(unit["/diagnostic/powerCycles"], 8);
 }
 
-TEST(Processes, WriteWholeLinesIntoTheTrace)
+TEST(Processes, WriteCompleteLinesToTheTrace)
 {
     const CalledUnit unit(json{{"errorTexts", {{"77", std::string(3000, 'x')}}}}.dump());
     constexpr int callsOfEach = 100;

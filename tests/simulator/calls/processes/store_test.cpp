@@ -21,8 +21,9 @@ namespace
 using nlohmann::json;
 using testing::AnyOf;
 
-// 64 processes make 100 changes each. Each has a setting of its own, which it finds as it left it; every call
-// is counted in the file, too. In memory, where they meet more often than on a disk, which lets them wait.
+// 64 processes make 100 changes each. Each has its own setting, which nobody else changes, and the file
+// counts all calls. The file is in memory: a disk would slow the processes down, and they would collide less
+// often.
 void changeAUnitInManyProcesses()
 {
     if (std::filesystem::is_directory("/dev/shm"))
@@ -50,20 +51,20 @@ void changeAUnitInManyProcesses()
     EXPECT_EQ(unit["/faults/CanSetting_setBaudrate/skip"], 1000000 - 64 * 100);
 }
 
-TEST(Store, LosesNoneOf100ChangesOfEachOf64ProcessesAtOnce)
+TEST(Store, LosesNoChangeOf64ConcurrentProcesses)
 {
     changeAUnitInManyProcesses();
 }
 
-TEST(Store, LosesNoneOfThemWhileTheClockJumps)
+TEST(Store, LosesNoChangeWhileTheClockJumps)
 {
     const JumpingClock clock;
     changeAUnitInManyProcesses();
 }
 
-// The folder's name means this unit and that one in turn. A change is made in one of them as a whole: what it
-// has locked in one it does not save in the other.
-TEST(Store, LosesNoChangeWhileItsFolderIsALinkNowAndThen)
+// The name of the directory refers to two units in turn. A change must use one of them throughout, and never
+// lock one and save the other.
+TEST(Store, LosesNoChangeWhileItsDirectoryIsSwapped)
 {
     const TemporaryFolder folder;
     const std::string here = folder / "here";
@@ -97,7 +98,7 @@ TEST(Store, LosesNoChangeWhileItsFolderIsALinkNowAndThen)
     kill(swapper, SIGKILL);
     int status = 0;
     waitpid(swapper, &status, 0);
-    EXPECT_TRUE(WIFSIGNALED(status)) << "the folders could not be swapped";
+    EXPECT_TRUE(WIFSIGNALED(status)) << "the directories could not be swapped";
 
     int calls = 0;
     for (const std::string& unit : {std::filesystem::is_symlink(here) ? link : here, there})
@@ -110,8 +111,8 @@ TEST(Store, LosesNoChangeWhileItsFolderIsALinkNowAndThen)
     EXPECT_EQ(calls, 16 * 100);
 }
 
-// All children wait for the start, to find no file at the same time.
-TEST(Store, MakesAUnitOnceHoweverManyFindNone)
+// The children wait for each other, so that none of them finds a file.
+TEST(Store, CreatesAUnitOnceForConcurrentProcesses)
 {
     const CalledUnit unit;
     for (int round = 0; round < 20; ++round)
@@ -137,8 +138,8 @@ TEST(Store, MakesAUnitOnceHoweverManyFindNone)
     }
 }
 
-// Every child sets the volume to 1, 2, 3 and so on and tells before each.
-TEST(Store, IsWholeAndUpToDateWhereverAProcessWasKilled)
+// A child sets the volume to 1, 2, 3 and so on. It writes a byte before each change.
+TEST(Store, IsCompleteAndUpToDateAfterAKill)
 {
     const CalledUnit unit(R"({"buzzer": {"volume": 0}})");
     std::mt19937 random(4711);
@@ -146,23 +147,23 @@ TEST(Store, IsWholeAndUpToDateWhereverAProcessWasKilled)
     for (int i = 0; i < 1000; ++i)
     {
         const json before = unit["/buzzer/volume"];
-        int told[2];
-        ASSERT_EQ(pipe(told), 0);
+        int started[2];
+        ASSERT_EQ(pipe(started), 0);
         const pid_t child = startChild(
             [&]
             {
                 const BuzzerHandle buzzer = GetBuzzer();
-                for (std::uint16_t volume = 1; write(told[1], "", 1) == 1; ++volume)
+                for (std::uint16_t volume = 1; write(started[1], "", 1) == 1; ++volume)
                     Buzzer_setVolume(buzzer, volume);
             });
-        close(told[1]);
+        close(started[1]);
         char bytes[2000];
-        ssize_t begun = read(told[0], bytes, 1);
+        ssize_t begun = read(started[0], bytes, 1);
         std::this_thread::sleep_for(std::chrono::microseconds(moment(random)));
         kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
-        begun += read(told[0], bytes, sizeof bytes);
-        close(told[0]);
+        begun += read(started[0], bytes, sizeof bytes);
+        close(started[0]);
         const json last = begun > 1 ? json(begun - 1) : before;
         ASSERT_THAT(unit.content(),
                     AnyOf(json{{"buzzer", {{"volume", last}}}}, json{{"buzzer", {{"volume", begun}}}}));
