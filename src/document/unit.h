@@ -4,8 +4,7 @@
 // Each record lists its keys in describe(). Documents are read, checked and written from these lists alone.
 //
 // A value that a unit may lack is a std::optional and null in the document. Its operation then returns
-// QV_NOT_SUPPORTED. Flags that come from the device keep the width that the device uses, because any number
-// may come back.
+// QV_NOT_SUPPORTED. All other fields have the width of the device API's values, and may hold any of them.
 
 #pragma once
 

@@ -29,10 +29,10 @@ struct Job
     FirmwareTarget target;
     FirmwareTask task;
     std::string path;
-    File lock; // held while the job runs
-    std::chrono::milliseconds pace;
-    Clock::time_point due;
-    bool reported = false; // whether the current state has been reported
+    File lock;                      // held while the job runs
+    std::chrono::milliseconds pace; // duration of each state
+    Clock::time_point due;          // end of the current state
+    bool reported = false;          // whether the current state has been reported
     std::int32_t state = QV_UPGRADE_INITIATING;
     HexError error{};
     std::vector<HexRecord> records{};
