@@ -5,8 +5,6 @@
 using namespace document;
 using namespace simulator;
 
-#include <cstring>
-
 namespace
 {
 

@@ -31,7 +31,7 @@ struct Buffer
     }
 };
 
-constexpr Buffer buffer;
+constexpr Buffer anyBuffer;
 
 // Returns the name of an exported function.
 std::string nameOf(void* function);
