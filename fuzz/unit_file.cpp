@@ -218,9 +218,9 @@ void checkDirectory(const std::string& unitBefore, const std::vector<ApiError>& 
 {
     const std::string after = readFile(directory().unitFile());
     const auto before = parse(unitBefore);
-    // A fault in a valid file may return unitFileInvalid too.
+    // A fault in a valid file may return this error too.
     const bool refused =
-        std::ranges::count(codes, unitFileInvalid) > 0 && !(before && before->contains("faults"));
+        std::ranges::count(codes, simulator::unitFileInvalid) > 0 && !(before && before->contains("faults"));
     expect((before && !refused) || after == unitBefore, "an invalid unit file does not change");
     expect(!before || keepsKeys(*before, Json::parse(after)), "no key is lost");
     for (const auto& entry : std::filesystem::directory_iterator(directory().path))
@@ -271,7 +271,7 @@ UpgradeStatus finishAndCheckJob()
     if (status.error == QV_SUCCESS)
         expect(status.state == QV_UPGRADE_DONE, "a job without an error is done");
     else
-        expect(status.error >= firmwareUnreadable && status.error <= firmwareGoesOn,
+        expect(status.error >= simulator::firmwareUnreadable && status.error <= simulator::firmwareContinues,
                "a failed job reports an error of the firmware file");
     expect(GetErrorStringA(status.error), "every error has a text");
     return status;
