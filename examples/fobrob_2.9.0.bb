@@ -1,14 +1,14 @@
 SUMMARY = "Settings tool of a vehicle display computer"
 LICENSE = "CLOSED"
 
-# Replace with the location of your sources and the commit.
+# Replace with the URL of your repository and the commit.
 SRC_URI = "git://git.example.org/fobrob.git;protocol=https;branch=main"
 SRCREV = "0000000000000000000000000000000000000000"
 S = "${WORKDIR}/git"
 
 inherit cmake systemd
 
-# Replace with the recipe and the package of the unit's device library.
+# Replace with the recipe and the package that provide the unit's device library.
 DEPENDS = "qv-aux2"
 RDEPENDS:${PN} = "qv-aux2"
 EXTRA_OECMAKE = "-DQV_AUX2_LIBRARY=${STAGING_LIBDIR}/libqv-aux2.so.2.11"
