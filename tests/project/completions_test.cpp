@@ -1,4 +1,5 @@
 #include "fobrob/option_table.h"
+#include "support/letter_case.h"
 #include "support/unit.h"
 #include "support/vocabulary.h"
 
@@ -71,7 +72,7 @@ void addOffers(Vocabulary& vocabulary, const std::string& line, const std::strin
         words.insert(end == offer.npos ? "" : "=");
         if (end != offer.npos)
             for (const std::string& word : offered(shell, line + offer))
-                words.insert(inSmallLetters(word));
+                words.insert(inLowercase(word));
         words.erase("/"); // the beginning of a path
     }
 }

@@ -1,4 +1,5 @@
 #include "fobrob/option_table.h"
+#include "support/letter_case.h"
 #include "support/manual_page.h"
 #include "support/unit.h"
 #include "support/vocabulary.h"
@@ -75,7 +76,7 @@ Words markedWords(const std::string& line)
         if (std::regex_match(part, std::regex("[A-Z][a-z]"))) // a macro
             marked = part == "Cm";
         else if (marked && std::isalnum(static_cast<unsigned char>(part.front())))
-            words.insert(inSmallLetters(part));
+            words.insert(inLowercase(part));
     return words;
 }
 

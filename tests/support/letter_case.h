@@ -2,16 +2,30 @@
 
 #pragma once
 
+#include <algorithm>
 #include <cctype>
 #include <string>
 
-// The text with capitals for small letters and small letters for capitals.
+inline std::string inLowercase(std::string text)
+{
+    std::ranges::transform(text, text.begin(),
+                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
+inline std::string inUppercase(std::string text)
+{
+    std::ranges::transform(text, text.begin(),
+                           [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    return text;
+}
+
+// Every uppercase letter in lowercase and the other way round.
 inline std::string withCaseSwapped(std::string text)
 {
-    for (char& letter : text)
-    {
-        const auto code = static_cast<unsigned char>(letter);
-        letter = static_cast<char>(std::isupper(code) ? std::tolower(code) : std::toupper(code));
-    }
+    std::ranges::transform(text, text.begin(),
+                           [](unsigned char c) {
+                               return static_cast<char>(std::isupper(c) ? std::tolower(c) : std::toupper(c));
+                           });
     return text;
 }

@@ -224,3 +224,8 @@ Outcome runOn(const Unit& unit, const std::vector<std::string>& words,
     environment.insert({"PATH", bin.path + ":/usr/bin:/bin"});
     return runCommand({.words = words, .environment = environment});
 }
+
+std::string helpScreen(const std::string& name)
+{
+    return readFile(PROJECT_FOLDER "/tests/data/help/" + name + ".txt");
+}

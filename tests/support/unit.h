@@ -96,3 +96,6 @@ private:
 // Runs a command that finds the program, on the unit, under the names `fobrob` and `fobrob-sim`.
 Outcome runOn(const Unit& unit, const std::vector<std::string>& words,
               std::map<std::string, std::string> environment = {});
+
+// The file of the name "buzzer", "general", "list" and so on in tests/data/help/.
+std::string helpScreen(const std::string& name);

@@ -1,10 +1,8 @@
 #include "support/vocabulary.h"
 
 #include "fobrob/option_table.h"
+#include "support/letter_case.h"
 #include "support/unit.h"
-
-#include <algorithm>
-#include <cctype>
 
 namespace
 {
@@ -24,7 +22,7 @@ std::vector<std::string> namesOf(const std::vector<std::string>& codes)
 {
     std::vector<std::string> names;
     for (const std::string& code : codes)
-        names.push_back(inSmallLetters(code));
+        names.push_back(inLowercase(code));
     return names;
 }
 
@@ -86,7 +84,7 @@ Words taken(Unit& unit, const std::string& line, int argument, const Words& cand
         return words;
     for (const std::string& word : candidates)
         if (isTaken(unit, line + "=" + word))
-            words.insert(inSmallLetters(word));
+            words.insert(inLowercase(word));
     return words;
 }
 
@@ -105,11 +103,4 @@ Vocabulary vocabularyOfTheProgram()
                 taken(unit, opening(category) + " --" + option, argumentOf(option), words);
     }
     return vocabulary;
-}
-
-std::string inSmallLetters(std::string text)
-{
-    std::ranges::transform(text, text.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
 }

@@ -14,5 +14,3 @@ using Words = std::set<std::string>;
 using Vocabulary = std::map<std::string, Words>;
 
 Vocabulary vocabularyOfTheProgram();
-
-std::string inSmallLetters(std::string text);
