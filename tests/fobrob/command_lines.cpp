@@ -1,6 +1,6 @@
-#include "command_lines.h"
+#include "fobrob/command_lines.h"
 
-#include "settings.h"
+#include "fobrob/settings.h"
 #include "support/category_calls.h"
 
 #include <algorithm>

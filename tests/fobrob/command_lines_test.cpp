@@ -1,4 +1,4 @@
-#include "command_lines.h"
+#include "fobrob/command_lines.h"
 
 #include "support/text.h"
 

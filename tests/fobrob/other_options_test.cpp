@@ -1,6 +1,6 @@
 // Options of another category and options that do not exist, after each category.
 
-#include "settings.h"
+#include "fobrob/settings.h"
 #include "support/category_calls.h"
 
 #include <gmock/gmock.h>

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "command_lines.h"
+#include "fobrob/command_lines.h"
 
 struct Setting
 {
@@ -37,3 +37,6 @@ inline void PrintTo(const SettingsCategory& row, std::ostream* stream)
 }
 
 const std::vector<SettingsCategory>& settingsCategories();
+
+// Those of the category of the name.
+const std::vector<Setting>& settingsOf(const std::string& name);

@@ -1,4 +1,4 @@
-#include "settings.h"
+#include "fobrob/settings.h"
 
 #include "support/category_calls.h"
 

@@ -1,4 +1,4 @@
-// The words that a category or an option takes, in any letter case.
+// Words in any letter case. Those of --onoff, --telematics and --touch are in the files of these categories.
 
 #include "support/category_calls.h"
 #include "support/letter_case.h"
@@ -139,80 +139,6 @@ Category ledWords()
     return category;
 }
 
-void addActions(Category& category, const std::string& option, const std::string& operation,
-                const std::string& label, const std::string& key)
-{
-    const std::pair<const char*, const char*> actions[] = {
-        {"NOACTION", "none"}, {"SUSPEND", "suspend"}, {"SHUTDOWN", "shutdown"}};
-    for (int number = 0; const auto& [action, stored] : actions)
-        category.words.push_back({"--onoff " + option + "=@",
-                                  action,
-                                  {"Config_set" + operation + "(" + std::to_string(number++) + ") = 0"},
-                                  label + " set to: " + action + "\n",
-                                  key,
-                                  7,
-                                  stored});
-}
-
-void addTriggers(Category& category)
-{
-    const struct
-    {
-        int value;
-        const char* word;
-        const char* description;
-    } triggers[] = {
-        {1, "FRONT", "FRONT button"},
-        {2, "ONOFF", "ONOFF signal"},
-        {3, "BOTH", "FRONT button and ONOFF signal"},
-        {1, "Front_Button_Enabled", "FRONT button"},
-        {2, "OnOff_Signal_Enabled", "ONOFF signal"},
-        {3, "Both_Button_And_Signal_Enabled", "FRONT button and ONOFF signal"},
-        {5, "CAN_Button_Activity", "Wake up on CAN and Buttons"},
-        {6, "CAN_OnOff_Activity", "Wake up on CAN and On/Off/Ignition signal"},
-        {7, "CAN_Button_OnOff_Activity", "Wake up on CAN, Buttons and On/Off/Ignition signal"},
-        {9, "CI_Button_Activity", "Wake up on CI and Button State Change"},
-        {10, "CI_OnOff_Activity", "Wake up on CI and OnOff Signal State Change"},
-        {11, "CI_Button_OnOff_Activity", "Wake up on CI, Button and OnOff Signal State Change"},
-        {13, "CI_CAN_Button_Activity", "Wake up on CI, CAN and Button State Change"},
-        {14, "CI_CAN_OnOff_Activity", "Wake up on CI, CAN and OnOff Signal State Change"},
-        {15, "All_Events", "Wake up on all events"},
-    };
-    for (const auto& [value, word, description] : triggers)
-        category.words.push_back({"--onoff --unit_startup=@",
-                                  word,
-                                  {"Config_setStartupTriggerConfig(" + std::to_string(value) + ") = 0"},
-                                  std::string("Startup Trigger set to: ") + description + "\n",
-                                  "/config/startupTrigger",
-                                  4,
-                                  value});
-}
-
-Category onOffWords()
-{
-    Category category = {"OnOff", {}};
-    addActions(category, "--shortpress", "ShortButtonPressAction", "Short press", "/config/shortPressAction");
-    addActions(category, "--longpress", "LongButtonPressAction", "Long press", "/config/longPressAction");
-    addActions(category, "--onoff_signal", "OnOffSigAction", "OnOff Signal", "/config/onOffSignalAction");
-    addTriggers(category);
-    // Intentional: the word is printed as it is typed.
-    category.words.push_back({"--onoff --always_on=@",
-                              "Enabled",
-                              {"Config_setPowerOnStartup(1) = 0"},
-                              "PowerOnStartup set to: @.\n",
-                              "/config/powerOnStartup",
-                              false,
-                              true});
-    category.words.push_back({"--onoff --always_on=@",
-                              "Disabled",
-                              {"Config_setPowerOnStartup(0) = 0"},
-                              "PowerOnStartup set to: @.\n",
-                              "/config/powerOnStartup",
-                              true,
-                              false});
-    return category;
-}
-
 Category powerWords()
 {
     Category category = {"Power",
@@ -273,101 +199,6 @@ Category powerWords()
     return category;
 }
 
-Category telematicsWords()
-{
-    const struct
-    {
-        std::string option;
-        std::string operation;
-        std::string label;
-        std::string key;
-    } settings[] = {
-        {"--wlanpower", "WLANPowerStatus", "WLAN power", "/telematics/wlan/power"},
-        {"--wlanstartuppower", "WLANStartUpPowerStatus", "WLAN startup power",
-         "/telematics/wlan/startupPower"},
-        {"--gsmpower", "GPRSPowerStatus", "GSM power", "/telematics/gprs/power"},
-        {"--gsmstartuppower", "GPRSStartUpPowerStatus", "GSM startup power", "/telematics/gprs/startupPower"},
-        {"--gpspower", "GPSPowerStatus", "GPS power", "/telematics/gps/power"},
-        {"--gpsstartuppower", "GPSStartUpPowerStatus", "GPS startup power", "/telematics/gps/startupPower"},
-        {"--bluetoothpower", "BTPowerStatus", "Bluetooth power", "/telematics/bluetooth/power"},
-        {"--bluetoothstartuppower", "BTStartUpPowerStatus", "Bluetooth startup power",
-         "/telematics/bluetooth/startupPower"},
-    };
-    Category category = {"Telematics", {}};
-    for (const auto& [option, operation, label, key] : settings)
-        for (const bool enable : {true, false})
-        {
-            const std::string word = enable ? "ENABLED" : "DISABLED";
-            category.words.push_back({"--telematics " + option + "=@",
-                                      word,
-                                      {"Telematics_set" + operation + (enable ? "(1) = 0" : "(0) = 0")},
-                                      label + " set to: " + word + "\n",
-                                      key,
-                                      !enable,
-                                      enable});
-        }
-    return category;
-}
-
-Category touchWords()
-{
-    Category category = {"Touch",
-                         {{"--touch --mode=@",
-                           "MOUSE",
-                           {"TouchScreen_setMode(2) = 0"},
-                           "TouchScreen profile set to: MOUSE\n",
-                           "/touch/profile",
-                           4,
-                           "mouse"},
-                          {"--touch --mode=@",
-                           "TOUCH",
-                           {"TouchScreen_setMode(3) = 0"},
-                           "TouchScreen profile set to: TOUCH\n",
-                           "/touch/profile",
-                           4,
-                           "touch"}}};
-    const struct
-    {
-        std::string number;
-        std::string word;
-        std::string value;
-        std::string key;
-    } settings[] = {
-        {"0", "TS_RIGHT_CLICK_TIME", "1000", "rightClickTime"},
-        {"1", "TS_LOW_LEVEL", "48", "lowLevel"},
-        {"2", "TS_UNTOUCHLEVEL", "32", "untouchLevel"},
-        {"3", "TS_DEBOUNCE_TIME", "20", "debounceTime"},
-        {"4", "TS_DEBOUNCE_TIMEOUT_TIME", "60", "debounceTimeoutTime"},
-        {"5", "TS_DOUBLECLICK_MAX_CLICK_TIME", "250", "doubleClickMaxTime"},
-        {"6", "TS_DOUBLE_CLICK_TIME", "500", "doubleClickTime"},
-        {"7", "TS_MAX_RIGHTCLICK_DISTANCE", "24", "maxRightClickDistance"},
-        {"8", "TS_USE_DEJITTER", "1", "useDejitter"},
-        {"9", "TS_CALIBTATION_WIDTH", "40", "calibrationWidth"},
-        {"9", "TS_CALIBRATION_WIDTH", "40", "calibrationWidth"},
-        {"10", "TS_CALIBRATION_MEASUREMENTS", "8", "calibrationMeasurements"},
-    };
-    // Intentional: the word is printed as it is typed.
-    for (const auto& [number, word, value, key] : settings)
-    {
-        category.words.push_back({"--touch --setting=@",
-                                  word,
-                                  {"TouchScreen_getAdvancedSetting(" + number + ", [" + value + "]) = 0"},
-                                  "@: " + value + "\n"});
-        category.words.push_back({"--touch --setting=@ --value=0",
-                                  word,
-                                  {"TouchScreen_setAdvancedSetting(" + number + ", 0) = 0"},
-                                  "@ set to: 0\n",
-                                  "/touch/" + key,
-                                  1,
-                                  0});
-    }
-    category.words.push_back({"--touch --setting=@",
-                              "TS_RESTORE_DEFAULT_SETTINGS",
-                              {"TouchScreen_getAdvancedSetting(11, [0]) = 0"},
-                              "@: 0\n"});
-    return category;
-}
-
 Category temperatureWords()
 {
     return {"Temperature",
@@ -424,8 +255,8 @@ class WordsOf : public testing::TestWithParam<Category>
 
 INSTANTIATE_TEST_SUITE_P(Category, WordsOf,
                          testing::Values(aboutWords(), backlightWords(), buzzerWords(), canWords(),
-                                         digitalIoWords(), ledWords(), onOffWords(), powerWords(),
-                                         telematicsWords(), temperatureWords(), touchWords(), versionWords()),
+                                         digitalIoWords(), ledWords(), powerWords(), temperatureWords(),
+                                         versionWords()),
                          [](const auto& test) { return test.param.name; });
 
 TEST_P(WordsOf, AreAcceptedInAnyCase)

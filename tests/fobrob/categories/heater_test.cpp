@@ -3,22 +3,6 @@
 namespace
 {
 
-const char* const help = "Category - Heater\n"
-                         "Enable internal heater and delay start-up when internal temperature is below the \n"
-                         "specified temperature.\n"
-                         "\n"
-                         "Usage\n"
-                         "The category should not be passed an argument. It is optional to pass the\n"
-                         "--temperature option an argument. If no argument is passed to the option, the \n"
-                         "current heater temperature will be printed. In order to set the heater \n"
-                         "temperature simply pass the desired temperature as an argument to the \n"
-                         "--temperature option (-25 to 5 C).\n"
-                         "\n"
-                         "CATEGORY\tARG\tOPTION\t\tARG\t\tNOTE\n"
-                         "--heater\t\t--temperature\t\t\tGet heater temperature.\n"
-                         "--heater\t\t--temperature=\t[-25 to 5]\tSet heater temperature.\n";
-
-const std::string optionRequired = "Invalid argument: Option is required (--temperature)\n";
 const std::string outOfRange =
     "Invalid argument: The temperature is not within allowed range (-25 C - 5 C)\n";
 
@@ -27,27 +11,7 @@ Calls heaterCalls(const Calls& calls = {})
     return callsOn("Config", calls);
 }
 
-TEST(Heater, ReadsTheLimit)
-{
-    Unit unit(R"({"config": {"heatingLimit": -20}})");
-    const Result result = unit.run("--heater --temperature");
-    EXPECT_EQ(result.output, "Heating limit: -20 C.\n");
-    EXPECT_EQ(result.calls, heaterCalls({"Config_getHeatingTempLimit([-20]) = 0"}));
-}
-
-TEST(Heater, ReadsTheLimitForAnEmptyValueOrTheWordForNone)
-{
-    Unit unit;
-    for (const std::string value : {"=", "=noArgument", "=noargument", "=NOARGUMENT", " 3"})
-    {
-        SCOPED_TRACE(value);
-        const Result result = unit.run("--heater --temperature" + value);
-        EXPECT_EQ(result.output, "Heating limit: -10 C.\n");
-        EXPECT_EQ(result.calls, heaterCalls({"Config_getHeatingTempLimit([-10]) = 0"}));
-    }
-}
-
-TEST(Heater, ReadsEveryLimitThatTheUnitHas)
+TEST(Heater, PrintsSignedLimitsOf16Bits)
 {
     for (const int limit : {-32768, -26, -1, 0, 5, 6, 32767})
     {
@@ -58,7 +22,7 @@ TEST(Heater, ReadsEveryLimitThatTheUnitHas)
     }
 }
 
-TEST(Heater, SetsTheLimit)
+TEST(Heater, AcceptsLimitsInTheirRange)
 {
     const struct
     {
@@ -79,7 +43,7 @@ TEST(Heater, SetsTheLimit)
     }
 }
 
-TEST(Heater, JudgesAndSendsTheLowSixteenBits)
+TEST(Heater, ChecksAndSendsTheLow16Bits)
 {
     const struct
     {
@@ -108,7 +72,7 @@ TEST(Heater, JudgesAndSendsTheLowSixteenBits)
     }
 }
 
-TEST(Heater, RefusesALimitOutsideItsRange)
+TEST(Heater, RefusesLimitsOutsideTheirRange)
 {
     Unit unit;
     for (const std::string value : {"-26", "6", "7", "-27", "100", "-100", "32767", "-32768", "32768",
@@ -121,146 +85,12 @@ TEST(Heater, RefusesALimitOutsideItsRange)
     }
 }
 
-TEST(Heater, TakesTheLastOfRepeatedTemperatures)
-{
-    Unit unit;
-    EXPECT_EQ(unit.run("--heater --temperature=1 --temperature=2").output,
-              "Heater temperature set to: 2 C.\n");
-    EXPECT_EQ(unit.run("--heater --temperature=3 --temperature").output, "Heating limit: 2 C.\n");
-    EXPECT_EQ(unit.run("--heater --temperature --temperature=4").output, "Heater temperature set to: 4 C.\n");
-    EXPECT_EQ(unit.run("--heater --temperature=9 --temperature=5").output,
-              "Heater temperature set to: 5 C.\n");
-}
-
 TEST(Heater, RequiresItsOption)
 {
     Unit unit;
     const Result result = unit.run("--heater");
-    EXPECT_EQ(result.output, optionRequired);
+    EXPECT_EQ(result.output, "Invalid argument: Option is required (--temperature)\n");
     EXPECT_EQ(result.calls, heaterCalls());
-}
-
-TEST(Heater, RequiresItsOptionOnceMoreForEveryForeignOne)
-{
-    Unit unit;
-    for (const std::string option : {"--frequency", "--heater", "--power=Enable", "-h", "-v"})
-    {
-        SCOPED_TRACE(option);
-        const Result result = unit.run("--heater " + option);
-        EXPECT_EQ(result.output, optionRequired + optionRequired);
-        EXPECT_EQ(result.calls, heaterCalls());
-    }
-    EXPECT_EQ(unit.run("--heater --frequency -h").output, optionRequired + optionRequired + optionRequired);
-}
-
-TEST(Heater, RequiresItsOptionForAForeignOneBesideItToo)
-{
-    Unit unit;
-    EXPECT_EQ(unit.run("--heater --frequency --temperature").output,
-              optionRequired + "Heating limit: -10 C.\n");
-    EXPECT_EQ(unit.run("--heater --temperature=3 --frequency").output,
-              optionRequired + "Heater temperature set to: 3 C.\n");
-    EXPECT_EQ(unit.run("--heater -v --temperature=6").output, optionRequired + outOfRange);
-}
-
-TEST(Heater, RequiresItsOptionAfterTheDiagnosticOfAnUnknownOne)
-{
-    Unit unit;
-    const Result result = unit.runComplaining("--heater --bogus");
-    EXPECT_EQ(result.output, optionRequired + optionRequired);
-    EXPECT_NE(result.errors.find("unrecognized option '--bogus'"), std::string::npos);
-    EXPECT_EQ(unit.runComplaining("--heater --bogus --temperature").output,
-              optionRequired + "Heating limit: -10 C.\n");
-}
-
-TEST(Heater, ShowsItsHelpAndReleasesNothing)
-{
-    Unit unit;
-    const Result result = unit.run("--heater --help");
-    EXPECT_EQ(result.output, help);
-    EXPECT_EQ(result.calls, (Calls{"GetConfig() = handle"}));
-}
-
-TEST(Heater, ShowsItsHelpAmongOtherOptionsAndChangesNothing)
-{
-    Unit unit;
-    for (const std::string options :
-         {"--temperature=3 --help", "--help --temperature=3", "--help --frequency"})
-    {
-        SCOPED_TRACE(options);
-        const Result result = unit.run("--heater " + options);
-        EXPECT_EQ(result.output, help);
-        EXPECT_EQ(result.calls, (Calls{"GetConfig() = handle"}));
-    }
-    EXPECT_EQ(unit.run("--heater --frequency --help").output, optionRequired + help);
-}
-
-TEST(Heater, ReportsAFailedReadingAndReleases)
-{
-    Unit unit;
-    unit.fails("Config_getHeatingTempLimit", 77);
-    const Result result = unit.run("--heater --temperature");
-    EXPECT_EQ(result.output, "getHeatingTempLimit: Error 77\n");
-    EXPECT_EQ(result.calls,
-              heaterCalls({"Config_getHeatingTempLimit([]) = 77", "GetErrorStringA(77) = \"Error 77\""}));
-}
-
-TEST(Heater, ReportsAFailedChangeAndReleases)
-{
-    Unit unit;
-    unit.fails("Config_setHeatingTempLimit", 77);
-    const Result result = unit.run("--heater --temperature=-7");
-    EXPECT_EQ(result.output, "setHeatingTempLimit: Error 77\n");
-    EXPECT_EQ(result.calls,
-              heaterCalls({"Config_setHeatingTempLimit(-7) = 77", "GetErrorStringA(77) = \"Error 77\""}));
-    EXPECT_EQ(unit["/config/heatingLimit"], nullptr);
-}
-
-TEST(Heater, FallsSilentWhereTheErrorHasNoText)
-{
-    Unit unit(R"({"errorTexts": {"77": null}})");
-    unit.fails("Config_getHeatingTempLimit", 77);
-    unit.fails("Config_setHeatingTempLimit", 77);
-    for (const auto& [value, output] :
-         {std::pair("", "getHeatingTempLimit: "), std::pair("=3", "setHeatingTempLimit: ")})
-    {
-        const Result result = unit.run(std::string("--heater --temperature") + value);
-        EXPECT_EQ(result.output, output);
-        EXPECT_EQ(result.calls.back(), "Config_release() = 0");
-    }
-}
-
-TEST(Heater, PrintsZeroWhereNothingWasWritten)
-{
-    Unit unit;
-    unit.ignores("Config_getHeatingTempLimit");
-    EXPECT_EQ(unit.run("--heater --temperature").output, "Heating limit: 0 C.\n");
-}
-
-TEST(Heater, UsesAHandleThatIsNull)
-{
-    Unit unit;
-    unit.givesNull("GetConfig");
-    const Result result = unit.run("--heater --temperature=3");
-    EXPECT_EQ(result.output, "setHeatingTempLimit: The module handle is not valid\n");
-    EXPECT_EQ(result.calls.back(), "Config_release() = 3");
-}
-
-TEST(Heater, SaysNothingOfAFailedRelease)
-{
-    Unit unit;
-    unit.fails("Config_release", 77);
-    const Result result = unit.run("--heater --temperature");
-    EXPECT_EQ(result.output, "Heating limit: -10 C.\n");
-    EXPECT_EQ(result.calls.back(), "Config_release() = 77");
-}
-
-TEST(Heater, TheLimitOutlastsAReboot)
-{
-    Unit unit;
-    unit.run("--heater --temperature=-3");
-    unit.shutDown();
-    EXPECT_EQ(unit.run("--heater --temperature").output, "Heating limit: -3 C.\n");
 }
 
 } // namespace

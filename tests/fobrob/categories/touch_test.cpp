@@ -6,45 +6,6 @@
 namespace
 {
 
-const char* const help =
-    "Category - Touch\n"
-    "Use this category to adjust the settings of the touchscreen controller.\n"
-    "\n"
-    "Usage\n"
-    "If no option is used, all available information about the Touch functionality will be printed.\n"
-    "It is not possible to combine several settings, but mode and one setting can be combined.\n"
-    "See the table below for available arguments.\n"
-    "\n"
-    "Examples how options can be used:\n"
-    "Ex1: ./Fobrob --touch --setting=TS_RIGHT_CLICK_TIME --value=1000\n"
-    "Ex2: ./Fobrob --touch --mode=TOUCH\n"
-    "Ex3: ./Fobrob --touch --mode\n"
-    "Ex3: ./Fobrob --touch --setting=TS_LOW_LEVEL\n"
-    "\n"
-    "Category\tArg\tOption\t\tArg\t\tNote\n"
-    "--touch\t\t\t\t\t\t\tShow information about Touch configuration.\n"
-    "\n"
-    "--touch\t\t\t--mode\t\tGet the current profile.\n"
-    "--touch\t\t\t--mode=MOUSE/TOUCH\t\tSet the mouse profile to mouse or touch profile.\n"
-    "--touch\t\t\t--setting=SETTING\t\tGet the value of the setting.\n"
-    "--touch\t\t\t--setting=SETTING\t--value=[value]\tSet the value of the setting.\n"
-    "SETTING can be one of the following (see description in API: TouchScreen):\n"
-    "TS_RIGHT_CLICK_TIME, TS_LOW_LEVEL, TS_UNTOUCHLEVEL, TS_DEBOUNCE_TIME, TS_DEBOUNCE_TIMEOUT_TIME, TS_DOUBLECLICK_MAX_CLICK_TIME, TS_DOUBLE_CLICK_TIME, TS_MAX_RIGHTCLICK_DISTANCE, TS_USE_DEJITTER, TS_CALIBRATION_WIDTH, TS_CALIBRATION_MEASUREMENTS and TS_RESTORE_DEFAULT_SETTINGS.\n";
-
-// Everything of a healthy unit.
-const std::string everything = "TouchScreen Profile: TOUCH\n"
-                               "TS_RIGHT_CLICK_TIME: 1000\n"
-                               "TS_LOW_LEVEL: 48\n"
-                               "TS_UNTOUCHLEVEL: 32\n"
-                               "TS_DEBOUNCE_TIME: 20\n"
-                               "TS_DEBOUNCE_TIMEOUT_TIME: 60\n"
-                               "TS_DOUBLECLICK_MAX_CLICK_TIME: 250\n"
-                               "TS_DOUBLE_CLICK_TIME: 500\n"
-                               "TS_MAX_RIGHTCLICK_DISTANCE: 24\n"
-                               "TS_USE_DEJITTER: 1\n"
-                               "TS_CALIBTATION_WIDTH: 40\n"
-                               "TS_CALIBRATION_MEASUREMENTS: 8\n";
-
 // A setting that holds a value, as a healthy unit has it.
 struct Setting
 {
@@ -69,26 +30,10 @@ const Setting settings[] = {
     {"10", "TS_CALIBRATION_MEASUREMENTS", "calibrationMeasurements", "8"},
 };
 
-TEST(Touch, ShowsTheProfileAndElevenSettings)
+TEST(Touch, ReadsEverythingIfOnlyAValueIsGiven)
 {
     Unit unit;
-    const Result result = unit.run("--touch");
-    EXPECT_EQ(result.output, everything);
-    EXPECT_EQ(
-        result.calls,
-        callsOn(
-            "TouchScreen",
-            {"TouchScreen_getMode([3]) = 0", "TouchScreen_getAdvancedSetting(0, [1000]) = 0",
-             "TouchScreen_getAdvancedSetting(1, [48]) = 0", "TouchScreen_getAdvancedSetting(2, [32]) = 0",
-             "TouchScreen_getAdvancedSetting(3, [20]) = 0", "TouchScreen_getAdvancedSetting(4, [60]) = 0",
-             "TouchScreen_getAdvancedSetting(5, [250]) = 0", "TouchScreen_getAdvancedSetting(6, [500]) = 0",
-             "TouchScreen_getAdvancedSetting(7, [24]) = 0", "TouchScreen_getAdvancedSetting(8, [1]) = 0",
-             "TouchScreen_getAdvancedSetting(9, [40]) = 0", "TouchScreen_getAdvancedSetting(10, [8]) = 0"}));
-}
-
-TEST(Touch, ShowsEverythingForAValueAlone)
-{
-    Unit unit;
+    const std::string everything = unit.run("--touch").output;
     EXPECT_EQ(unit.run("--touch --value=5").output, everything);
     EXPECT_EQ(unit.run("--touch --value").output, everything);
     EXPECT_EQ(unit.content(), nlohmann::json::object());
@@ -106,7 +51,7 @@ TEST(Touch, ReadsTheProfile)
     }
 }
 
-TEST(Touch, NamesEveryProfile)
+TEST(Touch, PrintsEveryProfile)
 {
     const struct
     {
@@ -123,7 +68,7 @@ TEST(Touch, NamesEveryProfile)
     }
 }
 
-TEST(Touch, ChoosesTheProfileInAnyCase)
+TEST(Touch, AcceptsAProfileInAnyCase)
 {
     const struct
     {
@@ -146,7 +91,7 @@ TEST(Touch, ChoosesTheProfileInAnyCase)
     }
 }
 
-TEST(Touch, AsksTheUnitForAWordThatIsNoProfile)
+TEST(Touch, SendsMinusOneForAWordThatIsNoProfile)
 {
     Unit unit;
     for (const char* word : {"tablet", "MOUSE_NEXT_BOOT", "TOUCH_NEXT_BOOT", "3"})
@@ -160,14 +105,14 @@ TEST(Touch, AsksTheUnitForAWordThatIsNoProfile)
     }
 }
 
-TEST(Touch, NamesNoProfileThatTheUnitTakes)
+TEST(Touch, PrintsErrorForAWordThatTheUnitAccepts)
 {
     Unit unit;
     unit.ignores("TouchScreen_setMode");
     EXPECT_EQ(unit.run("--touch --mode=tablet").output, "TouchScreen profile set to: ERROR\n");
 }
 
-TEST(Touch, KeepsAProfileThroughABareRepetition)
+TEST(Touch, KeepsAProfileIfTheOptionIsRepeatedWithoutAValue)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--touch --mode=MOUSE --mode").output, "TouchScreen profile set to: MOUSE\n");
@@ -175,7 +120,7 @@ TEST(Touch, KeepsAProfileThroughABareRepetition)
     EXPECT_EQ(unit.run("--touch --mode=TOUCH --mode=mouse").output, "TouchScreen profile set to: MOUSE\n");
 }
 
-TEST(Touch, ReadsEverySettingByTheWordAsItWasTyped)
+TEST(Touch, ReadsEverySettingAndPrintsTheWordAsItIsTyped)
 {
     Unit unit;
     for (const Setting& each : settings)
@@ -189,7 +134,7 @@ TEST(Touch, ReadsEverySettingByTheWordAsItWasTyped)
         }
 }
 
-TEST(Touch, ChangesEverySettingByTheWordAsItWasTyped)
+TEST(Touch, ChangesEverySettingAndPrintsTheWordAsItIsTyped)
 {
     for (const Setting& each : settings)
         for (const std::string& word : {each.word, withCaseSwapped(each.word)})
@@ -204,7 +149,7 @@ TEST(Touch, ChangesEverySettingByTheWordAsItWasTyped)
         }
 }
 
-TEST(Touch, TakesTheWidthInTheRightSpelling)
+TEST(Touch, AcceptsTheCorrectSpellingOfTheWidth)
 {
     Unit unit;
     const Result result = unit.run("--touch --setting=TS_CALIBRATION_WIDTH --value=300");
@@ -213,20 +158,20 @@ TEST(Touch, TakesTheWidthInTheRightSpelling)
     EXPECT_EQ(unit["/touch/calibrationWidth"], 300);
 }
 
-TEST(Touch, TakesTheSettingAndItsValueInEitherOrder)
+TEST(Touch, AcceptsTheSettingAndItsValueInEitherOrder)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--touch --value=7 --setting=TS_LOW_LEVEL").output, "TS_LOW_LEVEL set to: 7\n");
     EXPECT_EQ(unit["/touch/lowLevel"], 7);
 }
 
-TEST(Touch, TakesTheSettingAsTheNextWord)
+TEST(Touch, AcceptsTheSettingAsTheNextWord)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--touch --setting TS_LOW_LEVEL").output, "TS_LOW_LEVEL: 48\n");
 }
 
-TEST(Touch, SendsTheLowSixteenBitsOfAValue)
+TEST(Touch, SendsTheLow16BitsOfAValue)
 {
     const struct
     {
@@ -249,7 +194,7 @@ TEST(Touch, SendsTheLowSixteenBitsOfAValue)
     }
 }
 
-TEST(Touch, ReadsTheSettingForAValueThatIsNone)
+TEST(Touch, ReadsTheSettingForAnEmptyValue)
 {
     Unit unit;
     for (const char* option : {"--value", "--value=", "--value=noArgument", "--value=NOARGUMENT"})
@@ -260,7 +205,7 @@ TEST(Touch, ReadsTheSettingForAValueThatIsNone)
     }
 }
 
-TEST(Touch, KeepsAValueThroughABareRepetition)
+TEST(Touch, KeepsAValueIfTheOptionIsRepeatedWithoutOne)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--touch --setting=TS_LOW_LEVEL --value=5 --value").output,
@@ -269,7 +214,7 @@ TEST(Touch, KeepsAValueThroughABareRepetition)
               "TS_LOW_LEVEL set to: 6\n");
 }
 
-TEST(Touch, TakesTheLastOfRepeatedSettings)
+TEST(Touch, TakesTheLastSetting)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--touch --setting=TS_LOW_LEVEL --setting=TS_DEBOUNCE_TIME").output,
@@ -277,7 +222,7 @@ TEST(Touch, TakesTheLastOfRepeatedSettings)
     EXPECT_EQ(unit.run("--touch --setting=TS_LOW_LEVEL --setting=").output, "TS_LOW_LEVEL: 48\n");
 }
 
-TEST(Touch, HandlesTheProfileBeforeTheSetting)
+TEST(Touch, ProcessesTheProfileBeforeTheSetting)
 {
     Unit unit(R"({"touch": {"profile": "mouse"}})");
     for (const char* options :
@@ -291,7 +236,7 @@ TEST(Touch, HandlesTheProfileBeforeTheSetting)
     }
 }
 
-TEST(Touch, TakesNoHeedOfAValueWithoutASetting)
+TEST(Touch, IgnoresAValueWithoutASetting)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--touch --mode --value=5").calls,
@@ -307,7 +252,7 @@ TEST(Touch, ReadsTheProfileAndChangesASetting)
               lines({"TouchScreen Profile: TOUCH", "TS_DEBOUNCE_TIME set to: 21"}));
 }
 
-TEST(Touch, ReadsTheRestoringOfTheDefaultsAsZero)
+TEST(Touch, ReadsTheSettingThatRestoresDefaultsAsZero)
 {
     Unit unit;
     const Result result = unit.run("--touch --setting=ts_restore_default_settings");
@@ -326,7 +271,7 @@ TEST(Touch, RestoresTheDefaults)
     EXPECT_EQ(unit["/touch/profile"], "mouse");
 }
 
-TEST(Touch, RefusesOtherSettingsAsTheyWereTyped)
+TEST(Touch, RefusesOtherSettingsAndPrintsThemAsTheyAreTyped)
 {
     Unit unit;
     for (const std::string word : {"bogus", "Ts_Low", "LOW_LEVEL", "1", "ERROR", "noArgument",
@@ -347,14 +292,14 @@ TEST(Touch, RefusesAnEmptySetting)
     EXPECT_EQ(unit.run("--touch --setting=").output, "Invalid setting: noArgument\n");
 }
 
-TEST(Touch, RefusesASettingBehindTheProfile)
+TEST(Touch, RefusesASettingAfterTheProfile)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--touch --setting=bogus --mode=mouse").output,
               lines({"TouchScreen profile set to: MOUSE", "Invalid setting: bogus"}));
 }
 
-TEST(Touch, MissesTheWordOfASettingAfterADiagnostic)
+TEST(Touch, RequiresAWordForASetting)
 {
     Unit unit;
     const Result alone = unit.runComplaining("--touch --setting");
@@ -371,69 +316,7 @@ TEST(Touch, ReportsASettingThatTheUnitRefuses)
     EXPECT_EQ(unit["/touch/useDejitter"], nullptr);
 }
 
-TEST(Touch, ReportsAFailedReadingOfTheProfileUnderItsLabel)
-{
-    Unit unit;
-    unit.fails("TouchScreen_getMode", 77);
-    const Result result = unit.run("--touch --mode --setting=TS_LOW_LEVEL");
-    EXPECT_EQ(result.output, lines({"TouchScreen Profile: Error 77", "TS_LOW_LEVEL: 48"}));
-    EXPECT_EQ(result.calls,
-              callsOn("TouchScreen", {"TouchScreen_getMode([]) = 77", "GetErrorStringA(77) = \"Error 77\"",
-                                      "TouchScreen_getAdvancedSetting(1, [48]) = 0"}));
-}
-
-TEST(Touch, ReportsAFailedChangeOfTheProfileAndGoesOn)
-{
-    Unit unit;
-    unit.fails("TouchScreen_setMode", 77);
-    EXPECT_EQ(unit.run("--touch --mode=mouse --setting=TS_LOW_LEVEL --value=9").output,
-              lines({"setMode: Error 77", "TS_LOW_LEVEL set to: 9"}));
-    EXPECT_EQ(unit["/touch/profile"], nullptr);
-}
-
-TEST(Touch, ReportsAFailedReadingOfASetting)
-{
-    Unit unit;
-    unit.fails("TouchScreen_getAdvancedSetting", 77);
-    const Result result = unit.run("--touch --setting=TS_LOW_LEVEL");
-    EXPECT_EQ(result.output, "getAdvancedSetting: Error 77\n");
-    EXPECT_EQ(result.calls, callsOn("TouchScreen", {"TouchScreen_getAdvancedSetting(1, []) = 77",
-                                                    "GetErrorStringA(77) = \"Error 77\""}));
-}
-
-TEST(Touch, ReportsAFailedChangeOfASetting)
-{
-    Unit unit;
-    unit.fails("TouchScreen_setAdvancedSetting", 77);
-    EXPECT_EQ(unit.run("--touch --setting=TS_LOW_LEVEL --value=9").output, "setAdvancedSetting: Error 77\n");
-    EXPECT_EQ(unit["/touch/lowLevel"], nullptr);
-}
-
-TEST(Touch, FallsSilentWhereTheErrorHasNoText)
-{
-    const struct
-    {
-        const char* operation;
-        const char* options;
-        const char* output;
-    } cases[] = {
-        {"TouchScreen_getMode", "--mode --setting=TS_LOW_LEVEL", "TouchScreen Profile: "},
-        {"TouchScreen_setMode", "--mode=mouse --setting=TS_LOW_LEVEL", "setMode: "},
-        {"TouchScreen_getAdvancedSetting", "--setting=TS_LOW_LEVEL", "getAdvancedSetting: "},
-        {"TouchScreen_setAdvancedSetting", "--setting=TS_LOW_LEVEL --value=1", "setAdvancedSetting: "},
-    };
-    for (const auto& [operation, options, output] : cases)
-    {
-        SCOPED_TRACE(operation);
-        Unit unit(R"({"errorTexts": {"77": null}})");
-        unit.fails(operation, 77);
-        const Result result = unit.run(std::string("--touch ") + options);
-        EXPECT_EQ(result.output, output);
-        EXPECT_EQ(result.calls.back(), "TouchScreen_release() = 0");
-    }
-}
-
-TEST(Touch, ReportsEveryReadingOfAUnitWithoutATouchScreen)
+TEST(Touch, ReportsEveryReadOnAUnitWithoutATouchScreen)
 {
     Unit unit(R"({"about": {"touchScreen": false}})");
     std::string output = "TouchScreen Profile: Not supported by this unit\n";
@@ -442,74 +325,7 @@ TEST(Touch, ReportsEveryReadingOfAUnitWithoutATouchScreen)
     EXPECT_EQ(unit.run("--touch").output, output);
 }
 
-TEST(Touch, ShowsZeroesWhereNothingWasWritten)
-{
-    Unit unit;
-    unit.ignores("TouchScreen_getMode");
-    unit.ignores("TouchScreen_getAdvancedSetting");
-    EXPECT_EQ(unit.run("--touch --mode --setting=TS_LOW_LEVEL").output,
-              lines({"TouchScreen Profile: MOUSE_NEXT_BOOT", "TS_LOW_LEVEL: 0"}));
-}
-
-TEST(Touch, UsesAHandleThatIsNull)
-{
-    Unit unit;
-    unit.givesNull("GetTouchScreen");
-    EXPECT_EQ(unit.run("--touch --mode=mouse --setting=TS_LOW_LEVEL").output,
-              lines({"setMode: The module handle is not valid",
-                     "getAdvancedSetting: The module handle is not valid"}));
-}
-
-TEST(Touch, RefusesAForeignOptionWithoutReading)
-{
-    Unit unit;
-    for (const char* options : {"--frequency", "-h", "-v", "--value=5 --frequency", "--frequency --value"})
-    {
-        SCOPED_TRACE(options);
-        const Result result = unit.run(std::string("--touch ") + options);
-        EXPECT_EQ(result.output, "Invalid argument\n");
-        EXPECT_EQ(result.calls, callsOn("TouchScreen", {}));
-    }
-}
-
-TEST(Touch, LetsAForeignOptionThroughBesideItsOwn)
-{
-    Unit unit;
-    EXPECT_EQ(unit.run("--touch --frequency --mode -h").output, "TouchScreen Profile: TOUCH\n");
-    EXPECT_EQ(unit.run("--touch --setting=TS_LOW_LEVEL --frequency").output, "TS_LOW_LEVEL: 48\n");
-}
-
-TEST(Touch, RefusesAnUnknownOptionAfterItsDiagnostic)
-{
-    Unit unit;
-    const Result alone = unit.runComplaining("--touch --bogus");
-    EXPECT_EQ(alone.output, "Invalid argument\n");
-    EXPECT_THAT(alone.errors, testing::HasSubstr("unrecognized option '--bogus'"));
-    EXPECT_EQ(unit.runComplaining("--touch --bogus --mode").output, "TouchScreen Profile: TOUCH\n");
-}
-
-TEST(Touch, ShowsItsHelpAndReleasesNothing)
-{
-    Unit unit;
-    const Result result = unit.run("--touch --help");
-    EXPECT_EQ(result.output, help);
-    EXPECT_EQ(result.calls, (Calls{"GetTouchScreen() = handle"}));
-}
-
-TEST(Touch, ShowsItsHelpInsteadOfAnyWork)
-{
-    Unit unit;
-    for (const char* options :
-         {"--mode=mouse --help", "--help --mode=mouse", "--setting=bogus --help", "--frequency --help"})
-    {
-        SCOPED_TRACE(options);
-        const Result result = unit.run(std::string("--touch ") + options);
-        EXPECT_EQ(result.output, help);
-        EXPECT_EQ(result.calls, (Calls{"GetTouchScreen() = handle"}));
-    }
-}
-
-TEST(Touch, KeepsAllSettingsThroughAReboot)
+TEST(Touch, KeepsItsSettingsAcrossAReboot)
 {
     Unit unit;
     std::string output = "TouchScreen Profile: MOUSE\n";
@@ -526,7 +342,7 @@ TEST(Touch, KeepsAllSettingsThroughAReboot)
     EXPECT_EQ(unit.run("--touch").output, output);
 }
 
-TEST(Touch, TheProfilesOfTheNextBootComeIntoForceThen)
+TEST(Touch, ProfilesOfTheNextBootApplyThen)
 {
     const struct
     {
