@@ -1,12 +1,13 @@
-// What comes before what: the lines of the program among its calls of the device.
+// The order of printed lines and device calls.
 
+#include "support/category_calls.h"
 #include "support/firmware_unit.h"
 
 namespace
 {
 
-// The program with its call trace on standard output.
-Command tracedAmongItsLines(const Unit& unit, const std::string& arguments)
+// The program, with its call trace on standard output too.
+Command withTraceInOutput(const Unit& unit, const std::string& arguments)
 {
     Command command = programOn(unit.file(), arguments);
     command.environment["QVAUX_TRACE"] = "/dev/stdout";
@@ -15,23 +16,23 @@ Command tracedAmongItsLines(const Unit& unit, const std::string& arguments)
 
 std::string callsAndLines(const std::string& arguments, const Unit& unit = Unit())
 {
-    return runCommand(tracedAmongItsLines(unit, arguments)).output;
+    return runCommand(withTraceInOutput(unit, arguments)).output;
 }
 
-// The same with standard error in it.
+// The same with standard error.
 std::string callsLinesAndDiagnostics(const std::string& arguments)
 {
     const Unit unit;
-    return runCommand(throughShell("exec \"$@\" 2>&1", tracedAmongItsLines(unit, arguments))).output;
+    return runCommand(throughShell("exec \"$@\" 2>&1", withTraceInOutput(unit, arguments))).output;
 }
 
-TEST(Order, TheLightSensorIsHeldUntilTheRefusalIsPrinted)
+TEST(Order, ARefusalIsPrintedBeforeTheRelease)
 {
     EXPECT_EQ(callsAndLines("--lightsensor --volume"),
               lines({"GetLightsensor() = handle", "Invalid argument", "Lightsensor_release() = 0"}));
 }
 
-TEST(Order, EveryLineComesBehindItsCallAndBeforeTheNext)
+TEST(Order, EveryLineIsPrintedBetweenItsCallAndTheNext)
 {
     const struct
     {
@@ -90,7 +91,7 @@ TEST(Order, EveryLineComesBehindItsCallAndBeforeTheNext)
         EXPECT_EQ(callsAndLines(arguments, Unit(keys)), lines(callsOn(module, between))) << arguments;
 }
 
-TEST(Order, TheVersionsAreHeldBeforeTheOptionsAreRead)
+TEST(Order, TheVersionModuleIsObtainedBeforeTheOptionsAreRead)
 {
     EXPECT_EQ(callsAndLines("--version=FPGA --volume"),
               lines({"GetAuxVersion() = handle", "Error: Version does not take any more options.",
@@ -98,7 +99,7 @@ TEST(Order, TheVersionsAreHeldBeforeTheOptionsAreRead)
                      "AuxVersion_release() = 0"}));
 }
 
-TEST(Order, TheProgramsOwnVersionIsPrintedBeforeTheUnitsAreRead)
+TEST(Order, TheProgramVersionIsPrintedBeforeTheUnitsVersionsAreRead)
 {
     EXPECT_TRUE(callsAndLines("--version")
                     .starts_with(lines({"GetAuxVersion() = handle", "fobrob 2.9.0.0",
@@ -106,7 +107,7 @@ TEST(Order, TheProgramsOwnVersionIsPrintedBeforeTheUnitsAreRead)
                                         "FPGAVersion: 1.4.0.2"})));
 }
 
-TEST(Order, TheReportsTellOfEveryCallBeforeTheNext)
+TEST(Order, TheReportsPrintEachFieldBeforeTheNextCall)
 {
     Unit unit;
     unit.fails("Adc_getVoltage", 77);
@@ -136,7 +137,7 @@ TEST(Order, EveryInputIsPrintedBeforeTheNextIsRead)
                      "DigIO_getDigIO([0]) = 0", "Digital input 4: 0", "DigIO_release() = 0"}));
 }
 
-TEST(Order, TheReportsTakeTheirHandlesWhenTheOptionsAreRead)
+TEST(Order, TheReportsObtainTheirHandlesAfterTheOptionsAreRead)
 {
     const std::string refusal = "Invalid argument: Category argument could not be found. Valid are: EEPROM, "
                                 "Diagnostic and ADC.";
@@ -147,7 +148,7 @@ TEST(Order, TheReportsTakeTheirHandlesWhenTheOptionsAreRead)
                      "About_release() = 0"}));
 }
 
-TEST(Order, TheShutdownIsAnnouncedBeforeItIsDone)
+TEST(Order, TheShutdownIsAnnouncedBeforeItsCall)
 {
     EXPECT_EQ(
         callsAndLines("--advanced --shutdown"),
@@ -155,7 +156,7 @@ TEST(Order, TheShutdownIsAnnouncedBeforeItIsDone)
                "FirmwareUpgrade_shutDown() = 0", "About_release() = 0", "FirmwareUpgrade_release() = 0"}));
 }
 
-TEST(Order, AFactoryResetReleasesBeforeItTells)
+TEST(Order, AFactoryResetIsPrintedAfterTheRelease)
 {
     EXPECT_EQ(callsAndLines("--advanced --factory"),
               lines({"GetFirmwareUpgrade() = handle", "GetAbout() = handle", "GetQVAuxPrivate() = handle",
@@ -163,7 +164,7 @@ TEST(Order, AFactoryResetReleasesBeforeItTells)
                      "Factory reset completed.", "About_release() = 0", "FirmwareUpgrade_release() = 0"}));
 }
 
-TEST(Order, TheDiagnosticOfAnOptionComesBeforeItsRefusal)
+TEST(Order, TheDiagnosticOfAnOptionIsPrintedBeforeItsRefusal)
 {
     EXPECT_TRUE(
         callsLinesAndDiagnostics("--about --bogus --volume")
@@ -174,32 +175,13 @@ TEST(Order, TheDiagnosticOfAnOptionComesBeforeItsRefusal)
 
 TEST(Order, TheModulesAreObtainedBeforeTheOptionsAreRead)
 {
-    const struct
-    {
-        std::string category;
-        std::string calls;
-    } cases[] = {
-        {"--version", "GetAuxVersion() = handle\n"},
-        {"--temperature", "GetDiagnostic() = handle\n"},
-        {"--power=current", "GetPower() = handle\nGetConfig() = handle\n"},
-        {"--heater", "GetConfig() = handle\n"},
-        {"--led", "GetFrontLED() = handle\n"},
-        {"--can=CAN0", "GetCanSetting() = handle\nGetAbout() = handle\n"
-                       "About_getNrOfCANConnections([4]) = 0\nAbout_release() = 0\n"},
-        {"--digitalio", "GetDigIO() = handle\n"},
-        {"--onoff", "GetConfig() = handle\n"},
-        {"--advanced", "GetFirmwareUpgrade() = handle\nGetAbout() = handle\n"},
-        {"--buzzer", "GetBuzzer() = handle\n"},
-        {"--telematics", "GetTelematics() = handle\n"},
-        {"--touch", "GetTouchScreen() = handle\n"},
-        {"--backlight", "GetBacklight() = handle\n"},
-        {"--lightsensor", "GetLightsensor() = handle\n"},
-    };
     const std::string diagnostic = programPath() + ": unrecognized option '--bogus'\n";
-    for (const auto& [category, calls] : cases)
+    for (const char* category :
+         {"--version", "--temperature", "--power=current", "--heater", "--led", "--can=CAN0", "--digitalio",
+          "--onoff", "--advanced", "--buzzer", "--telematics", "--touch", "--backlight", "--lightsensor"})
     {
-        const std::string all = callsLinesAndDiagnostics(category + " --bogus");
-        EXPECT_TRUE(all.starts_with(calls + diagnostic)) << all;
+        const std::string all = callsLinesAndDiagnostics(std::string(category) + " --bogus");
+        EXPECT_TRUE(all.starts_with(lines(callsBeforeOptions(category)) + diagnostic)) << all;
     }
 }
 
@@ -213,7 +195,7 @@ TEST(Order, TheCanChannelsAreCountedBeforeAnOptionIsRefused)
                "CanSetting_release() = 0"}));
 }
 
-TEST(Order, TheCanLinesComeBehindTheirCallsAndBeforeTheRelease)
+TEST(Order, TheCanLinesArePrintedBetweenTheirCallsAndTheRelease)
 {
     const struct
     {
@@ -243,7 +225,7 @@ TEST(Order, TheCanLinesComeBehindTheirCallsAndBeforeTheRelease)
     }
 }
 
-TEST(Order, TheHeaterIsHeldUntilItsOptionIsRequired)
+TEST(Order, TheHeaterIsReleasedAfterItsRefusals)
 {
     EXPECT_EQ(callsAndLines("--heater --frequency"),
               lines({"GetConfig() = handle", "Invalid argument: Option is required (--temperature)",

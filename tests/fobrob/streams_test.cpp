@@ -1,4 +1,4 @@
-// Standard input, output and error output that are closed, full or go away.
+// Standard input, output and error that are closed or full, or that close.
 
 #include "support/firmware_unit.h"
 #include "support/terminal.h"
@@ -11,14 +11,14 @@
 namespace
 {
 
-const std::string makesTwoSettings = "--buzzer --frequency=800 --volume=40";
-const Calls callsOfTwoSettings =
+const std::string twoChanges = "--buzzer --frequency=800 --volume=40";
+const Calls callsOfTwoChanges =
     callsOn("Buzzer", {"Buzzer_setFrequency(800) = 0", "Buzzer_setVolume(40) = 0"});
 
 const std::string callsBeforeTheAnswer =
     lines({"GetFirmwareUpgrade() = handle", "GetAbout() = handle", "About_getIsDisplayAvailable([1]) = 0"});
 
-// One run of the program, with what a shell does before it.
+// A run of the program from a shell script.
 struct ShellRun
 {
     ShellRun(const Unit& unit, const std::string& script, const std::string& arguments)
@@ -35,8 +35,7 @@ struct ShellRun
     std::string calls;
 };
 
-// The unit's files and the call trace are opened by the program; none of them may come to stand where
-// standard input or output is expected.
+// The program opens the unit's files and the call trace. None of them may become standard input or output.
 TEST(Streams, MayBeClosedInEveryCombination)
 {
     for (unsigned closed = 0; closed < 8; ++closed)
@@ -48,12 +47,12 @@ TEST(Streams, MayBeClosedInEveryCombination)
         { return (closed & stream) != 0 ? "" : what; };
 
         Unit unit(R"({"buzzer": {"volume": 5}})");
-        const ShellRun change(unit, script, makesTwoSettings + " --none");
+        const ShellRun change(unit, script, twoChanges + " --none");
         EXPECT_EQ(change.outcome.status, 0);
         EXPECT_EQ(change.outcome.output,
                   ifOpen(2, "Buzzer frequency set to: 800 Hz.\nBuzzer volume set to: 40\n"));
         EXPECT_THAT(change.outcome.errors, testing::EndsWith(ifOpen(4, "unrecognized option '--none'\n")));
-        EXPECT_EQ(change.calls, lines(callsOfTwoSettings));
+        EXPECT_EQ(change.calls, lines(callsOfTwoChanges));
         EXPECT_EQ(unit.content(), nlohmann::json::parse(R"({"buzzer": {"volume": 40, "frequency": 800}})"));
 
         FirmwareUnit asked;
@@ -65,7 +64,7 @@ TEST(Streams, MayBeClosedInEveryCombination)
 
         Unit damaged;
         writeFile(damaged.file(), "{");
-        const ShellRun complaint(damaged, script, makesTwoSettings);
+        const ShellRun complaint(damaged, script, twoChanges);
         EXPECT_EQ(complaint.outcome.status, 0);
         EXPECT_EQ(complaint.outcome.output, ifOpen(2, "setFrequency: The unit file is not valid\n"
                                                       "setVolume: The unit file is not valid\n"));
@@ -73,21 +72,21 @@ TEST(Streams, MayBeClosedInEveryCombination)
     }
 }
 
-TEST(Streams, MakeNoDifferenceToTheUnitWhereOutputIsFull)
+TEST(Streams, DoNotAffectTheUnitIfOutputIsFull)
 {
     for (const char* script :
          {"exec \"$@\" >/dev/full", "exec \"$@\" 2>/dev/full", "exec \"$@\" >/dev/full 2>&1"})
     {
         SCOPED_TRACE(script);
         Unit unit;
-        const ShellRun run(unit, script, makesTwoSettings + " --none");
+        const ShellRun run(unit, script, twoChanges + " --none");
         EXPECT_EQ(run.outcome.status, 0);
-        EXPECT_EQ(run.calls, lines(callsOfTwoSettings));
+        EXPECT_EQ(run.calls, lines(callsOfTwoChanges));
         EXPECT_EQ(unit["/buzzer/volume"], 40);
     }
 }
 
-TEST(Streams, MakeNoDifferenceToFirmwareWorkWhereOutputIsFull)
+TEST(Streams, DoNotAffectFirmwareWorkIfOutputIsFull)
 {
     FirmwareUnit unit;
     const ShellRun run(unit, "exec \"$@\" >/dev/full", "--advanced --update=Front --filepath=" + unit.hex);
@@ -95,29 +94,29 @@ TEST(Streams, MakeNoDifferenceToFirmwareWorkWhereOutputIsFull)
     EXPECT_NE(unit["/firmware/front/digest"], nullptr);
 }
 
-TEST(Streams, MakeNoDifferenceToTheUnitWhereTheReaderGoesAway)
+TEST(Streams, DoNotAffectTheUnitIfTheReaderCloses)
 {
     Unit unit;
     const std::string nobodyReads =
         "mkfifo \"$PIPE\"; exec 3<>\"$PIPE\" 4>\"$PIPE\" 3<&-; exec env --default-signal=PIPE \"$@\" >&4";
-    const ShellRun run(unit, "PIPE=" + (unit.folder / "pipe") + "; " + nobodyReads, makesTwoSettings);
+    const ShellRun run(unit, "PIPE=" + (unit.folder / "pipe") + "; " + nobodyReads, twoChanges);
     EXPECT_EQ(run.outcome.status, 0);
-    EXPECT_EQ(run.calls, lines(callsOfTwoSettings));
+    EXPECT_EQ(run.calls, lines(callsOfTwoChanges));
     EXPECT_EQ(unit["/buzzer/volume"], 40);
 }
 
-TEST(Streams, MakeNoDifferenceToFirmwareWorkWhereTheReaderGoesAway)
+TEST(Streams, DoNotAffectFirmwareWorkIfTheReaderCloses)
 {
     FirmwareUnit unit;
     const ShellRun run(unit, "{ env --default-signal=PIPE \"$@\"; echo $? >&2; } | head -n 1",
                        "--advanced --update=Front --force --filepath=" + unit.hex);
     EXPECT_EQ(run.outcome.output, "File format is correct.\n");
-    EXPECT_EQ(run.outcome.errors, "0\n"); // the program's exit status; the pipe has that of its reader
+    EXPECT_EQ(run.outcome.errors, "0\n"); // the program's exit status; that of the pipe is the reader's
     EXPECT_EQ(unit["/firmware/front/incomplete"], false);
     EXPECT_NE(unit["/firmware/front/digest"], nullptr);
 }
 
-TEST(Streams, TakeTheEndOfInputForARefusal)
+TEST(Streams, TakeTheEndOfInputAsARefusal)
 {
     FirmwareUnit unit;
     for (const char* script : {"exec \"$@\" </dev/null", "exec \"$@\" <&-", "exec \"$@\" </",
@@ -131,9 +130,8 @@ TEST(Streams, TakeTheEndOfInputForARefusal)
     }
 }
 
-// Nothing is held while the answer is waited for, nothing has been begun, and the shell's Ctrl-C is the end
-// of it.
-TEST(Streams, WaitForAnAnswerUntilTheyAreInterrupted)
+// While the program waits it holds no lock and has started nothing.
+TEST(Streams, WaitForAnAnswerUntilAnInterrupt)
 {
     FirmwareUnit unit;
     Command command = programOn(unit.file(), "--advanced --update=Front --filepath=" + unit.hex);
@@ -152,7 +150,7 @@ TEST(Streams, WaitForAnAnswerUntilTheyAreInterrupted)
     EXPECT_EQ(readFile(unit.folder / "waiting"), callsBeforeTheAnswer);
 }
 
-TEST(Streams, EndTheProgramWhereTheTerminalHangsUpInsteadOfAnAnswer)
+TEST(Streams, EndTheProgramIfTheTerminalHangsUp)
 {
     FirmwareUnit unit;
     Command command =

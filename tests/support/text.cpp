@@ -20,6 +20,15 @@ std::vector<std::string> splitLines(const std::string& text)
     return list;
 }
 
+std::string valueAfter(const std::string& text, const std::string& label)
+{
+    const std::size_t line = ("\n" + text).find("\n" + label);
+    if (line == std::string::npos)
+        return "no line " + label;
+    const std::size_t value = line + label.size();
+    return text.substr(value, text.find('\n', value) - value);
+}
+
 std::string replaced(std::string text, const std::string& what, const std::string& with)
 {
     for (std::size_t at = 0; (at = text.find(what, at)) != text.npos; at += with.size())

@@ -11,6 +11,9 @@ std::string lines(const std::vector<std::string>& list);
 // The lines of the text, without their newlines.
 std::vector<std::string> splitLines(const std::string& text);
 
+// The rest of the line that begins with `label`.
+std::string valueAfter(const std::string& text, const std::string& label);
+
 // The text with `with` for each `what`.
 std::string replaced(std::string text, const std::string& what, const std::string& with);
 

@@ -1,44 +1,10 @@
-#include "support/unit.h"
+#include "support/category_calls.h"
 
 #include <algorithm>
 #include <iterator>
 
 namespace
 {
-
-const char* const help =
-    "Category - Advanced\n"
-    "This category is used to perform advanced settings, such as: update the System \n"
-    "Supervisor firmware, shutdown the unit or reset to factory settings.\n"
-    "\n"
-    "Usage\n"
-    "The category should not be passed an argument. There are six options available:\n"
-    "--update, --verify, --filepath, --shutdown, --factory and --force.\n"
-    "The options that can and must be combined are: --update and --verify with --filepath. --force is optional.\n"
-    "See the table below for available arguments.\n"
-    "\n"
-    "Update notes\n"
-    "To update the System Supervisor, the FPGA or the Front, the filepath option must be used and the argument must point to the file which will be used. Once the \n"
-    "filepath has been added, it is checked if it is valid and that the file extension is correct.\n"
-    "The --force option disables the confirmation question - could be used when scripting.\n"
-    "\n"
-    " CATEGORY\tARG\tOPTION\t\tARG\tOPTION\t\tARG\n"
-    "--advanced\t\t--update=\tSS\t--filepath=\t[File path]\t--force\n"
-    "Update the system supervisor. Don't ask questions.\n"
-    "--advanced\t\t--update=\tFPGA\t--filepath=\t[File path]\n"
-    "Update the FPGA.\n"
-    "--advanced\t\t--verify=\tSS\t--filepath=\t[File path]\n"
-    "Verify the system supervisor.\n"
-    "--advanced\t\t--verify=\tFPGA\t--filepath=\t[File path]\n"
-    "Verify the FPGA.\n"
-    "--advanced\t\t--verify=\tFront\t--filepath=\t[File path]\n"
-    "Verify the front microcontroller.\n"
-    "--advanced\t\t--rescue_mode_next_boot\t[--factory_reset]\t\tNext boot will be in rescue mode.\n"
-    "--advanced\t\t--system_mode\t\t\tReturn current system mode.\n"
-    "--advanced\t\t--boot_completed\t\t\tAcknowledge boot completed to System Supervisor.\n"
-    "\t\t\t\t\t\t\n"
-    "--advanced\t\t--shutdown\t\t\t\t\t\tShutdown the unit.\n"
-    "--advanced\t\t--factory\t\t\t\t\t\tReset the System Supervisor settings to default values.\n";
 
 const char* const noAction =
     "Invalid argument: Use --help option to get information about the available arguments.\n";
@@ -47,17 +13,13 @@ const char* const rescueModeSet =
 const char* const relativePath = "Please enter the full path to the file and not a relative path\n";
 const char* const superuserNeeded = "This feature requires superuser privileges\n";
 
-const Calls opening{"GetFirmwareUpgrade() = handle", "GetAbout() = handle"};
-
-// All calls of a run that reaches its end: `calls` between the first and the last ones.
+// All calls of a run that makes the calls `calls`, and waits at the end if firmware work is requested.
 Calls wholeRun(const Calls& calls, bool waits = false)
 {
-    Calls whole = opening;
-    whole.insert(whole.end(), calls.begin(), calls.end());
+    Calls work = calls;
     if (waits)
-        whole.push_back("sleep(100)");
-    whole.insert(whole.end(), {"About_release() = 0", "FirmwareUpgrade_release() = 0"});
-    return whole;
+        work.push_back("sleep(100)");
+    return callsOf("--advanced", work);
 }
 
 Calls rescueCalls(int mode)
@@ -74,7 +36,7 @@ struct Action
     bool isFirmware = false;
 };
 
-// Each comes before all that stand behind it.
+// In the order of precedence: the first one requested is performed.
 const Action actions[] = {
     {"--system_mode",
      "System mode: 0\n",
@@ -92,7 +54,7 @@ const Action actions[] = {
       "QVAuxPrivate_release() = 0"}},
 };
 
-TEST(Advanced, PerformsEachActionBetweenTheFirstAndTheLastCalls)
+TEST(Advanced, PerformsEachAction)
 {
     for (const Action& action : actions)
     {
@@ -104,7 +66,7 @@ TEST(Advanced, PerformsEachActionBetweenTheFirstAndTheLastCalls)
     }
 }
 
-TEST(Advanced, PerformsOneActionAloneAndWaitsWhereverFirmwareWorkWasAskedFor)
+TEST(Advanced, PerformsOneActionOnlyAndWaitsIfFirmwareWorkIsRequested)
 {
     for (auto first = std::begin(actions); first != std::end(actions); ++first)
         for (auto other = first + 1; other != std::end(actions); ++other)
@@ -119,7 +81,7 @@ TEST(Advanced, PerformsOneActionAloneAndWaitsWhereverFirmwareWorkWasAskedFor)
             }
 }
 
-TEST(Advanced, PrefersTheSystemModeToEverythingTogether)
+TEST(Advanced, PrefersTheSystemModeToEveryOtherAction)
 {
     Unit unit;
     const Result result =
@@ -129,14 +91,14 @@ TEST(Advanced, PrefersTheSystemModeToEverythingTogether)
     EXPECT_EQ(result.calls, wholeRun(actions[0].calls, true));
 }
 
-TEST(Advanced, WaitsForVerificationsAskedForAsForUpgrades)
+TEST(Advanced, WaitsForARequestedVerificationToo)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--advanced --verify=SS").calls, wholeRun({}, true));
     EXPECT_EQ(unit.run("--advanced --verify=SS --system_mode").calls, wholeRun(actions[0].calls, true));
 }
 
-TEST(Advanced, PerformsAnActionGivenTwiceOnce)
+TEST(Advanced, PerformsARepeatedActionOnce)
 {
     for (const Action& action : actions)
     {
@@ -161,7 +123,7 @@ TEST(Advanced, PointsToTheHelpWithoutAnAction)
     }
 }
 
-TEST(Advanced, IgnoresTheOptionsOfOthers)
+TEST(Advanced, IgnoresOptionsOfOtherCategories)
 {
     for (const char* options : {"-h", "-v", "-hv", "--list", "--buzzer", "--advanced", "--frequency=800",
                                 "--setting=3", "--eeprom=main", "--version", "--mode"})
@@ -175,19 +137,19 @@ TEST(Advanced, IgnoresTheOptionsOfOthers)
     }
 }
 
-TEST(Advanced, ReadsOptionsBehindWordsThatAreNone)
+TEST(Advanced, IgnoresWordsThatAreNoOptions)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--advanced word --system_mode word").output, "System mode: 0\n");
 }
 
-TEST(Advanced, TakesAnOptionAtItsUnambiguousBeginning)
+TEST(Advanced, AcceptsAnUnambiguousAbbreviation)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--advanced --sys").output, "System mode: 0\n");
 }
 
-TEST(Advanced, TakesNoOptionBehindTheTwoDashes)
+TEST(Advanced, StopsReadingOptionsAtTwoHyphens)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--advanced -- --shutdown").output, noAction);
@@ -199,7 +161,7 @@ struct Mistake
     const char* diagnostic;
 };
 
-TEST(Advanced, TakesAMistakeForTheRescueMode)
+TEST(Advanced, TakesAMistypedOptionAsTheRescueMode)
 {
     const Mistake mistakes[] = {
         {"--bogus", "unrecognized option '--bogus'"},
@@ -227,13 +189,13 @@ TEST(Advanced, TakesAMistakeForTheRescueMode)
     }
 }
 
-TEST(Advanced, TakesAMistakeBesideTheFactoryResetForBoth)
+TEST(Advanced, TakesAMistypedOptionAndTheFactoryResetAsBoth)
 {
     Unit unit;
     EXPECT_EQ(unit.runComplaining("--advanced --bogus --factory_reset").calls, wholeRun(rescueCalls(4)));
 }
 
-TEST(Advanced, TakesAMistakeForTheRescueModeEvenBesideFirmwareWork)
+TEST(Advanced, PrefersAMistypedOptionToFirmwareWork)
 {
     for (const unsigned user : {0u, 1000u})
     {
@@ -245,7 +207,7 @@ TEST(Advanced, TakesAMistakeForTheRescueModeEvenBesideFirmwareWork)
     }
 }
 
-TEST(Advanced, DoesTheActionsBeforeFirmwareWorkForAnybody)
+TEST(Advanced, PerformsTheActionsBeforeFirmwareWorkForAnyUser)
 {
     const struct
     {
@@ -266,7 +228,7 @@ TEST(Advanced, DoesTheActionsBeforeFirmwareWorkForAnybody)
     }
 }
 
-TEST(Advanced, PrefersTheActionsBeforeTheRescueModeToAMistake)
+TEST(Advanced, PrefersTheActionsBeforeTheRescueModeToAMistypedOption)
 {
     Unit unit;
     EXPECT_EQ(unit.runComplaining("--advanced --bogus --boot_completed").output,
@@ -288,7 +250,7 @@ TEST(Advanced, BootsIntoRescueModeWithAFactoryReset)
     }
 }
 
-TEST(Advanced, PrintsTheSystemModeSigned)
+TEST(Advanced, PrintsASignedSystemMode)
 {
     const struct
     {
@@ -310,7 +272,7 @@ TEST(Advanced, PrintsTheSystemModeSigned)
     }
 }
 
-TEST(Advanced, PrintsSystemModeZeroWhereNothingWasWritten)
+TEST(Advanced, PrintsSystemModeZeroIfNothingIsWritten)
 {
     Unit unit;
     unit.ignores("QVAuxPrivate_getSystemMode");
@@ -328,29 +290,7 @@ TEST(Advanced, ChangesTheUnit)
     EXPECT_EQ(unit["/boot/running"], false);
 }
 
-TEST(Advanced, ShowsItsHelpAndDoesNothingElse)
-{
-    for (const char* options :
-         {"--help", "--shutdown --help", "--system_mode --help", "--update=SS --filepath=/x.hex --help",
-          "--help --filepath=x.hex", "--frequency --help", "word --help", "--force --help --shutdown"})
-    {
-        SCOPED_TRACE(options);
-        Unit unit;
-        const Result result = unit.run("--advanced " + std::string(options));
-        EXPECT_EQ(result.output, help);
-        EXPECT_EQ(result.calls, opening);
-    }
-}
-
-TEST(Advanced, ShowsItsHelpAfterAMistakeWithoutTheRescueMode)
-{
-    Unit unit;
-    const Result result = unit.runComplaining("--advanced --bogus --help");
-    EXPECT_EQ(result.output, help);
-    EXPECT_EQ(result.calls, opening);
-}
-
-TEST(Advanced, StopsAtARelativePathBeforeAnythingElse)
+TEST(Advanced, RefusesARelativePathBeforeAnythingElse)
 {
     for (const char* options :
          {"--filepath=fw.hex", "--filepath=", "--filepath=./fw.hex", "--filepath fw.hex",
@@ -365,18 +305,18 @@ TEST(Advanced, StopsAtARelativePathBeforeAnythingElse)
             unit.userId = userId;
             const Result result = unit.run("--advanced " + std::string(options));
             EXPECT_EQ(result.output, relativePath);
-            EXPECT_EQ(result.calls, opening);
+            EXPECT_EQ(result.calls, callsBeforeOptions("--advanced"));
         }
 }
 
-TEST(Advanced, StopsAtARelativePathThatBeginsWithABlank)
+TEST(Advanced, RefusesAPathThatBeginsWithASpaceOrIsEmpty)
 {
     Unit unit;
     EXPECT_EQ(unit.run({"--advanced", "--filepath", " /fw.hex"}).output, relativePath);
     EXPECT_EQ(unit.run({"--advanced", "--filepath", ""}).output, relativePath);
 }
 
-TEST(Advanced, LeavesFirmwareWorkToTheSuperuser)
+TEST(Advanced, RequiresTheSuperuserForFirmwareWork)
 {
     for (const char* options :
          {"--update=SS", "--verify=SS", "--update=SS --filepath=/x.hex", "--verify=FPGA --filepath=/x.mcs",
@@ -388,11 +328,11 @@ TEST(Advanced, LeavesFirmwareWorkToTheSuperuser)
             unit.userId = userId;
             const Result result = unit.run("--advanced " + std::string(options));
             EXPECT_EQ(result.output, superuserNeeded);
-            EXPECT_EQ(result.calls, opening);
+            EXPECT_EQ(result.calls, callsBeforeOptions("--advanced"));
         }
 }
 
-TEST(Advanced, PerformsEveryOtherActionForAnybody)
+TEST(Advanced, PerformsEveryOtherActionForAnyUser)
 {
     for (const Action& action : actions)
     {
@@ -407,7 +347,7 @@ TEST(Advanced, PerformsEveryOtherActionForAnybody)
     }
 }
 
-TEST(Advanced, WaitsForAnybodyWhoAskedForFirmwareWorkBehindAnotherAction)
+TEST(Advanced, WaitsForAnyUserIfFirmwareWorkIsRequestedToo)
 {
     Unit unit;
     unit.userId = 1000;
@@ -416,167 +356,12 @@ TEST(Advanced, WaitsForAnybodyWhoAskedForFirmwareWorkBehindAnotherAction)
     EXPECT_EQ(result.calls, wholeRun(actions[0].calls, true));
 }
 
-TEST(Advanced, AsksNothingWithoutFirmwareWork)
+TEST(Advanced, AsksNoQuestionWithoutFirmwareWork)
 {
     Unit unit;
     unit.input = "no\n";
     EXPECT_EQ(unit.run("--advanced --factory").output, "Factory reset completed.\n");
     EXPECT_EQ(unit.run("--advanced --shutdown").output, "Shutdown the unit\n");
-}
-
-struct Failure
-{
-    const char* option;
-    const char* operation;
-    const char* label; // with what stands before it
-    Calls calls;
-};
-
-const Failure failures[] = {
-    {"--system_mode",
-     "QVAuxPrivate_getSystemMode",
-     "Failed to get system mode: ",
-     {"GetQVAuxPrivate() = handle", "QVAuxPrivate_getSystemMode([]) = 77",
-      "GetErrorStringA(77) = \"Error 77\"", "QVAuxPrivate_release() = 0"}},
-    {"--boot_completed",
-     "QVAuxPrivate_writeSsRegister",
-     "Failed to mark boot completed: ",
-     {"GetQVAuxPrivate() = handle", "QVAuxPrivate_writeSsRegister(4, 6, 195) = 77",
-      "GetErrorStringA(77) = \"Error 77\"", "QVAuxPrivate_release() = 0"}},
-    {"--rescue_mode_next_boot",
-     "Config_setNextBootMode",
-     "setNextBootMode: ",
-     {"GetConfig() = handle", "Config_setNextBootMode(3) = 77", "GetErrorStringA(77) = \"Error 77\"",
-      "Config_release() = 0"}},
-    {"--rescue_mode_next_boot --factory_reset",
-     "Config_setNextBootMode",
-     "setNextBootMode: ",
-     {"GetConfig() = handle", "Config_setNextBootMode(4) = 77", "GetErrorStringA(77) = \"Error 77\"",
-      "Config_release() = 0"}},
-    {"--shutdown",
-     "FirmwareUpgrade_shutDown",
-     "Shutdown the unit\nshutDown: ",
-     {"FirmwareUpgrade_shutDown() = 77", "GetErrorStringA(77) = \"Error 77\""}},
-    {"--factory",
-     "QVAuxPrivate_writeSsRegister",
-     "Factory reset failed: ",
-     {"GetQVAuxPrivate() = handle", "QVAuxPrivate_writeSsRegister(3, 101, 1) = 77",
-      "QVAuxPrivate_release() = 0", "GetErrorStringA(77) = \"Error 77\""}},
-};
-
-TEST(Advanced, ReportsAFailedActionAndReleases)
-{
-    for (const Failure& failure : failures)
-    {
-        SCOPED_TRACE(failure.option);
-        Unit unit;
-        unit.fails(failure.operation, 77);
-        const Result result = unit.run("--advanced " + std::string(failure.option));
-        EXPECT_EQ(result.output, failure.label + std::string("Error 77\n"));
-        EXPECT_EQ(result.calls, wholeRun(failure.calls));
-    }
-}
-
-TEST(Advanced, WaitsBehindAnActionThatFailsToo)
-{
-    for (const Failure& failure : failures)
-    {
-        SCOPED_TRACE(failure.option);
-        if (std::string(failure.option) == "--shutdown" || std::string(failure.option) == "--factory")
-            continue; // behind firmware work in the order of the actions
-        Unit unit;
-        unit.fails(failure.operation, 77);
-        const Result result = unit.run("--advanced --update=SS " + std::string(failure.option));
-        EXPECT_EQ(result.output, failure.label + std::string("Error 77\n"));
-        EXPECT_EQ(result.calls, wholeRun(failure.calls, true));
-    }
-}
-
-TEST(Advanced, FallsSilentWhereTheErrorHasNoTextAndStillReleases)
-{
-    for (const Failure& failure : failures)
-    {
-        SCOPED_TRACE(failure.option);
-        Unit unit(R"({"errorTexts": {"77": null}})");
-        unit.fails(failure.operation, 77);
-        const Result result = unit.run("--advanced " + std::string(failure.option));
-        EXPECT_EQ(result.output, failure.label);
-        EXPECT_EQ(result.calls.back(), "FirmwareUpgrade_release() = 0");
-    }
-}
-
-TEST(Advanced, LeavesTheUnitAloneWhereAnActionFails)
-{
-    Unit unit(R"({"boot": {"completed": false}, "config": {"suspendMaxTime": 7}})");
-    for (const Failure& failure : failures)
-        unit.fails(failure.operation, 77);
-    const nlohmann::json before = unit.content();
-    for (const Failure& failure : failures)
-        unit.run("--advanced " + std::string(failure.option));
-    EXPECT_EQ(unit.content(), before);
-}
-
-TEST(Advanced, ResetsNothingWithoutPrivateAccess)
-{
-    Unit unit;
-    unit.givesNull("GetQVAuxPrivate");
-    const Result result = unit.run("--advanced --factory");
-    EXPECT_EQ(result.output, "Initialization error. Settings are not reset.\n");
-    EXPECT_EQ(result.calls, wholeRun({"GetQVAuxPrivate() = null"}));
-}
-
-TEST(Advanced, UsesEveryOtherHandleThatIsNull)
-{
-    const struct
-    {
-        const char* option;
-        const char* obtained;
-        const char* released;
-        const char* output;
-    } cases[] = {
-        {"--system_mode", "GetQVAuxPrivate", "QVAuxPrivate_release() = 3", "Failed to get system mode: "},
-        {"--boot_completed", "GetQVAuxPrivate", "QVAuxPrivate_release() = 3",
-         "Failed to mark boot completed: "},
-        {"--rescue_mode_next_boot", "GetConfig", "Config_release() = 3", "setNextBootMode: "},
-        {"--shutdown", "GetFirmwareUpgrade", "FirmwareUpgrade_release() = 3",
-         "Shutdown the unit\nshutDown: "},
-    };
-    for (const auto& [option, obtained, released, output] : cases)
-    {
-        SCOPED_TRACE(option);
-        Unit unit;
-        unit.givesNull(obtained);
-        const Result result = unit.run("--advanced " + std::string(option));
-        EXPECT_EQ(result.output, output + std::string("The module handle is not valid\n"));
-        EXPECT_EQ(std::ranges::count(result.calls, released), 1);
-    }
-}
-
-TEST(Advanced, ResetsToFactorySettingsWithoutTheDisplaysModule)
-{
-    Unit unit;
-    unit.givesNull("GetAbout");
-    const Result result = unit.run("--advanced --factory");
-    EXPECT_EQ(result.output, "Factory reset completed.\n");
-    EXPECT_EQ(result.calls,
-              (Calls{"GetFirmwareUpgrade() = handle", "GetAbout() = null", "GetQVAuxPrivate() = handle",
-                     "QVAuxPrivate_writeSsRegister(3, 101, 1) = 0", "QVAuxPrivate_release() = 0",
-                     "About_release() = 3", "FirmwareUpgrade_release() = 0"}));
-}
-
-TEST(Advanced, TakesNoNoticeOfAFailedRelease)
-{
-    Unit unit;
-    for (const char* release :
-         {"About_release", "FirmwareUpgrade_release", "QVAuxPrivate_release", "Config_release"})
-        unit.fails(release, 77);
-    EXPECT_EQ(unit.run("--advanced --factory").output, "Factory reset completed.\n");
-    const Result result = unit.run("--advanced --rescue_mode_next_boot");
-    EXPECT_EQ(result.output, rescueModeSet);
-    EXPECT_EQ(result.calls,
-              (Calls{"GetFirmwareUpgrade() = handle", "GetAbout() = handle", "GetConfig() = handle",
-                     "Config_setNextBootMode(3) = 0", "Config_release() = 77", "About_release() = 77",
-                     "FirmwareUpgrade_release() = 77"}));
 }
 
 } // namespace
