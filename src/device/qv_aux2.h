@@ -1,32 +1,33 @@
-// The device API of the display computer, as libqv-aux2.so.2.11 provides it: operations, constants, and
-// what both sides of the interface may rely on. The ranges that apply to settings are in limits.h.
+// The device API of the display computer: the operations and constants of libqv-aux2.so.2.11, and the
+// contract between the library and its callers. The ranges of settings are in limits.h.
 //
 // Handles. Get<Module>() returns a new handle of a module, or null if the library cannot provide one. The
-// module's operations take the handle as their first argument, and <Module>_release() ends it. A null
-// handle, a handle of another module and a released handle are errors: the operation returns a code other
-// than QV_SUCCESS and does nothing else. The handle belongs to the caller until it is released.
+// module's operations take the handle as their first argument. The caller owns the handle and releases it
+// with <Module>_release(). An operation that is called with a null handle, a handle of another module or a
+// released handle returns an error code and does nothing else.
 //
-// Errors. Every operation returns QV_SUCCESS or an error code, whose text GetErrorStringA() returns.
-// Results are written on success only; on failure every out-parameter keeps its value. A null out-
-// parameter, buffer or path is an error like any other. A value out of range is refused, and the setting
-// keeps its value.
+// Errors. An ApiError is QV_SUCCESS or an error code. GetErrorStringA() returns the text of an error code. An
+// operation that fails leaves its out-parameters unchanged. A null out-parameter, buffer or path is an error.
+// A value out of range is rejected, and the setting keeps its value.
 //
 // Results. Out-parameters are declared by width, never as bool or enum, because the library may write any
-// bit pattern there. Callers must expect values that have no named constant.
+// bit pattern to them. Callers must expect values that have no named constant.
 //
-// Texts. A text is copied into `buffer`, `length` bytes long. A shorter text is followed by a terminator,
-// so `length` counts the terminator; a text of `length` bytes or more fills the buffer and has none.
+// Texts. A text is copied into `buffer`, whose size is `length` bytes. A text shorter than `length` bytes is
+// terminated with a null byte. A longer text is truncated to `length` bytes. A text that fills the buffer
+// has no terminator.
 //
-// Threads. One thread of a process may use the API at a time. Any number of processes may use it at once.
+// Threads. Only one thread of a process may use the API at a time. Any number of processes may use it at the
+// same time.
 //
-// The header is plain C so that C and C++ programs can include it.
+// The header is valid C and C++.
 
 #ifndef QV_AUX2_H
 #define QV_AUX2_H
 
 #include <stdint.h>
 
-// Enumerators have the width and the signedness of the values they are compared with.
+// In C++, enumerators have the width and the signedness of the values that they are compared with.
 #ifdef __cplusplus
 #define QV_INT32 : int32_t
 #define QV_UINT16 : uint16_t
@@ -49,12 +50,12 @@ QV_AUX2_BEGIN
 
 typedef uint32_t ApiError;
 
-// The codes that have a meaning of their own. Any other code is a failure that only its text explains.
+// The codes that callers may interpret. Any other code is a failure that is explained only by its text.
 enum QvError QV_UINT32
 {
     QV_SUCCESS = 0,
-    QV_NOT_SUPPORTED = 2,     // this unit lacks the function or the equipment
-    QV_BOARD_NOT_FITTED = 18, // this unit lacks the add-on board
+    QV_NOT_SUPPORTED = 2,     // the unit lacks the function or the equipment
+    QV_BOARD_NOT_FITTED = 18, // the unit lacks the add-on board
 };
 
 // States of settings that are on or off.
@@ -81,14 +82,14 @@ typedef struct QVAuxPrivateModule* QVAuxPrivateHandle;
 typedef struct TelematicsModule* TelematicsHandle;
 typedef struct TouchScreenModule* TouchScreenHandle;
 
-// Texts of codes. They belong to the library and are valid until it is unloaded. Null if the code has no
-// text.
+// Each function returns the text of a code, or null if the code has none. The library owns the text, which is
+// valid until the library is unloaded.
 
 const char* GetErrorStringA(ApiError code);
 const char* GetStartupReasonStringA(uint16_t reason);
 const char* GetHwErrorStatusStringA(uint16_t status);
 
-// About: identity and equipment. Nothing here can be changed. Dates and versions are free text.
+// About: the identity and the equipment of the unit, which are read-only. Dates and versions are free text.
 
 AboutHandle GetAbout(void);
 ApiError About_release(AboutHandle about);
@@ -100,7 +101,7 @@ ApiError About_getMainHWversion(AboutHandle about, char* buffer, uint32_t length
 ApiError About_getMainProdRev(AboutHandle about, char* buffer, uint32_t length);
 ApiError About_getMainProdArtNr(AboutHandle about, char* buffer, uint32_t length);
 
-// Counts. QV_NOT_SUPPORTED if this unit does not report the count.
+// These return QV_NOT_SUPPORTED if the unit does not report the count.
 ApiError About_getNrOfCANConnections(AboutHandle about, uint8_t* count);
 ApiError About_getNrOfETHConnections(AboutHandle about, uint8_t* count);
 ApiError About_getNrOfSerialConnections(AboutHandle about, uint8_t* count);
@@ -111,12 +112,12 @@ ApiError About_getNrOfCfgInConnections(AboutHandle about, uint8_t* count);
 ApiError About_getNrOfPWMOutConnections(AboutHandle about, uint8_t* count);
 ApiError About_getNrOfButtons(AboutHandle about, int32_t* count);
 
-// 0 if the unit lacks it, any other value if it has it.
+// `available` receives 0 if the unit lacks the equipment, and any other value if it has it.
 ApiError About_getIsDisplayAvailable(AboutHandle about, uint8_t* available);
 ApiError About_getIsTouchScreenAvailable(AboutHandle about, uint8_t* available);
 
-// The add-on board: texts, and 0 or another value for each radio. QV_BOARD_NOT_FITTED if the unit has no
-// board.
+// The add-on board. These return QV_BOARD_NOT_FITTED if the unit has none. `mounted` receives 0 if the board
+// lacks the radio, and any other value if it has it.
 ApiError About_getAddOnPCBSerial(AboutHandle about, char* buffer, uint32_t length);
 ApiError About_getAddOnPCBArt(AboutHandle about, char* buffer, uint32_t length);
 ApiError About_getAddOnManufacturingDate(AboutHandle about, char* buffer, uint32_t length);
@@ -126,7 +127,7 @@ ApiError About_getIsGPRSMounted(AboutHandle about, uint8_t* mounted);
 ApiError About_getIsGPSMounted(AboutHandle about, uint8_t* mounted);
 ApiError About_getIsWLANMounted(AboutHandle about, uint8_t* mounted);
 
-// Adc: supply voltages, in volts. Channels are numbered from 0; each has a name.
+// Adc: supply voltages. Channels are numbered from 0, in the order of their names.
 
 #define QV_ADC_CHANNEL_COUNT 24
 #define QV_ADC_CHANNEL_NAMES                                                                                 \
@@ -138,10 +139,10 @@ ApiError About_getIsWLANMounted(AboutHandle about, uint8_t* mounted);
 
 AdcHandle GetAdc(void);
 ApiError Adc_release(AdcHandle adc);
-// QV_NOT_SUPPORTED if the unit does not measure the channel.
+// Returns QV_NOT_SUPPORTED if the unit does not measure the channel.
 ApiError Adc_getVoltage(AdcHandle adc, int32_t channel, double* volts);
 
-// AuxVersion: versions of the installed software and firmware, each number 0 to 255.
+// AuxVersion: the versions of the installed software and firmware. Each number is 0 to 255.
 
 AuxVersionHandle GetAuxVersion(void);
 ApiError AuxVersion_release(AuxVersionHandle version);
@@ -158,17 +159,18 @@ ApiError AuxVersion_getQVAuxDrvVersion(AuxVersionHandle version, uint8_t* major,
 ApiError AuxVersion_getOSVersion(AuxVersionHandle version, uint8_t* major, uint8_t* minor, uint8_t* release,
                                  uint8_t* build);
 
-// Backlight of the display. QV_NOT_SUPPORTED on a unit without a display.
+// Backlight: the backlight of the display. The operations return QV_NOT_SUPPORTED on a unit without a
+// display.
 
 BacklightHandle GetBacklight(void);
 ApiError Backlight_release(BacklightHandle backlight);
 
-// Intensity: 0 to 255. The automatic regulation changes it while it runs.
+// Intensity: 0 to 255. Automatic control changes it while it runs.
 ApiError Backlight_getIntensity(BacklightHandle backlight, uint8_t* intensity);
 ApiError Backlight_setIntensity(BacklightHandle backlight, uint8_t intensity);
 
-// The automatic regulation by ambient light. `running` is 0 while it is stopped. The meaning of the
-// filter's four parameters is unknown; they cannot be read.
+// Automatic control by ambient light. `running` receives 0 if it is stopped, and any other value if it runs.
+// The meaning of the four filter parameters is unknown; they cannot be read.
 ApiError Backlight_getAutomaticBLStatus(BacklightHandle backlight, uint8_t* running);
 ApiError Backlight_setAutomaticBLFilter(BacklightHandle backlight, int32_t first, int32_t second,
                                         int32_t third, int32_t fourth);
@@ -179,8 +181,8 @@ ApiError Backlight_stopAutomaticBL(BacklightHandle backlight);
 ApiError Backlight_getLedDimming(BacklightHandle backlight, int32_t* enabled);
 ApiError Backlight_setLedDimming(BacklightHandle backlight, int32_t enabled);
 
-// Buzzer. Frequency in hertz, see limits.h; volume without a unit, see limits.h; trigger: QvState, the
-// buzzer sounds while it is enabled.
+// Buzzer. The frequency is in hertz, the volume is dimensionless; their ranges are in limits.h. The trigger
+// is a QvState: the buzzer sounds while it is enabled.
 
 BuzzerHandle GetBuzzer(void);
 ApiError Buzzer_release(BuzzerHandle buzzer);
@@ -191,15 +193,15 @@ ApiError Buzzer_setVolume(BuzzerHandle buzzer, uint16_t volume);
 ApiError Buzzer_getTrigger(BuzzerHandle buzzer, uint8_t* enabled);
 ApiError Buzzer_setTrigger(BuzzerHandle buzzer, uint8_t enabled);
 
-// CanSetting. Channels are numbered from 1 to the count of About_getNrOfCANConnections; QV_NOT_SUPPORTED
-// for any other. Baud rates in kbit/s, 1 to 65535.
+// CanSetting: baud rates of the CAN channels, in kbit/s, 1 to 65535. Channels are numbered from 1 to the
+// count of About_getNrOfCANConnections(); the operations return QV_NOT_SUPPORTED for any other channel.
 
 CanSettingHandle GetCanSetting(void);
 ApiError CanSetting_release(CanSettingHandle can);
 ApiError CanSetting_getBaudrate(CanSettingHandle can, uint8_t channel, uint16_t* baudrate);
 ApiError CanSetting_setBaudrate(CanSettingHandle can, uint8_t channel, uint16_t baudrate);
 
-// Config: what the System Supervisor does at start-up, when a button is pressed, and on the on/off signal.
+// Config: the settings of the System Supervisor for the front button, the on/off signal, start-up and power.
 
 enum QvAction QV_INT32
 {
@@ -208,7 +210,8 @@ enum QvAction QV_INT32
     QV_ACTION_SHUTDOWN = 2,
 };
 
-// Start-up triggers are a bit set. A unit accepts a set only if the button or the signal is in it.
+// The start-up triggers are a bit set. The unit rejects a set that contains neither the front button nor the
+// on/off signal.
 enum QvStartupTrigger QV_INT32
 {
     QV_TRIGGER_FRONT_BUTTON = 1,
@@ -217,7 +220,7 @@ enum QvStartupTrigger QV_INT32
     QV_TRIGGER_CONFIGURABLE_INPUTS = 8,
 };
 
-// The mode of the next boot. The boot after it is normal again.
+// The mode of the next boot. It applies to one boot only.
 enum QvBootMode QV_INT32
 {
     QV_BOOT_NORMAL = 0,
@@ -234,34 +237,34 @@ ApiError Config_setShortButtonPressAction(ConfigHandle config, int32_t action);
 ApiError Config_getLongButtonPressAction(ConfigHandle config, int32_t* action);
 ApiError Config_setLongButtonPressAction(ConfigHandle config, int32_t action);
 
-// How long the front button is held for a long press, in milliseconds: 0 to 65535.
+// The minimum duration of a long press of the front button, in milliseconds: 0 to 65535.
 ApiError Config_getFrontBtnTrigTime(ConfigHandle config, uint16_t* milliseconds);
 ApiError Config_setFrontBtnTrigTime(ConfigHandle config, uint16_t milliseconds);
 
-// What the on/off signal does when it goes off: QvAction, after a time in seconds.
+// The action when the on/off signal turns off (QvAction), and the delay before the action, in seconds.
 ApiError Config_getOnOffSigAction(ConfigHandle config, int32_t* action);
 ApiError Config_setOnOffSigAction(ConfigHandle config, int32_t action);
 ApiError Config_getExtOnOffSigTrigTime(ConfigHandle config, uint32_t* seconds);
 ApiError Config_setExtOnOffSigTrigTime(ConfigHandle config, uint32_t seconds);
 
-// Whether the unit starts as soon as it has power: QvState.
+// Whether the unit starts as soon as power is applied: QvState.
 ApiError Config_getPowerOnStartup(ConfigHandle config, int32_t* enabled);
 ApiError Config_setPowerOnStartup(ConfigHandle config, int32_t enabled);
 
-// What else starts the unit: QvStartupTrigger.
+// The other events that start the unit: bits of QvStartupTrigger.
 ApiError Config_getStartupTriggerConfig(ConfigHandle config, int32_t* triggers);
 ApiError Config_setStartupTriggerConfig(ConfigHandle config, int32_t triggers);
 
-// How long the unit stays suspended before it shuts down, in minutes: 0 to 65535, 0 for no limit.
+// How long the unit stays suspended before it shuts down, in minutes: 0 to 65535. 0 means no limit.
 ApiError Config_getSuspendMaxTime(ConfigHandle config, uint16_t* minutes);
 ApiError Config_setSuspendMaxTime(ConfigHandle config, uint16_t minutes);
 
-// Below this temperature the unit heats before it starts. In degrees Celsius, see limits.h.
+// The temperature below which the unit heats before it starts, in degrees Celsius. Its range is in limits.h.
 ApiError Config_getHeatingTempLimit(ConfigHandle config, int16_t* celsius);
 ApiError Config_setHeatingTempLimit(ConfigHandle config, int16_t celsius);
 
-// What has power from the next boot on: a bit for each video channel (bit 0 is channel 1), QvState for the
-// others. CAN answers QV_NOT_SUPPORTED on a unit without CAN channels.
+// Power from the next boot on. `mask` has a bit for each video channel; bit 0 is channel 1. `enabled` is a
+// QvState. The CAN operations return QV_NOT_SUPPORTED on a unit without CAN channels.
 ApiError Config_getVideoStartupPowerConfig(ConfigHandle config, uint8_t* mask);
 ApiError Config_setVideoStartupPowerConfig(ConfigHandle config, uint8_t mask);
 ApiError Config_getCanStartupPowerConfig(ConfigHandle config, int32_t* enabled);
@@ -269,10 +272,11 @@ ApiError Config_setCanStartupPowerConfig(ConfigHandle config, int32_t enabled);
 ApiError Config_getExtFanStartupPowerConfig(ConfigHandle config, int32_t* enabled);
 ApiError Config_setExtFanStartupPowerConfig(ConfigHandle config, int32_t enabled);
 
-// QvBootMode. It cannot be read.
+// `mode`: QvBootMode. It cannot be read.
 ApiError Config_setNextBootMode(ConfigHandle config, int32_t mode);
 
-// Diagnostic: reasons, counters and temperatures. QV_NOT_SUPPORTED for whatever this unit does not report.
+// Diagnostic: reasons for start-up and shutdown, counters and temperatures. The operations return
+// QV_NOT_SUPPORTED for values that the unit does not report.
 
 // Why the unit started. A watchdog reset and reasons without a constant are errors.
 enum QvStartupReason QV_UINT16
@@ -290,7 +294,7 @@ enum QvShutdownReason QV_UINT16
     QV_SHUTDOWN_NO_ERROR = 0x1F,
 };
 
-// States of the hardware. Those above QV_HW_LAST_HARMLESS are errors.
+// The status of the hardware. Values above QV_HW_LAST_HARMLESS are errors.
 enum QvHwStatus QV_UINT16
 {
     QV_HW_NO_ERROR = 0,
@@ -303,20 +307,20 @@ enum QvHwStatus QV_UINT16
     QV_HW_EEPROM_FAILED = 132,
 };
 
-// Temperature sensors of the power management.
+// The temperature sensors of the power management.
 enum QvPmSensor QV_INT32
 {
     QV_PM_SENSOR_CPU = 0,
     QV_PM_SENSOR_CPU_BOARD = 1,
 };
 
-// Minutes since the unit was made.
+// Times in minutes, counted since the unit was manufactured.
 typedef struct DiagnosticTimer
 {
     uint32_t totalRunTime;
     uint32_t totalSuspendTime;
     uint32_t totalHeatTime;
-    uint32_t runTime40To60; // at 40 to 60 degrees Celsius, and so on
+    uint32_t runTime40To60; // at 40 to 60 degrees Celsius
     uint32_t runTime60To70;
     uint32_t runTime70To80;
     uint32_t runTimeAbove80;
@@ -330,22 +334,23 @@ ApiError Diagnostic_getHwErrorStatus(DiagnosticHandle diagnostic, uint16_t* stat
 ApiError Diagnostic_getTimer(DiagnosticHandle diagnostic, DiagnosticTimer* timer);
 ApiError Diagnostic_getPowerCycles(DiagnosticHandle diagnostic, uint16_t* cycles);
 
-// Temperatures in degrees Celsius: the lowest and highest ever measured, and those of now.
+// Temperatures in degrees Celsius: the lowest and highest ever measured, and the current ones.
 ApiError Diagnostic_getMinMaxTemp(DiagnosticHandle diagnostic, int16_t* minimum, int16_t* maximum);
 ApiError Diagnostic_getSSTemp(DiagnosticHandle diagnostic, int16_t* temperature);
 ApiError Diagnostic_getPCBTemp(DiagnosticHandle diagnostic, int16_t* temperature);
-// `sensor`: QvPmSensor. `status` receives a status word of the sensor, whose meaning is unknown.
+// `sensor`: QvPmSensor. `status` receives a status word of the sensor. Its meaning is unknown.
 ApiError Diagnostic_getPMTemp(DiagnosticHandle diagnostic, int32_t sensor, int16_t* temperature,
                               int32_t* status);
 
-// DigIO: the digital inputs, a bit each. Bit 0 is input 1.
+// DigIO: the digital inputs. `inputs` receives a bit for each input; bit 0 is input 1.
 
 DigIOHandle GetDigIO(void);
 ApiError DigIO_release(DigIOHandle digIO);
 ApiError DigIO_getDigIO(DigIOHandle digIO, uint8_t* inputs);
 
-// FirmwareUpgrade: a start operation begins a job, FirmwareUpgrade_getUpgradeStatus follows it to its end.
-// One job runs on a unit at a time; a second one is refused.
+// FirmwareUpgrade: firmware jobs and shutdown. A start operation begins a job, and
+// FirmwareUpgrade_getUpgradeStatus() reports its progress. Only one job can run on a unit at a time; starting
+// a second one fails.
 
 // The states of a job, in order. A verification skips flashing.
 enum QvUpgradeState QV_INT32
@@ -363,7 +368,7 @@ enum QvUpgradeState QV_INT32
 typedef struct UpgradeStatus
 {
     int32_t state;  // QvUpgradeState
-    int32_t second; // unknown
+    int32_t second; // meaning unknown
     ApiError error; // QV_SUCCESS until the job fails
 } UpgradeStatus;
 
@@ -371,7 +376,7 @@ FirmwareUpgradeHandle GetFirmwareUpgrade(void);
 ApiError FirmwareUpgrade_release(FirmwareUpgradeHandle upgrade);
 
 // `path` names an Intel HEX file and need not outlive the call. The meaning of `flag` is unknown; pass 0.
-// The front controller's operations return QV_NOT_SUPPORTED on a unit without a display.
+// The operations of the front microcontroller return QV_NOT_SUPPORTED on a unit without a display.
 ApiError FirmwareUpgrade_startSSUpgrade(FirmwareUpgradeHandle upgrade, const char* path, int32_t flag);
 ApiError FirmwareUpgrade_startSSVerification(FirmwareUpgradeHandle upgrade, const char* path, int32_t flag);
 ApiError FirmwareUpgrade_startFpgaUpgrade(FirmwareUpgradeHandle upgrade, const char* path, int32_t flag);
@@ -380,14 +385,14 @@ ApiError FirmwareUpgrade_startFrontUpgrade(FirmwareUpgradeHandle upgrade, const 
 ApiError FirmwareUpgrade_startFrontVerification(FirmwareUpgradeHandle upgrade, const char* path,
                                                 int32_t flag);
 
-// With `flag` 1 the call blocks until the job has a new status to report. A failed job is reported by
-// `status->error`, not by the result, which is QV_SUCCESS whenever a status was delivered.
+// If `flag` is 1, the call blocks until the job has a new status. A failed job is reported in
+// `status->error`, not by the return value, which is QV_SUCCESS whenever `status` has been written.
 ApiError FirmwareUpgrade_getUpgradeStatus(FirmwareUpgradeHandle upgrade, UpgradeStatus* status, int32_t flag);
 
-// Shuts the unit down.
+// Shuts down the unit.
 ApiError FirmwareUpgrade_shutDown(FirmwareUpgradeHandle upgrade);
 
-// FrontLED.
+// FrontLED: the LED on the front of the unit.
 
 enum QvColor QV_INT32
 {
@@ -402,16 +407,16 @@ enum QvColor QV_INT32
 FrontLEDHandle GetFrontLED(void);
 ApiError FrontLED_release(FrontLEDHandle led);
 
-// Blink frequency in hertz and duty cycle in percent, see limits.h.
+// Blink frequency in hertz and duty cycle in percent. Their ranges are in limits.h.
 ApiError FrontLED_getSignal(FrontLEDHandle led, double* frequency, uint8_t* dutyCycle);
 ApiError FrontLED_setSignal(FrontLEDHandle led, double frequency, uint8_t dutyCycle);
 
-// QvColor.
+// `color`: QvColor.
 ApiError FrontLED_getStandardColor(FrontLEDHandle led, int32_t* color);
 ApiError FrontLED_setStandardColor(FrontLEDHandle led, int32_t color);
 
-// Pulses in a row, 0 to 255, and the idle time that follows them, in units of LED_IDLE_TIME_STEP_MS, 0 to
-// 255.
+// The number of pulses in a group, 0 to 255, and the idle time between groups, 0 to 255 in units of
+// LED_IDLE_TIME_STEP_MS.
 ApiError FrontLED_getNrOfPulses(FrontLEDHandle led, uint8_t* pulses);
 ApiError FrontLED_setNrOfPulses(FrontLEDHandle led, uint8_t pulses);
 ApiError FrontLED_getIdleTime(FrontLEDHandle led, uint8_t* idleTime);
@@ -421,14 +426,13 @@ ApiError FrontLED_setIdleTime(FrontLEDHandle led, uint8_t idleTime);
 ApiError FrontLED_getEnabledDuringStartup(FrontLEDHandle led, int32_t* enabled);
 ApiError FrontLED_setEnabledDuringStartup(FrontLEDHandle led, int32_t enabled);
 
-// Lightsensor: ambient light, in lux.
+// Lightsensor: illuminance of the ambient light, in lux.
 
 LightsensorHandle GetLightsensor(void);
 ApiError Lightsensor_release(LightsensorHandle sensor);
 ApiError Lightsensor_getIlluminance(LightsensorHandle sensor, uint16_t* illuminance);
 
-// Power: what has power now: a bit for each video channel (bit 0 is channel 1), QvState for the others. CAN
-// answers QV_NOT_SUPPORTED on a unit without CAN channels.
+// Power: the current power. Arguments and errors are those of the start-up power operations of Config.
 
 PowerHandle GetPower(void);
 ApiError Power_release(PowerHandle power);
@@ -439,7 +443,7 @@ ApiError Power_setCanPowerStatus(PowerHandle power, int32_t enabled);
 ApiError Power_getExtFanPowerStatus(PowerHandle power, int32_t* enabled);
 ApiError Power_setExtFanPowerStatus(PowerHandle power, int32_t enabled);
 
-// QVAuxPrivate: direct access to EEPROMs and to the System Supervisor's registers.
+// QVAuxPrivate: direct access to the EEPROMs and to the registers of the System Supervisor.
 
 enum QvEeprom QV_INT32
 {
@@ -447,10 +451,10 @@ enum QvEeprom QV_INT32
     QV_EEPROM_ADD_ON_BOARD = 1,
 };
 
-#define QV_EEPROM_SIZE 4096    // bytes of each EEPROM
+#define QV_EEPROM_SIZE 4096    // size of each EEPROM in bytes
 #define QV_EEPROM_ERASED 0xFFu // value of an erased byte
 
-// Commands: the group, number and value of a register to write.
+// Commands: the group and the number of a register, and the value to write to it.
 #define QV_SS_RESTORE_DEFAULTS 3, 0x65, 1
 #define QV_SS_BOOT_COMPLETED 4, 6, 0xC3
 
@@ -463,20 +467,20 @@ enum QvSystemMode QV_INT32
 QVAuxPrivateHandle GetQVAuxPrivate(void);
 ApiError QVAuxPrivate_release(QVAuxPrivateHandle privateAccess);
 
-// Copies the first `length` bytes of an EEPROM, at most QV_EEPROM_SIZE. No terminator is added.
-// QV_BOARD_NOT_FITTED for the add-on board's if the unit has none.
+// `eeprom`: QvEeprom. Copies its first `length` bytes, at most QV_EEPROM_SIZE, without a terminator. Returns
+// QV_BOARD_NOT_FITTED for the EEPROM of the add-on board if the unit has no such board.
 ApiError QVAuxPrivate_getEepromData(QVAuxPrivateHandle privateAccess, int32_t eeprom, uint8_t* buffer,
                                     uint32_t length);
 
-// Sends one of the commands above. QV_NOT_SUPPORTED for any other register or value.
+// Sends one of the commands above. Returns QV_NOT_SUPPORTED for any other register or value.
 ApiError QVAuxPrivate_writeSsRegister(QVAuxPrivateHandle privateAccess, int32_t group, int32_t number,
                                       int32_t value);
 
-// QvSystemMode of this boot.
+// `mode` receives the QvSystemMode of the current boot.
 ApiError QVAuxPrivate_getSystemMode(QVAuxPrivateHandle privateAccess, int32_t* mode);
 
-// Telematics: power of the radios now, and from the next boot on: QvState. QV_BOARD_NOT_FITTED if the unit
-// has no add-on board, QV_NOT_SUPPORTED if the board lacks the radio.
+// Telematics: power of the radios, now and from the next boot on. `status`: QvState. The operations return
+// QV_BOARD_NOT_FITTED if the unit has no add-on board, and QV_NOT_SUPPORTED if the board lacks the radio.
 
 TelematicsHandle GetTelematics(void);
 ApiError Telematics_release(TelematicsHandle telematics);
@@ -497,9 +501,10 @@ ApiError Telematics_setBTPowerStatus(TelematicsHandle telematics, int32_t status
 ApiError Telematics_getBTStartUpPowerStatus(TelematicsHandle telematics, int32_t* status);
 ApiError Telematics_setBTStartUpPowerStatus(TelematicsHandle telematics, int32_t status);
 
-// TouchScreen. QV_NOT_SUPPORTED on a unit without a touch screen.
+// TouchScreen: the profile and the settings of the touch screen. The operations return QV_NOT_SUPPORTED on a
+// unit without a touch screen.
 
-// Profiles. Those of the next boot become the current ones when it begins.
+// Profiles. A NEXT_BOOT profile is replaced at the next boot by the profile that it names.
 enum QvTouchProfile QV_INT32
 {
     QV_TOUCH_MOUSE_NEXT_BOOT = 0,
@@ -508,9 +513,9 @@ enum QvTouchProfile QV_INT32
     QV_TOUCH_TOUCH = 3,
 };
 
-// Settings of the touch screen controller, 16 bits each. Units and ranges are unknown, but for
-// QV_TOUCH_USE_DEJITTER, which is 0 or 1. Writing any value to QV_TOUCH_RESTORE_DEFAULTS restores all
-// others; it reads as 0.
+// Settings of the touch screen controller, 16 bits each. Units of measurement and ranges are unknown, except
+// for QV_TOUCH_USE_DEJITTER, which is 0 or 1. Writing any value to QV_TOUCH_RESTORE_DEFAULTS resets all other
+// settings to their defaults; reading it returns 0.
 enum QvTouchSetting QV_INT32
 {
     QV_TOUCH_RIGHT_CLICK_TIME = 0,
