@@ -1,4 +1,4 @@
-// The ranges of settings. Each value is inclusive.
+// The ranges of settings. All limits are inclusive.
 
 #ifndef LIMITS_H
 #define LIMITS_H
@@ -6,14 +6,14 @@
 #define BUZZER_FREQUENCY_MIN_HZ 700
 #define BUZZER_FREQUENCY_MAX_HZ 10000
 
-#define BUZZER_VOLUME_MAX 2000 // from 0, without a unit
+#define BUZZER_VOLUME_MAX 2000 // the minimum is 0; dimensionless
 
-#define BACKLIGHT_INTENSITY_MIN 1 // to 255; the device accepts 0 too
+#define BACKLIGHT_INTENSITY_MIN 1 // the maximum is 255; the device also accepts 0
 
 #define LED_FREQUENCY_MIN_HZ 0.2
 #define LED_FREQUENCY_MAX_HZ 50.0
 
-#define LED_DUTY_CYCLE_MAX_PERCENT 100 // from 0
+#define LED_DUTY_CYCLE_MAX_PERCENT 100 // the minimum is 0
 
 #define LED_IDLE_TIME_STEP_MS 100
 
@@ -26,6 +26,6 @@
 // The number of CAN channels to assume if the unit does not report it.
 #define CAN_CHANNEL_COUNT_USUAL 4
 
-#define TOUCH_DEJITTER_MAX 1 // from 0
+#define TOUCH_DEJITTER_MAX 1 // the minimum is 0
 
 #endif
