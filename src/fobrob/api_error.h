@@ -10,6 +10,6 @@ void reportApiError(const char* label, ApiError error);
 // Returns whether `result` is QV_SUCCESS. Reports any other result under `label`.
 [[nodiscard]] bool succeeded(const char* label, ApiError result);
 
-// Reports `result` under `label` unless it is QV_SUCCESS. For callers that continue in the same way after a
-// failure.
+// Reports `result` under `label` unless it is QV_SUCCESS. For callers that continue regardless of the
+// result.
 void reportFailure(const char* label, ApiError result);

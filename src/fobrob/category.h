@@ -1,4 +1,4 @@
-// What every category is built from: the handler contract, its options, and reading or setting a value.
+// What all categories share: the handler contract, option parsing, and reading or setting values.
 
 #pragma once
 
@@ -9,31 +9,31 @@
 
 // A category handler processes the rest of the command line and prints all output of the run. `argument` is
 // the value of the category option, or noArgument(). The handler continues the getopt_long parse that the
-// dispatcher started; the parse is never reset. The result is ignored.
+// dispatcher started; the parse is never reset. The return value is ignored.
 //
-// A handler releases its module handles when it is done. If it returns early, after help or an error in the
-// command line, they are left to the end of the process.
+// A handler releases its module handles before it returns. After --help or an error in the command line, it
+// may return without releasing them.
 using CategoryHandler = int(const char* argument, int argc, char** argv, const char* shortOptions,
                             const option* longOptions, int longIndex);
 
-// The value of an option that was given without one.
+// Returns the value that represents a missing value.
 constexpr const char* noArgument()
 {
     return "noArgument";
 }
 
-// Returns the value of the option parsed last, or noArgument() if it has none or an empty one.
+// Returns the value of the option that was parsed last, or noArgument() if the value is missing or empty.
 const char* givenValue();
 
-// Words on the command line are compared without regard to case.
+// Compares a word of the command line with a known word, ignoring case.
 bool equalsIgnoringCase(const char* text, const char* word);
 
 // Returns the decimal number at the start of `text`, or 0 if there is none. A number that does not fit is
 // clamped to the range of long.
 long parseNumber(const char* text);
 
-// An option of a category. It sets `*given` to true and `*value` to its value. `value` is null for an option
-// that takes none.
+// An option of a category. Recording it sets `*given` to true and `*value` to its value. `value` is null for
+// an option that takes none.
 struct CategoryOption
 {
     OptionCode code;
@@ -41,20 +41,20 @@ struct CategoryOption
     const char** value;
 };
 
-// What becomes of an option's value if the option is repeated without one.
+// What happens to the value of an option if the option is repeated without a value.
 enum class RepeatWithoutValue
 {
     clearsValue,
     keepsValue,
 };
 
-// Records the option parsed last, whose code is `code`. Returns false if it is not one of `options`.
+// Records the option that was parsed last; `code` is its code. Returns false if it is not one of `options`.
 bool recordOption(std::span<const CategoryOption> options, int code, RepeatWithoutValue repeat);
 
 // The options that followed the category option.
 struct ParsedOptions
 {
-    bool help = false;          // --help was given; nothing after it was parsed
+    bool help = false;          // --help was given; parsing stopped there
     bool anyGiven = false;      // an option of the category was given
     bool invalidOption = false; // any other option was given
 
@@ -69,13 +69,13 @@ struct ParsedOptions
     }
 };
 
-// Parses the rest of the command line into `options`. Prints the line `refusal` for every option that is not
-// one of them, unless it is null.
+// Parses the rest of the command line and records the options that are in `options`. Prints the line
+// `refusal` for every other option, unless `refusal` is null.
 ParsedOptions parseOptions(int argc, char** argv, int longIndex, std::span<const CategoryOption> options,
                            RepeatWithoutValue repeat = RepeatWithoutValue::clearsValue,
                            const char* refusal = nullptr);
 
-// Returns whether `value` requests that a setting be read. Any other value sets it.
+// Returns whether `value` means that the setting is to be read. Any other value sets it.
 bool isReadRequest(const char* value);
 
 // Calls `read` or `set`, depending on `value`.
@@ -88,7 +88,7 @@ void readOrSet(Handle module, const char* value, void (*read)(Handle), void (*se
         set(module, value);
 }
 
-// The same for one of several settings of a kind.
+// The same for functions that take the setting as an argument.
 template <typename Handle, typename Setting>
 void readOrSet(Handle module, const Setting& setting, const char* value, void (*read)(Handle, const Setting&),
                void (*set)(Handle, const Setting&, const char*))
@@ -99,10 +99,10 @@ void readOrSet(Handle module, const Setting& setting, const char* value, void (*
         set(module, setting, value);
 }
 
-// Returns whether the category's argument selects the item called `name`. noArgument() selects every item.
+// Returns whether the value of the category option selects the item `name`. noArgument() selects every item.
 bool isSelected(const char* argument, const char* name);
 
-// Calls `show` for each of `items` that is selected. Returns false if none is.
+// Calls `show` for each item that is selected. Returns false if there is none.
 template <typename Handle, typename Item, std::size_t count>
 bool showSelected(Handle module, const char* argument, const Item (&items)[count],
                   void (*show)(Handle, const Item&))

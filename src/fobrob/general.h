@@ -1,11 +1,11 @@
-// The name and version of the program, and its general screens.
+// The name and the version of the program, and the output of the general options.
 
 #pragma once
 
 // The base name of the program. main sets it before anything else.
 extern const char* program_name;
 
-// Sets program_name to the part of `path` that follows its last slash. `path` is not copied.
+// Sets program_name to the part of `path` that follows its last slash. `path` must stay valid.
 void setProgramName(const char* path);
 
 int programVersionMajor();

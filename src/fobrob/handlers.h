@@ -1,4 +1,4 @@
-// The handlers of all categories, one file each in categories/. Only main.cpp calls them.
+// The handlers of all categories, each in its own file in categories/. Only main.cpp calls them.
 
 #pragma once
 

@@ -1,8 +1,9 @@
-// Device operations in tables.
+// Lazily bound device operations, for use in tables.
 //
-// A table that contains the address of an operation makes the loader resolve it when the program starts. A
-// device library that lacks the operation would then keep the program from starting, even for a category that
-// does not use it. lateBound<operation> has the same parameters and resolves the operation at its first call.
+// A table that contains the address of an operation makes the dynamic linker resolve the operation when the
+// program starts. If the device library lacks the operation, the program does not start, even for a category
+// that does not use it. lateBound<operation> has the same parameters as the operation, which is resolved when
+// it is first called.
 
 #pragma once
 

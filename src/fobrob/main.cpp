@@ -1,4 +1,4 @@
-// The dispatcher: the first option determines the one action of a run.
+// The dispatcher: the first option selects the category or the general option of a run.
 
 #include "fobrob/category.h"
 #include "fobrob/general.h"
@@ -43,7 +43,7 @@ const Category* findCategory(int code)
 
 } // namespace
 
-// Intentional: the exit status is always 0. Scripts depend on it, and recognise errors by the output.
+// Intentional: the exit status is always 0. Scripts depend on it and detect errors by the output.
 int main(int argc, char** argv)
 {
     setProgramName("fobrob");

@@ -2,7 +2,7 @@
 
 const char* const shortOptions = "hv";
 
-// In the order in which getopt_long lists the candidates for an ambiguous abbreviation.
+// getopt_long lists the candidates for an ambiguous abbreviation in this order.
 const option longOptions[] = {
     {"wlanpower", optional_argument, nullptr, OPT_WLANPOWER},
     {"wlanstartuppower", optional_argument, nullptr, OPT_WLANSTARTUPPOWER},

@@ -68,8 +68,8 @@ enum OptionCode : int
     OPT_LED_DIMMING = 60,
     OPT_LIGHTSENSOR = 61,
     OPT_ILLUMINANCE = 62,
-    // Intentional: equal to '?', which getopt_long returns for an option it does not accept. A mistyped
-    // option of the advanced category is therefore processed as this one.
+    // Intentional: equal to '?', which getopt_long returns for an invalid option. A mistyped option of the
+    // advanced category is therefore processed as this one.
     OPT_RESCUE_MODE_NEXT_BOOT = 63,
     OPT_FACTORY_RESET = 64,
     OPT_SYSTEM_MODE = 65,
@@ -83,7 +83,7 @@ extern const option longOptions[]; // ends with an empty row
 
 constexpr int endOfOptions = -1;
 
-// Continues parsing the command line. Returns the code of the next option, '?' for one that getopt_long does
-// not accept, or endOfOptions. Sets `longIndex` to the option's row in longOptions if it is a long option.
-// getopt_long reports invalid options on standard error.
+// Continues parsing the command line. Returns the code of the next option or endOfOptions. For an invalid
+// option, getopt_long prints an error on standard error, and the function returns '?'. If the option is a
+// long option, its row in longOptions is stored in `longIndex`.
 int nextOption(int argc, char** argv, int& longIndex);

@@ -27,11 +27,10 @@ void writeInteger(Integer number)
 
 void prepareOutput()
 {
-    // With its own buffer, the C library neither allocates one nor calls fstat. The longest text fits into
-    // it.
+    // With this buffer, the C library neither allocates one nor calls fstat. The longest text fits into it.
     static char buffer[16384];
     std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
-    // Firmware work and the remaining settings continue if the reader of standard output exits.
+    // If the reader of standard output exits, a firmware job or the remaining settings must not be aborted.
     std::signal(SIGPIPE, SIG_IGN);
 }
 

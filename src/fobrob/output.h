@@ -1,13 +1,13 @@
 // Writes complete lines to standard output.
 //
-// A null text suppresses all further output of the run. The earlier parts of its line are written; the rest
-// of the line, the newline and all later lines are not.
+// A null text suppresses all further output. The earlier parts of its line are written; the rest of the line,
+// the newline and all later lines are not.
 
 #pragma once
 
 #include <concepts>
 
-// Sets up standard output. Must be called before anything is printed.
+// Sets the buffer of standard output and ignores SIGPIPE. Must be called before anything is printed.
 void prepareOutput();
 
 // Used by printLine only.
@@ -18,9 +18,9 @@ void printUnsigned(unsigned long long number);
 void endLine();
 
 void printPart(bool) = delete;
-void printPart(char) = delete; // signed on some processors, unsigned on others
+void printPart(char) = delete; // char is signed on some processors, unsigned on others
 
-// Integers of every width are printed as numbers, including 8-bit ones.
+// Prints integers of every width as numbers, including 8-bit integers.
 template <std::signed_integral Integer>
 void printPart(Integer number)
 {

@@ -1,4 +1,4 @@
-// Tables of the words that name device values, for reading and for printing them.
+// Tables of the words for device values, for parsing and printing.
 
 #pragma once
 
@@ -10,7 +10,7 @@
 struct NamedValue
 {
     std::int32_t value;
-    char name[56]; // not a pointer: the loader would have to relocate it at every start
+    char name[56]; // not a pointer, which would need a relocation at every start
 };
 
 // Returns the first name of `value`, or `fallback` if the table has none.
@@ -22,5 +22,5 @@ std::int32_t valueOf(std::span<const NamedValue> values, const char* name, std::
 constexpr NamedValue enableDisable[] = {{QV_ENABLED, "Enable"}, {QV_DISABLED, "Disable"}};
 constexpr NamedValue enabledDisabled[] = {{QV_ENABLED, "Enabled"}, {QV_DISABLED, "Disabled"}};
 
-// A fallback for both tables.
+// The fallback of valueOf() for both tables.
 constexpr std::int32_t noSuchState = -1;

@@ -39,13 +39,13 @@ void printAboutHelp()
               "--about=\tADC\t\tGet ADC information.");
 }
 
-// Reports omit what the unit does not support.
+// Like succeeded(), but does not report QV_NOT_SUPPORTED: items that the unit does not support are omitted.
 bool succeededIfSupported(const char* operation, ApiError result)
 {
     return result != QV_NOT_SUPPORTED && succeeded(operation, result);
 }
 
-// The device gets one byte less than the buffer has, because its texts may have no terminator.
+// The length that is passed to the device. Buffers are one byte larger because a text may have no terminator.
 constexpr std::uint32_t textLength = 256;
 
 template <auto get>
@@ -158,7 +158,7 @@ void showAddOnBoard(AboutHandle about)
     showMounted<About_getIsWLANMounted>(about, "WLAN", "getIsWLANMounted");
 }
 
-// The modules that the reports read from.
+// The modules that the reports use.
 struct Modules
 {
     AdcHandle adc;
@@ -187,8 +187,8 @@ void reportRawEeprom(const Modules& modules)
         return;
     }
 
-    // Intentional: the last byte is not read. If no byte is erased, the output ends with a zero byte in its
-    // place.
+    // Intentional: the last byte is not read. If no byte is erased, the output has a zero byte in its place.
+    // The output is fixed.
     const ApiError result = QVAuxPrivate_getEepromData(modules.privateAccess, eeprom, rawEepromBuffer,
                                                        sizeof rawEepromBuffer - 1);
     if (!succeeded("getEepromData", result))

@@ -152,7 +152,7 @@ enum class Action
     none,
 };
 
-// Only one action is carried out: the first of these that was requested.
+// Returns the only action that is performed: the first of these that was requested.
 Action chooseAction()
 {
     if (advancedArgs.systemModeGiven)
@@ -198,7 +198,7 @@ void runAction(Action action, FirmwareUpgradeHandle upgrade, AboutHandle about)
     }
 }
 
-// Returns false if an option ends the run: --help, or a file path that is not absolute.
+// Returns false if an option ends the command: --help, or a file path that is not absolute.
 bool parseAdvancedOptions(int argc, char** argv, int longIndex)
 {
     for (int code; (code = nextOption(argc, argv, longIndex)) != endOfOptions;)
@@ -238,7 +238,7 @@ int handleAdvanced(const char*, int argc, char** argv, const char*, const option
     }
     runAction(action, upgrade, about);
 
-    // Intentional: requesting firmware work causes the wait even if another action took precedence over it.
+    // Intentional: --update and --verify cause the wait even if another action took precedence.
     if (isFirmwareRequested())
         sleep(closingWait);
     About_release(about);

@@ -59,8 +59,8 @@ void readIntensity(BacklightHandle backlight)
         printLine("Intensity: ", intensity);
 }
 
-// Intentional: there is no upper limit. The device gets the number truncated to 8 bits, the message shows all
-// of it.
+// Intentional: there is no upper limit. The number is truncated to 8 bits for the device, but the message
+// shows all of it. The output is fixed.
 void setIntensity(BacklightHandle backlight, const char* value)
 {
     const long intensity = parseNumber(value);
@@ -80,7 +80,8 @@ void readAutomatic(BacklightHandle backlight)
 
 void startAutomatic(BacklightHandle backlight)
 {
-    // The device defines what these numbers mean. Intentional: the regulation starts even if it refuses them.
+    // The meaning of these numbers is unknown. Intentional: automatic control is started even if the device
+    // rejects them.
     reportFailure("setAutomaticBLFilter", Backlight_setAutomaticBLFilter(backlight, 4, 2, 40, 2));
     if (succeeded("startAutomaticBL", Backlight_startAutomaticBL(backlight)))
         printLine("Automatic BL started.");
@@ -96,7 +97,7 @@ void setAutomatic(BacklightHandle backlight, const char* value)
 {
     const std::int32_t state = valueOf(enabledDisabled, value, noSuchState);
     if (state == noSuchState)
-        refuseIntensity(); // Intentional: the same message. The output is fixed.
+        refuseIntensity(); // Intentional: the message names the intensity. The output is fixed.
     else if (state)
         startAutomatic(backlight);
     else

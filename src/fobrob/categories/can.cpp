@@ -23,8 +23,8 @@ const CategoryOption canOptions[] = {
 
 std::uint8_t canChannelCount = 0;
 
-// Intentional: the help numbers the channels from 1, the handler from 0. Scripts depend on the names that the
-// handler accepts.
+// Intentional: the help numbers the channels from 1, but the handler numbers them from 0. Scripts depend on
+// the names that the handler accepts.
 void printCanHelp()
 {
     printLine("Category - CAN\n"

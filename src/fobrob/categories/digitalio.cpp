@@ -36,7 +36,7 @@ void printDigitalIoHelp()
               "--digitalio=\tDI4\t\tGet current value for digital input 4.");
 }
 
-// Reads the inputs again for each line, so that it shows the current state.
+// Reads the inputs again for each line, so that every line shows the current state.
 void showInput(DigIOHandle digIO, const DigitalInput& input)
 {
     std::uint8_t states = 0;

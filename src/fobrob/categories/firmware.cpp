@@ -70,7 +70,7 @@ const NamedValue stateNames[] = {
     {QV_UPGRADE_DONE, "Done"},
 };
 
-// Values of the operations' `flag`.
+// Values of the `flag` argument of the device operations.
 constexpr std::int32_t noFlags = 0;
 constexpr std::int32_t waitForStatus = 1;
 
@@ -99,8 +99,8 @@ bool hasDisplay(AboutHandle about)
     return About_getIsDisplayAvailable(about, &available) == QV_SUCCESS && available;
 }
 
-// Returns what follows the last dot, which may be in the name of a directory, or the whole path if there is
-// no dot.
+// Returns the part after the last dot, or the whole path if there is no dot. The dot may be in the name of a
+// directory.
 const char* extensionOf(const char* path)
 {
     const char* dot = std::strrchr(path, '.');
@@ -136,7 +136,7 @@ bool isAnswerYes()
     return yes;
 }
 
-// Only the answer "yes" continues.
+// Returns whether the operation is forced or confirmed. Only the answer "yes" confirms it.
 bool confirmOperation(const FirmwareRequest& request)
 {
     if (request.force)
@@ -151,7 +151,7 @@ bool confirmOperation(const FirmwareRequest& request)
     return false;
 }
 
-// Called before each start. There is nothing to do yet.
+// Called before each job is started. Does nothing yet.
 void beforeUpgradeStart()
 {
 }
@@ -163,8 +163,9 @@ void printUpgradeFailure(UpgradeStatus status)
               ".\nError: ", GetErrorStringA(status.error));
 }
 
-// Follows the job to its end. The loop has no delay because the status call blocks until there is a new
-// status. Its result is ignored: a call that fails leaves `status` unchanged.
+// Prints the states of the job until it ends. Returns whether it succeeded. The loop has no delay because the
+// status call blocks until there is a new status. The result of the call is ignored: a call that fails leaves
+// `status` unchanged.
 bool monitorUpgrade(FirmwareUpgradeHandle upgrade)
 {
     UpgradeStatus status = {};
@@ -181,7 +182,7 @@ bool monitorUpgrade(FirmwareUpgradeHandle upgrade)
             printUpgradeFailure(status);
             return false;
         }
-        // Intentional: without an error code, every later state is a success, even
+        // Intentional: without an error code, every state after QV_UPGRADE_VERIFYING is a success, even
         // QV_UPGRADE_DONE_WITH_ERROR.
         if (status.state > QV_UPGRADE_VERIFYING)
             return true;

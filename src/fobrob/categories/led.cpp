@@ -91,8 +91,8 @@ LedColor stringToColor(const char* text)
     return valueOf(colors, text, noSuchColor);
 }
 
-// Frequency and duty cycle are one setting of the device. To change one of them, the other one is read first
-// and written back.
+// Frequency and duty cycle are one setting of the device. To change one of them, the other is read and
+// written back.
 struct Signal
 {
     double frequency = 0;       // Hz
@@ -178,7 +178,8 @@ void readPulses(FrontLEDHandle led)
         printLine("LED pulses: ", pulses);
 }
 
-// Intentional: the count is sent before it is checked. A negative one is rejected after it has been sent.
+// Intentional: the count is checked only after it has been sent. A negative count is set, but reported as
+// invalid.
 void setPulses(FrontLEDHandle led, const char* value)
 {
     const long number = parseNumber(value);
@@ -210,7 +211,7 @@ void setIdleTime(FrontLEDHandle led, const char* value)
         printLine("LED idle time set to: ", milliseconds);
 }
 
-// Intentional: a status line follows even a failed read. The output is fixed.
+// Intentional: a status line is printed even after a failed read. The output is fixed.
 void readStartup(FrontLEDHandle led)
 {
     std::int32_t enabled = 0;

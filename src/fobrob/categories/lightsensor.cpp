@@ -51,7 +51,7 @@ int handleLightsensor(const char*, int argc, char** argv, const char*, const opt
         return 0;
     }
 
-    // Intentional: an invalid option has no effect if --illuminance is given too.
+    // Intentional: an invalid option has no effect if --illuminance is also given.
     if (parsed.onlyInvalidOptions())
         printLine("Invalid argument");
     else

@@ -149,7 +149,7 @@ StartupTrigger stringToStartupTrigger(const char* text)
     return valueOf(triggerWords, text, noSuchTrigger);
 }
 
-// The settings whose value is an action.
+// A setting whose value is an action.
 struct ActionSetting
 {
     const char* readLabel;
@@ -197,8 +197,8 @@ void setAction(ConfigHandle config, const ActionSetting& setting, const char* va
         printLine(setting.setLabel, actionToString(action));
 }
 
-// The settings whose value is a time of 16 bits. Intentional: the device gets the number truncated to 16
-// bits, the message shows all of it.
+// A setting whose value is a 16-bit time. Intentional: the number is truncated to 16 bits for the device, but
+// the message shows all of it. The output is fixed.
 struct TimeSetting
 {
     const char* readLabel;
@@ -249,7 +249,7 @@ void readOnOffSignalTime(ConfigHandle config)
         printLine("OnOffSignalTime: ", seconds, "s");
 }
 
-// Intentional: unlike the other times, this one is not checked.
+// Intentional: unlike the other times, this one is not range-checked.
 void setOnOffSignalTime(ConfigHandle config, const char* value)
 {
     const auto seconds = static_cast<std::uint32_t>(parseNumber(value));

@@ -34,7 +34,7 @@ const CategoryOption powerOptions[] = {
     {OPT_EXTFAN, &powerArgs.extfanGiven, &powerArgs.extfanValue},
 };
 
-// Intentional: "start up" here is "Start-up" in the results. The output is fixed.
+// Intentional: the help has "start up", but the results have "Start-up". The output is fixed.
 void printPowerHelp()
 {
     printLine(
@@ -110,7 +110,7 @@ const char* modeName(Mode mode)
     return mode == Mode::current ? "Current" : "Start-up";
 }
 
-// Each operation exists once per mode.
+// Each function calls the operation for the mode.
 
 ApiError getVideo(const Modules& modules, Mode mode, std::uint8_t* mask)
 {
@@ -197,8 +197,9 @@ void readOrSetCan(const Modules& modules, Mode mode, std::int32_t& readState)
         printLine(modeName(mode), " - CAN power status set to ", setText(state));
 }
 
-// Intentional: the status line follows even a failed read; it shows the state that the CAN read may have left
-// in `readState`. For start-up, the value of --can is used to set the fan. Scripts depend on both.
+// Intentional: the status line is printed even after a failed read. It then shows the state that was left in
+// `readState`, which may be that of CAN. In startup mode, the fan is set to the value of --can. Scripts
+// depend on both.
 void readOrSetExtFan(const Modules& modules, Mode mode, std::int32_t& readState)
 {
     if (isReadRequest(powerArgs.extfanValue))

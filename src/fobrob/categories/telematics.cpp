@@ -63,8 +63,7 @@ TelematicsArgument& argumentOf(const TelematicsSetting& setting)
     return telematicsArgs[&setting - telematicsSettings];
 }
 
-// Intentional: the text mentions the OnOff functionality, and Bluetooth comes before GPS. The output is
-// fixed.
+// Intentional: the text mentions the OnOff functionality and lists Bluetooth before GPS. The output is fixed.
 void printTelematicsHelp()
 {
     printLine(

@@ -101,7 +101,7 @@ const NamedValue settings[] = {
     {QV_TOUCH_RESTORE_DEFAULTS, "TS_RESTORE_DEFAULT_SETTINGS"},
 };
 
-// QV_TOUCH_RESTORE_DEFAULTS follows; there is nothing to read from it.
+// The next setting is QV_TOUCH_RESTORE_DEFAULTS, which has no value to show.
 constexpr TouchSetting lastSettingShown = QV_TOUCH_CALIBRATION_MEASUREMENTS;
 constexpr TouchSetting noSuchSetting = -1;
 
@@ -123,8 +123,8 @@ void readMode(TouchScreenHandle touch)
         printLine("TouchScreen Profile: ", touchModeName(mode));
 }
 
-// Intentional: an unknown word is sent to the device as noSuchMode, and its result determines what is
-// printed.
+// Intentional: an unknown word is sent to the device as noSuchMode. What is printed depends on whether the
+// device accepts it.
 void setMode(TouchScreenHandle touch, const char* value)
 {
     const TouchMode mode = parseTouchMode(value);
@@ -152,7 +152,7 @@ void showEverything(TouchScreenHandle touch)
         readSetting(touch, setting, touchSettingName(setting));
 }
 
-// The messages show the name of the setting as the user spelled it.
+// The messages show the name of the setting as it was typed.
 void readOrSetSetting(TouchScreenHandle touch)
 {
     const char* name = touchArgs.settingValue;
@@ -179,7 +179,7 @@ int handleTouch(const char*, int argc, char** argv, const char*, const option*, 
         return 0;
     }
 
-    // --value by itself selects nothing, so that it does not count as an option.
+    // --value alone does not select a setting, so it does not count as an option.
     const bool noneSelected = !touchArgs.modeGiven && !touchArgs.settingGiven;
     if (noneSelected && parsed.invalidOption)
         printLine("Invalid argument");

@@ -79,7 +79,7 @@ int handleVersion(const char* argument, int argc, char** argv, const char*, cons
         printProgramVersionLine();
         std::fflush(stdout);
     }
-    // Intentional: "QVSettings" is accepted and shows nothing.
+    // Intentional: "QVSettings" is accepted and prints nothing.
     if (!showSelected(version, argument, items, showVersion) && !equalsIgnoringCase(argument, "QVSettings"))
         printLine("Invalid argument");
     return static_cast<int>(AuxVersion_release(version));
