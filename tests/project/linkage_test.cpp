@@ -1,3 +1,4 @@
+#include "support/listed_operations.h"
 #include "support/unit.h"
 
 #include <regex>
@@ -82,6 +83,11 @@ TEST(Program, LooksUpDeviceOperationsAtTheirFirstCallOnly)
     EXPECT_EQ(slots, operations.size());
     const std::string dynamic = told({"readelf", "-d", "--wide", programPath()});
     EXPECT_FALSE(std::regex_search(dynamic, std::regex(R"(\((BIND_NOW\)|FLAGS.*NOW))"))) << dynamic;
+}
+
+TEST(ListOfOperations, HasEveryDeclaredOperation)
+{
+    EXPECT_EQ(listedOperations(), declaredOperations());
 }
 
 TEST(Program, CallsEveryDeclaredOperation)

@@ -1,90 +1,165 @@
 #include "support/vocabulary.h"
 
-#include "fobrob/option_table.h"
+#include "fobrob/category.h"
+#include "support/firmware_unit.h"
 #include "support/letter_case.h"
-#include "support/unit.h"
 
 namespace
 {
 
-std::string source(const std::string& file)
+// completions/options.txt: the options of each category.
+std::map<std::string, std::set<std::string>> listedOptions()
 {
-    return readFile(PROJECT_FOLDER "/src/" + file);
-}
-
-std::string sourceOf(const std::string& category)
-{
-    const std::string own = source("fobrob/categories/" + category + ".cpp");
-    return category == "advanced" ? own + source("fobrob/categories/firmware.cpp") : own;
-}
-
-std::vector<std::string> namesOf(const std::vector<std::string>& codes)
-{
-    std::vector<std::string> names;
-    for (const std::string& code : codes)
-        names.push_back(inLowercase(code));
-    return names;
+    std::map<std::string, std::set<std::string>> options;
+    std::string category;
+    for (const std::string& line : splitLines(readFile(PROJECT_FOLDER "/completions/options.txt")))
+    {
+        const std::size_t begin = line.find("--");
+        if (begin == line.npos || line.starts_with('#'))
+            continue;
+        const std::string name = line.substr(begin, line.find_first_of("= ", begin) - begin);
+        if (begin == 0)
+            options[category = name];
+        else
+            options[category].insert(name);
+    }
+    return options;
 }
 
 // Whether a value must, may or cannot follow the option.
 int argumentOf(const std::string& option)
 {
     for (const auto* row = longOptions; row->name; ++row)
-        if (option == row->name)
+        if (option == std::string("--") + row->name)
             return row->has_arg;
-    ADD_FAILURE() << "no option is named " << option;
+    ADD_FAILURE() << "not an option: " << option;
     return no_argument;
 }
 
-// Every word in the source that the program might compare a value with.
-Words candidates(const std::string& category)
+// The category with an argument that its options need.
+std::string withArgument(const std::string& category)
 {
-    Words words;
-    for (const std::string& word : matches(R"|("(\w+)")|", sourceOf(category) + source("fobrob/words.h")))
-        if (word == "CAN")
-            for (const char number : {'0', '1', '2', '3', '4'})
-                words.insert(word + number);
-        else
-            words.insert(word);
-    // Taken for the sake of those who write what they see, and shown to nobody.
-    words.erase("TS_CALIBTATION_WIDTH");
-    return words;
-}
-
-// The category as its options need it.
-std::string opening(const std::string& category)
-{
-    if (category == "about")
+    if (category == "--about")
         return "--about=RawEEPROM";
-    if (category == "advanced")
-        return "--advanced --filepath=/";
-    if (category == "can")
+    if (category == "--can")
         return "--can=CAN0";
-    if (category == "power")
+    if (category == "--power")
         return "--power=current";
-    return "--" + category;
+    return category;
 }
 
-bool isTaken(Unit& unit, const std::string& line)
+// A unit to try a command line on.
+class Trial
 {
-    const std::string output = unit.run(line).output;
-    const auto says = [&](const char* text) { return output.find(text) != output.npos; };
-    return !output.empty() && !says("Invalid") && !says("out of range") && !says("full path");
+public:
+    Trial()
+    {
+        unit.set("/firmware/statuses", {{{"state", 6}}});
+        unit.input = "";
+    }
+
+    Result run(const std::string& commandLine)
+    {
+        return unit.run(commandLine);
+    }
+
+    bool isCategory(const std::string& option)
+    {
+        return run(option + " --help").output.starts_with("Category - ");
+    }
+
+    bool haveSameEffect(const std::string& oneLine, const std::string& other)
+    {
+        const Result one = run(oneLine);
+        const Result two = run(other);
+        return one.output == two.output && one.calls == two.calls;
+    }
+
+    bool accepts(const std::string& commandLine)
+    {
+        const std::string output = run(commandLine).output;
+        const auto contains = [&](const char* text) { return output.find(text) != output.npos; };
+        return !output.empty() && !contains("Invalid") && !contains("out of range") && !contains("full path");
+    }
+
+    // The words that the program compares the value at the end of `commandLine` with.
+    Words comparedWords(const std::string& commandLine)
+    {
+        const std::string value = "anything";
+        Command command = programOn(unit.file(), commandLine + "=" + value);
+        const std::string record = unit.folder / "words";
+        writeFile(record, "");
+        command.environment["COMPARED_WORDS"] = record;
+        command.environment["LD_PRELOAD"] += ":" + buildFolder() + "/tests/compared-words.so";
+        runCommand(command);
+        Words words;
+        for (const std::string& line : splitLines(readFile(record)))
+            if (line.starts_with(value + " "))
+                words.insert(line.substr(value.size() + 1));
+        words.erase(noArgument());
+        return words;
+    }
+
+    // What makes a difference to the option, if it has no effect alone.
+    std::string contextOf(const std::string& category, const std::string& option) const
+    {
+        if (option == "--force")
+            return "--advanced --update=SS --filepath=" + unit.hex;
+        if (option == "--factory_reset")
+            return "--advanced --rescue_mode_next_boot";
+        if (category == "--advanced")
+            return "--advanced --filepath=/";
+        return withArgument(category);
+    }
+
+private:
+    FirmwareUnit unit;
+};
+
+// A listed option has an effect of its own: not that of --list, which belongs to no category.
+void expectOwnOption(Trial& trial, const std::string& category, const std::string& option)
+{
+    const std::string context = trial.contextOf(category, option);
+    const std::string value = argumentOf(option) == required_argument ? "=anything" : "";
+    EXPECT_FALSE(trial.haveSameEffect(context + " " + option + value, context + " --list"))
+        << "no effect: " << category << " " << option;
 }
 
-Words taken(Unit& unit, const std::string& line, int argument, const Words& candidates)
+// All others together have no other effect than --list as often.
+void expectNoOtherOption(Trial& trial, const std::string& category, const std::set<std::string>& own)
+{
+    std::string others = withArgument(category);
+    std::string lists = others;
+    const auto add = [&](const std::string& option)
+    {
+        others += " " + option;
+        lists += " --list";
+    };
+    for (const auto* row = longOptions; row->name; ++row)
+    {
+        const std::string option = std::string("--") + row->name;
+        if (row->val == OPT_HELP || own.contains(option))
+            continue;
+        if (row->has_arg != required_argument)
+            add(option);
+        if (row->has_arg != no_argument)
+            add(option + "=1");
+    }
+    EXPECT_TRUE(trial.haveSameEffect(others, lists))
+        << category << " has an option that completions/options.txt does not list";
+}
+
+Words acceptedWords(Trial& trial, const std::string& commandLine, int argument)
 {
     if (argument == no_argument)
         return {""};
     Words words = {"="};
-    if (argument == optional_argument && isTaken(unit, line))
+    if (argument == optional_argument && trial.accepts(commandLine))
         words.insert("");
-    // What takes any word wants a number.
-    if (isTaken(unit, line + "=nonsense"))
-        return words;
-    for (const std::string& word : candidates)
-        if (isTaken(unit, line + "=" + word))
+    for (const std::string& word : trial.comparedWords(commandLine))
+        if (trial.accepts(commandLine + "=" + word))
             words.insert(inLowercase(word));
+    words.erase("ts_calibtation_width"); // Intentional: accepted as it is printed, and listed nowhere.
     return words;
 }
 
@@ -92,15 +167,25 @@ Words taken(Unit& unit, const std::string& line, int argument, const Words& cand
 
 Vocabulary vocabularyOfTheProgram()
 {
-    Unit unit;
-    Vocabulary vocabulary;
-    for (const std::string& category : namesOf(matches(R"(\{OPT_(\w+), handle)", source("fobrob/main.cpp"))))
+    Trial trial;
+    const auto options = listedOptions();
+    for (const auto* row = longOptions; row->name; ++row)
     {
-        const Words words = candidates(category);
-        vocabulary["--" + category] = taken(unit, "--" + category, argumentOf(category), words);
-        for (const std::string& option : namesOf(matches(R"(\{OPT_(\w+), [&"])", sourceOf(category))))
-            vocabulary["--" + category + " --" + option] =
-                taken(unit, opening(category) + " --" + option, argumentOf(option), words);
+        const std::string option = std::string("--") + row->name;
+        EXPECT_EQ(trial.isCategory(option), options.contains(option)) << option;
+    }
+
+    Vocabulary vocabulary;
+    for (const auto& [category, own] : options)
+    {
+        vocabulary[category] = acceptedWords(trial, category, argumentOf(category));
+        expectNoOtherOption(trial, category, own);
+        for (const std::string& option : own)
+        {
+            expectOwnOption(trial, category, option);
+            vocabulary[category + " " + option] =
+                acceptedWords(trial, trial.contextOf(category, option) + " " + option, argumentOf(option));
+        }
     }
     return vocabulary;
 }

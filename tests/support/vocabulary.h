@@ -1,5 +1,4 @@
-// What the program takes on its command line, as the program itself has it: which options a category has is
-// read in the tables of src/, which words an option takes is tried out.
+// What the program accepts on its command line, as its runs show it.
 
 #pragma once
 
@@ -9,8 +8,10 @@
 
 using Words = std::set<std::string>;
 
-// By category and by option of a category ("--led", "--led --color"), what may stand behind it: "" where it
-// may stand alone, "=" where a value may follow, and the words that the value may be, in small letters.
+// By category and by option of a category ("--led", "--led --color"), what may follow it: "" if it may be
+// given alone, "=" if a value may follow, and the words that the value may be, in lowercase.
 using Vocabulary = std::map<std::string, Words>;
 
+// The categories and their options are those of completions/options.txt. Reports a failure of the test if the
+// program has others.
 Vocabulary vocabularyOfTheProgram();

@@ -1,4 +1,5 @@
 #include "operations.h"
+#include "support/listed_operations.h"
 
 #include <set>
 
@@ -27,28 +28,14 @@ TEST(Calls, SucceedForEveryOperationOnAHealthyUnit)
         }
 }
 
-TEST(Calls, AreTestedForEveryDeclaredOperation)
+TEST(Calls, AreTestedForEveryListedOperation)
 {
     std::set<std::string> tested = {"GetErrorStringA", "GetStartupReasonStringA", "GetHwErrorStatusStringA"};
     for (const auto& operations : {everyOperation(), everyRelease()})
         for (const Operation& checked : operations)
             tested.insert({checked.name, "Get" + moduleOf(checked.name)});
 
-    std::set<std::string> declared;
-    const std::string identifier = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_";
-    std::string header;
-    for (const std::string& line : splitLines(readFile(PROJECT_FOLDER "/src/device/qv_aux2.h")))
-        if (!line.starts_with("//"))
-            header += line + "\n";
-    for (auto bracket = header.find('('); bracket != std::string::npos;
-         bracket = header.find('(', bracket + 1))
-    {
-        const auto begin = header.find_last_not_of(identifier, bracket - 1) + 1;
-        const std::string name = header.substr(begin, bracket - begin);
-        if (name.starts_with("Get") || name.find('_') != std::string::npos)
-            declared.insert(name);
-    }
-    EXPECT_EQ(tested, declared);
+    EXPECT_EQ(tested, listedOperations());
 }
 
 } // namespace
