@@ -133,6 +133,7 @@ TEST(Streams, TakeTheEndOfInputAsARefusal)
 // While the program waits it holds no lock and has started nothing.
 TEST(Streams, WaitForAnAnswerUntilAnInterrupt)
 {
+    SKIP_WITHOUT_TERMINAL();
     FirmwareUnit unit;
     Command command = programOn(unit.file(), "--advanced --update=Front --filepath=" + unit.hex);
     command.environment["QVAUX_TRACE"] = unit.folder / "waiting";
@@ -152,6 +153,7 @@ TEST(Streams, WaitForAnAnswerUntilAnInterrupt)
 
 TEST(Streams, EndTheProgramIfTheTerminalHangsUp)
 {
+    SKIP_WITHOUT_TERMINAL();
     FirmwareUnit unit;
     Command command =
         throughShell("exec env --default-signal=HUP \"$@\"",

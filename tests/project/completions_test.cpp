@@ -1,5 +1,6 @@
 #include "fobrob/option_table.h"
 #include "support/letter_case.h"
+#include "support/terminal.h"
 #include "support/unit.h"
 #include "support/vocabulary.h"
 
@@ -87,7 +88,18 @@ Vocabulary vocabularyOfTheOffers()
     return all;
 }
 
-class Completions : public testing::TestWithParam<const char*>
+// zsh edits its command line at a terminal only.
+class ShellTest : public testing::TestWithParam<const char*>
+{
+protected:
+    void SetUp() override
+    {
+        if (std::string(GetParam()) == "zsh")
+            SKIP_WITHOUT_TERMINAL();
+    }
+};
+
+class Completions : public ShellTest
 {
 protected:
     static Words offers(const std::string& line)
@@ -97,7 +109,7 @@ protected:
 };
 
 // Those with a line editor that can be typed into here.
-class TypedCompletions : public testing::TestWithParam<const char*>
+class TypedCompletions : public ShellTest
 {
 };
 
@@ -275,6 +287,7 @@ TEST(CompletionsOfBash, WorkWhereTheEqualsSignBreaksNoWords)
 
 TEST(CompletionsOfAllShells, AreTheSame)
 {
+    SKIP_WITHOUT_TERMINAL();
     for (const char* line :
          {"fobrob ", "fobrob --t", "fobrob --advanced ", "fobrob --onoff --s",
           "fobrob --onoff --unit_startup=", "fobrob --touch --setting=", "fobrob --advanced --filepath=/"})

@@ -8,7 +8,18 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-constexpr int patience = 30000; // milliseconds
+constexpr int timeLimit = 30000; // milliseconds
+
+bool isTerminalAvailable()
+{
+    int master = -1;
+    int slave = -1;
+    if (openpty(&master, &slave, nullptr, nullptr, nullptr) != 0)
+        return false;
+    close(master);
+    close(slave);
+    return true;
+}
 
 Terminal::Terminal(const Command& command)
 {
@@ -30,7 +41,7 @@ Terminal::~Terminal()
     }
 }
 
-// False when nothing comes within the time, or nothing can come any more.
+// Returns false if nothing comes within the time, or if the terminal is closed.
 bool Terminal::readMore(int milliseconds)
 {
     pollfd ready{master, POLLIN, 0};
@@ -47,7 +58,7 @@ bool Terminal::readMore(int milliseconds)
 bool Terminal::sees(const std::string& line)
 {
     using namespace std::chrono;
-    const auto deadline = steady_clock::now() + milliseconds(patience);
+    const auto deadline = steady_clock::now() + milliseconds(timeLimit);
     while (("\n" + text).find("\n" + line + "\n") == std::string::npos)
         if (!readMore(static_cast<int>(duration_cast<milliseconds>(deadline - steady_clock::now()).count())))
             return false;
@@ -62,7 +73,7 @@ void Terminal::type(const std::string& typed)
 
 int Terminal::end()
 {
-    while (readMore(patience))
+    while (readMore(timeLimit))
         continue;
     return statusAtTheEnd();
 }

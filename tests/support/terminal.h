@@ -1,10 +1,18 @@
-// A command at a terminal of its own, and the person in front of it.
+// Runs a command at a pseudo-terminal and types at it.
 
 #pragma once
 
 #include "support/process.h"
 
+#include <gtest/gtest.h>
 #include <string>
+
+// Returns whether a pseudo-terminal can be opened. It cannot in a chroot without /dev/pts.
+bool isTerminalAvailable();
+
+#define SKIP_WITHOUT_TERMINAL()                                                                              \
+    if (!isTerminalAvailable())                                                                              \
+    GTEST_SKIP() << "no terminal is available"
 
 class Terminal
 {
@@ -16,19 +24,19 @@ public:
     Terminal(const Terminal&) = delete;
     Terminal& operator=(const Terminal&) = delete;
 
-    // Reads along until the line `line` is complete. False when it has not come after half a minute, or the
-    // command has ended without it.
+    // Reads until the line `line` is complete. Returns false if it does not come within half a minute, or if
+    // the command ends without it.
     bool sees(const std::string& line);
 
     void type(const std::string& text);
 
-    // Reads along to the command's end and gives its status as waitpid tells it.
+    // Reads until the command ends. Returns its wait status.
     int end();
 
-    // Goes away and gives the command's status as waitpid tells it.
+    // Closes the terminal. Returns the command's wait status.
     int hangUp();
 
-    // Everything that has come, what was typed included, with plain newlines.
+    // Everything on the screen so far, including the echo of what was typed, with plain newlines.
     const std::string& screen() const
     {
         return text;

@@ -97,6 +97,7 @@ TEST(FirmwareQuestion, ContinuesOnlyAfterYes)
 
 TEST(FirmwareQuestion, PrintsItsProgressAtATerminalLineByLine)
 {
+    SKIP_WITHOUT_TERMINAL();
     FirmwareUnit unit;
     unit.set("/firmware/pace", 300); // ms
     Terminal terminal(programOn(unit.file(), "--advanced --update=SS --filepath=" + unit.hex));
@@ -122,6 +123,7 @@ TEST(FirmwareQuestion, PrintsItsProgressAtATerminalLineByLine)
 
 TEST(FirmwareQuestion, NeedsNoInputWithForceAtATerminal)
 {
+    SKIP_WITHOUT_TERMINAL();
     FirmwareUnit unit;
     Terminal terminal(programOn(unit.file(), "--advanced --verify=SS --force --filepath=" + unit.hex));
     EXPECT_EQ(terminal.end(), 0);
@@ -130,6 +132,7 @@ TEST(FirmwareQuestion, NeedsNoInputWithForceAtATerminal)
 
 TEST(FirmwareQuestion, TakesTheEndOfInputAtATerminalAsARefusal)
 {
+    SKIP_WITHOUT_TERMINAL();
     FirmwareUnit unit;
     Terminal terminal(programOn(unit.file(), "--advanced --verify=SS --filepath=" + unit.hex));
     ASSERT_TRUE(terminal.sees("Do you wish to continue [yes/no]?"));
