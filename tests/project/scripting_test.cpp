@@ -1,5 +1,6 @@
 // The tables of docs/scripting.md, compared with the program row by row.
 
+#include "support/letter_case.h"
 #include "support/unit.h"
 #include "support/vocabulary.h"
 
@@ -241,7 +242,7 @@ bool isShown(const std::string& category, const std::string& option, const std::
                                        std::string::npos)
                                        return true;
                                    const auto accepts = [&](const Value& value)
-                                   { return inSmallLetters(value.given) == inSmallLetters(word); };
+                                   { return inLowercase(value.given) == inLowercase(word); };
                                    return row.setCommand.ends_with(" " + option) &&
                                           (word.empty() || std::ranges::any_of(row.words, accepts));
                                });
