@@ -1,7 +1,8 @@
 #include "simulator/call/handles.h"
 
 #include <cstdint>
-#include <vector>
+#include <limits>
+#include <map>
 
 namespace simulator
 {
@@ -9,38 +10,40 @@ namespace simulator
 namespace
 {
 
-std::vector<std::string_view> modules; // by number of the handle; empty if it was released
-
 // Makes a handle look like an address.
 constexpr std::uintptr_t step = 16;
 
-// Returns null if there is no such handle.
-std::string_view* find(const void* handle)
+std::uintptr_t last = 0; // the handle that was acquired last
+
+// The module of each handle that has not been released.
+std::map<std::uintptr_t, std::string_view> modules;
+
+std::uintptr_t keyOf(const void* handle)
 {
-    const auto number = reinterpret_cast<std::uintptr_t>(handle);
-    if (number % step != 0 || number / step - 1 >= modules.size())
-        return nullptr;
-    return &modules[number / step - 1];
+    return reinterpret_cast<std::uintptr_t>(handle);
 }
 
 } // namespace
 
 void* newHandle(std::string_view module)
 {
-    modules.push_back(module);
+    if (last > std::numeric_limits<std::uintptr_t>::max() - step)
+        return nullptr;
+    modules.emplace(last + step, module);
+    last += step;
     // NOLINTNEXTLINE(performance-no-int-to-ptr): not an address
-    return reinterpret_cast<void*>(modules.size() * step);
+    return reinterpret_cast<void*>(last);
 }
 
 bool isHandleOf(std::string_view module, const void* handle)
 {
-    const std::string_view* found = find(handle);
-    return found && *found == module;
+    const auto found = modules.find(keyOf(handle));
+    return found != modules.end() && found->second == module;
 }
 
 void endHandle(const void* handle)
 {
-    *find(handle) = {};
+    modules.erase(keyOf(handle));
 }
 
 } // namespace simulator

@@ -8,7 +8,7 @@
 namespace simulator
 {
 
-// Keeps a reference to the name of the module.
+// Keeps a reference to the name of the module. Returns null if all numbers have been used.
 void* newHandle(std::string_view module);
 
 bool isHandleOf(std::string_view module, const void* handle);

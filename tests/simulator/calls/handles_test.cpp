@@ -1,6 +1,8 @@
 #include "operations.h"
 
+#include <cstdlib>
 #include <limits>
+#include <malloc.h>
 #include <set>
 
 namespace
@@ -80,6 +82,17 @@ TEST(Handles, OfOneModuleAreIndependent)
     EXPECT_EQ(Buzzer_release(one), 0u);
     EXPECT_EQ(Buzzer_setVolume(other, 40), 0u);
     EXPECT_EQ(unit["/buzzer/volume"], 40);
+}
+
+TEST(Handles, CostNoMemoryOnceReleased)
+{
+    const CalledUnit unit;
+    unsetenv("QVAUX_TRACE");
+    Buzzer_release(GetBuzzer());
+    const std::size_t before = mallinfo2().uordblks;
+    for (int i = 0; i < 2000; ++i)
+        Buzzer_release(GetBuzzer());
+    EXPECT_EQ(mallinfo2().uordblks, before);
 }
 
 } // namespace
