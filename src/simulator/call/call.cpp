@@ -31,27 +31,14 @@ void reportOnce(const StoreError& error)
     static std::string reported;
     if (reported == error.what())
         return;
-    reported = error.what();
     std::fprintf(stderr, "libqv-aux2: %s\n", error.what());
-}
-
-// Returns the code of the exception that `action` throws, if any: the caller may be written in C.
-template <typename Action>
-ApiError guarded(const Action& action)
-{
     try
     {
-        action();
-        return success;
-    }
-    catch (const StoreError& error)
-    {
-        reportOnce(error);
-        return error.code;
+        reported = error.what();
     }
     catch (const std::exception&)
     {
-        return failure;
+        // No memory: the next call reports the error again.
     }
 }
 
@@ -66,7 +53,7 @@ Outcome execute(const Call& call, const std::optional<Fault>& fault, const Work&
 {
     if (fault)
         return {resultOf(*fault), false};
-    if (!isHandleOf(moduleOf(call.operation), call.handle))
+    if (!hasValidHandle(call))
         return failed(invalidHandle);
     const ApiError code = work();
     return {code, code == success};
@@ -102,14 +89,37 @@ std::optional<Fault> faultOfLibraryCall(const Call& call)
 
 } // namespace
 
-Outcome executeReading(const Call& call, const UnitFile& file, const Reading& work)
+ApiError guarded(FunctionRef<void()> action)
+{
+    try
+    {
+        action();
+        return success;
+    }
+    catch (const StoreError& error)
+    {
+        reportOnce(error);
+        return error.code;
+    }
+    catch (const std::exception&)
+    {
+        return failure;
+    }
+}
+
+bool hasValidHandle(const Call& call)
+{
+    return isHandleOf(moduleOf(call.operation), call.handle);
+}
+
+Outcome executeReading(const Call& call, const UnitFile& file, Reading work)
 {
     // The call is counted first, so that no result is written if the unit cannot be saved.
     const std::optional<Fault> fault = bootAndCount(call, file, Scope::unit);
     return execute(call, fault, [&] { return work(file.current()); });
 }
 
-Outcome executeChange(const Call& call, const UnitFile& file, const Change& work)
+Outcome executeChange(const Call& call, const UnitFile& file, Change work)
 {
     Outcome outcome{};
     file.change(
@@ -121,7 +131,7 @@ Outcome executeChange(const Call& call, const UnitFile& file, const Change& work
     return outcome;
 }
 
-Outcome withUnitFile(const std::function<Outcome(const UnitFile&)>& execute)
+Outcome withUnitFile(FunctionRef<Outcome(const UnitFile&)> execute)
 {
     Outcome outcome{};
     const ApiError error = guarded([&] { outcome = execute(UnitFile()); });
@@ -134,7 +144,7 @@ void* acquireHandle(const char* operation)
     void* handle = nullptr;
     if (!fault || !fault->null)
         guarded([&] { handle = newHandle(moduleOf(operation)); });
-    trace(operation, handle ? "handle" : "null", false);
+    guarded([&] { trace(operation, handle ? "handle" : "null", false); });
     return handle;
 }
 
@@ -146,11 +156,11 @@ ApiError release(const Call& call)
         return success;
     };
     const ApiError code = execute(call, faultOfLibraryCall(call), end).code;
-    trace(call.operation, std::to_string(code), false);
+    guarded([&] { trace(call.operation, std::to_string(code), false); });
     return code;
 }
 
-const char* textCall(const char* operation, std::uint32_t code, const TextLookup& lookup)
+const char* textCall(const char* operation, std::uint32_t code, TextLookup lookup, const char* fallback)
 {
     const char* text = nullptr;
     const auto lookInUnit = [&]
@@ -161,8 +171,9 @@ const char* textCall(const char* operation, std::uint32_t code, const TextLookup
         if (fault && fault->null)
             text = nullptr;
     };
-    if (guarded(lookInUnit) != success && !text)
-        guarded([&] { text = lookup(Unit()); });
+    const auto lookInDefaults = [&] { text = lookup(Unit()); };
+    if (guarded(lookInUnit) != success && !text && guarded(lookInDefaults) != success)
+        text = fallback;
     guarded([&] { trace(operation, traced(text), false, code); });
     return text;
 }

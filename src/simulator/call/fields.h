@@ -39,8 +39,7 @@ ApiError deliver(const std::optional<Value>& value, Result* result)
 template <typename Field, typename Result>
 ApiError getField(const Call& call, Field field, Result* result, Requirement requirement = requireNothing)
 {
-    const Reading work =
-        requiring(requirement, [&](const auto& unit) { return deliver(field(unit), result); });
+    const auto work = requiring(requirement, [&](const auto& unit) { return deliver(field(unit), result); });
     return readUnit(call, work, out(result));
 }
 

@@ -1,6 +1,7 @@
 #include "simulator/call/operations.h"
 
 #include <dlfcn.h>
+#include <new>
 
 namespace simulator
 {
@@ -12,7 +13,7 @@ bool isOperation(const std::string& name)
         return false;
     void* const library = dlopen(own.dli_fname, RTLD_LAZY | RTLD_NOLOAD);
     if (!library)
-        return false;
+        throw std::bad_alloc(); // It is loaded, so nothing else can fail.
     // dlsym() also searches the libraries that this one depends on.
     const void* const symbol = dlsym(library, name.c_str());
     Dl_info found{};

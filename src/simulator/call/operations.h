@@ -8,7 +8,7 @@
 namespace simulator
 {
 
-// Returns whether this library exports an operation with the name.
+// Returns whether this library exports an operation with the name. Throws std::bad_alloc.
 bool isOperation(const std::string& name);
 
 // Returns the module of an operation: "Buzzer" for "GetBuzzer" and for "Buzzer_getVolume".

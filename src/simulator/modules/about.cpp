@@ -13,12 +13,12 @@ template <typename Field>
 ApiError getText(const Call& call, Field field, char* buffer, std::uint32_t length,
                  Requirement requirement = requireNothing)
 {
-    const Reading work = requiring(requirement,
-                                   [&](const Unit& unit)
-                                   {
-                                       std::strncpy(buffer, field(unit).c_str(), length);
-                                       return success;
-                                   });
+    const auto work = requiring(requirement,
+                                [&](const Unit& unit)
+                                {
+                                    std::strncpy(buffer, field(unit).c_str(), length);
+                                    return success;
+                                });
     return readUnit(call, work, TextOut{buffer, length});
 }
 

@@ -15,7 +15,7 @@ ApiError Adc_release(AdcHandle adc)
 
 ApiError Adc_getVoltage(AdcHandle adc, std::int32_t channel, double* volts)
 {
-    const Reading work = [&](const Unit& unit) -> ApiError
+    const auto work = [&](const Unit& unit) -> ApiError
     {
         const auto& channels = unit.adc.volts;
         if (channel < 0 || static_cast<std::size_t>(channel) >= channels.size())

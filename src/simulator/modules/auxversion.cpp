@@ -10,16 +10,16 @@ template <typename Field>
 ApiError getVersion(const Call& call, Field field, std::uint8_t* major, std::uint8_t* minor,
                     std::uint8_t* release, std::uint8_t* build, Requirement requirement = requireNothing)
 {
-    const Reading work = requiring(requirement,
-                                   [&](const Unit& unit)
-                                   {
-                                       const auto& numbers = field(unit).numbers;
-                                       *major = numbers[0];
-                                       *minor = numbers[1];
-                                       *release = numbers[2];
-                                       *build = numbers[3];
-                                       return success;
-                                   });
+    const auto work = requiring(requirement,
+                                [&](const Unit& unit)
+                                {
+                                    const auto& numbers = field(unit).numbers;
+                                    *major = numbers[0];
+                                    *minor = numbers[1];
+                                    *release = numbers[2];
+                                    *build = numbers[3];
+                                    return success;
+                                });
     return readUnit(call, work, out(major), out(minor), out(release), out(build));
 }
 

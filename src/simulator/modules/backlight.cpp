@@ -8,12 +8,12 @@ namespace
 
 ApiError setAutomatic(const Call& call, bool running)
 {
-    const Change work = requiring(requireDisplay,
-                                  [=](Unit& unit)
-                                  {
-                                      unit.backlight.automatic = running;
-                                      return success;
-                                  });
+    const auto work = requiring(requireDisplay,
+                                [=](Unit& unit)
+                                {
+                                    unit.backlight.automatic = running;
+                                    return success;
+                                });
     return changeUnit(call, work);
 }
 
@@ -50,12 +50,12 @@ ApiError Backlight_getAutomaticBLStatus(BacklightHandle backlight, std::uint8_t*
 ApiError Backlight_setAutomaticBLFilter(BacklightHandle backlight, std::int32_t first, std::int32_t second,
                                         std::int32_t third, std::int32_t fourth)
 {
-    const Change work = requiring(requireDisplay,
-                                  [&](Unit& unit)
-                                  {
-                                      unit.backlight.filter = {first, second, third, fourth};
-                                      return success;
-                                  });
+    const auto work = requiring(requireDisplay,
+                                [&](Unit& unit)
+                                {
+                                    unit.backlight.filter = {first, second, third, fourth};
+                                    return success;
+                                });
     return changeUnit({__func__, backlight}, work, first, second, third, fourth);
 }
 

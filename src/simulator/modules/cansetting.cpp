@@ -28,7 +28,7 @@ ApiError CanSetting_release(CanSettingHandle can)
 
 ApiError CanSetting_getBaudrate(CanSettingHandle can, std::uint8_t channel, std::uint16_t* baudrate)
 {
-    const Reading work = [&](const Unit& unit) -> ApiError
+    const auto work = [&](const Unit& unit) -> ApiError
     {
         if (!isFitted(unit, channel))
             return notSupported;
@@ -41,7 +41,7 @@ ApiError CanSetting_getBaudrate(CanSettingHandle can, std::uint8_t channel, std:
 
 ApiError CanSetting_setBaudrate(CanSettingHandle can, std::uint8_t channel, std::uint16_t baudrate)
 {
-    const Change work = [&](Unit& unit) -> ApiError
+    const auto work = [&](Unit& unit) -> ApiError
     {
         if (!isFitted(unit, channel))
             return notSupported;

@@ -45,7 +45,7 @@ ApiError Diagnostic_getPCBTemp(DiagnosticHandle diagnostic, std::int16_t* temper
 
 ApiError Diagnostic_getTimer(DiagnosticHandle diagnostic, DiagnosticTimer* timer)
 {
-    const Reading work = [&](const Unit& unit) -> ApiError
+    const auto work = [&](const Unit& unit) -> ApiError
     {
         const Diagnostic& counted = unit.diagnostic;
         *timer = {counted.totalRunTime,  counted.totalSuspendTime, counted.totalHeatTime,
@@ -58,7 +58,7 @@ ApiError Diagnostic_getTimer(DiagnosticHandle diagnostic, DiagnosticTimer* timer
 
 ApiError Diagnostic_getMinMaxTemp(DiagnosticHandle diagnostic, std::int16_t* minimum, std::int16_t* maximum)
 {
-    const Reading work = [&](const Unit& unit) -> ApiError
+    const auto work = [&](const Unit& unit) -> ApiError
     {
         *minimum = unit.diagnostic.minimumTemperature;
         *maximum = unit.diagnostic.maximumTemperature;
@@ -70,7 +70,7 @@ ApiError Diagnostic_getMinMaxTemp(DiagnosticHandle diagnostic, std::int16_t* min
 ApiError Diagnostic_getPMTemp(DiagnosticHandle diagnostic, std::int32_t sensor, std::int16_t* temperature,
                               std::int32_t* status)
 {
-    const Reading work = [&](const Unit& unit) -> ApiError
+    const auto work = [&](const Unit& unit) -> ApiError
     {
         if (sensor != QV_PM_SENSOR_CPU && sensor != QV_PM_SENSOR_CPU_BOARD)
             return outOfRange;

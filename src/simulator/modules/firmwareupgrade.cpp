@@ -18,7 +18,8 @@ ApiError start(const Call& call, FirmwareTarget target, FirmwareTask task, const
         { return startFirmwareJob(unit, file, target, task, path); };
         return executeReading(call, file, requiring(requirement, startJob));
     };
-    return tracedCall(call, execute, path, flag);
+    return tracedCall(
+        call, [&] { return withUnitFile(execute); }, path, flag);
 }
 
 } // namespace
@@ -82,7 +83,8 @@ ApiError FirmwareUpgrade_getUpgradeStatus(FirmwareUpgradeHandle upgrade, Upgrade
             *status = reached;
         return outcome;
     };
-    const ApiError code = tracedCall(call, execute, out(status), flag);
+    const ApiError code = tracedCall(
+        call, [&] { return withUnitFile(execute); }, out(status), flag);
     if (code != success)
         handleFailedStatusCall(code);
     return code;
@@ -90,7 +92,7 @@ ApiError FirmwareUpgrade_getUpgradeStatus(FirmwareUpgradeHandle upgrade, Upgrade
 
 ApiError FirmwareUpgrade_shutDown(FirmwareUpgradeHandle upgrade)
 {
-    const Change work = [](Unit& unit) -> ApiError
+    const auto work = [](Unit& unit) -> ApiError
     {
         unit.boot.running = false;
         return success;

@@ -15,7 +15,7 @@ ApiError FrontLED_release(FrontLEDHandle led)
 
 ApiError FrontLED_getSignal(FrontLEDHandle led, double* frequency, std::uint8_t* dutyCycle)
 {
-    const Reading work = [&](const Unit& unit) -> ApiError
+    const auto work = [&](const Unit& unit) -> ApiError
     {
         *frequency = unit.frontLed.frequency;
         *dutyCycle = unit.frontLed.dutyCycle;
@@ -26,7 +26,7 @@ ApiError FrontLED_getSignal(FrontLEDHandle led, double* frequency, std::uint8_t*
 
 ApiError FrontLED_setSignal(FrontLEDHandle led, double frequency, std::uint8_t dutyCycle)
 {
-    const Change work = [&](Unit& unit) -> ApiError
+    const auto work = [&](Unit& unit) -> ApiError
     {
         if (!within(LED_FREQUENCY_MIN_HZ, LED_FREQUENCY_MAX_HZ)(frequency) ||
             dutyCycle > LED_DUTY_CYCLE_MAX_PERCENT)

@@ -45,7 +45,7 @@ ApiError QVAuxPrivate_release(QVAuxPrivateHandle privateAccess)
 ApiError QVAuxPrivate_getEepromData(QVAuxPrivateHandle privateAccess, std::int32_t eeprom,
                                     std::uint8_t* buffer, std::uint32_t length)
 {
-    const Reading work = [&](const Unit& unit) -> ApiError
+    const auto work = [&](const Unit& unit) -> ApiError
     {
         if (eeprom != QV_EEPROM_MAIN_BOARD && eeprom != QV_EEPROM_ADD_ON_BOARD)
             return outOfRange;
@@ -62,7 +62,7 @@ ApiError QVAuxPrivate_getEepromData(QVAuxPrivateHandle privateAccess, std::int32
 ApiError QVAuxPrivate_writeSsRegister(QVAuxPrivateHandle privateAccess, std::int32_t group,
                                       std::int32_t number, std::int32_t value)
 {
-    const Change work = [&](Unit& unit) -> ApiError
+    const auto work = [&](Unit& unit) -> ApiError
     {
         const Command command{group, number, value};
         if (command == restoreDefaults)

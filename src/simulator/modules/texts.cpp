@@ -21,23 +21,35 @@ const char* errorText(const Unit& unit, ApiError code)
     const auto found = unit.errorTexts.find(std::to_string(code));
     if (found != unit.errorTexts.end())
         return found->second ? keep(*found->second) : nullptr;
-    const char* text = textOfCode(code);
-    return keep(text ? text + firmwareErrorLine(code) : "Error " + std::to_string(code));
+    const char* const text = textOfCode(code);
+    if (!text)
+        return keep("Error " + std::to_string(code));
+    const std::string line = firmwareErrorLine(code);
+    return line.empty() ? text : keep(text + line);
+}
+
+// An operation whose texts do not depend on the unit.
+const char* constantText(const char* operation, std::uint32_t code, const char* text)
+{
+    const auto lookup = [=](const Unit&) { return text; };
+    return textCall(operation, code, lookup, text);
 }
 
 } // namespace
 
 const char* GetErrorStringA(ApiError code)
 {
-    return textCall(__func__, code, [=](const Unit& unit) { return errorText(unit, code); });
+    const char* const text = textOfCode(code);
+    const auto lookup = [=](const Unit& unit) { return errorText(unit, code); };
+    return textCall(__func__, code, lookup, text ? text : "Unknown error");
 }
 
 const char* GetStartupReasonStringA(std::uint16_t reason)
 {
-    return textCall(__func__, reason, [=](const Unit&) { return textOfStartupReason(reason); });
+    return constantText(__func__, reason, textOfStartupReason(reason));
 }
 
 const char* GetHwErrorStatusStringA(std::uint16_t status)
 {
-    return textCall(__func__, status, [=](const Unit&) { return textOfHwErrorStatus(status); });
+    return constantText(__func__, status, textOfHwErrorStatus(status));
 }
