@@ -1,15 +1,16 @@
 #include "simulator/firmware/firmware_job.h"
 
-#include "simulator/firmware/intel_hex.h"
 #include "simulator/store/file.h"
 
 #include <algorithm>
 #include <chrono>
 #include <fcntl.h>
 #include <optional>
+#include <pthread.h>
 #include <sha2.h>
 #include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 
 namespace simulator
 {
@@ -29,24 +30,30 @@ struct Job
     FirmwareTarget target;
     FirmwareTask task;
     std::string path;
-    File lock;                      // held while the job runs
-    std::chrono::milliseconds pace; // duration of each state
-    Clock::time_point due;          // end of the current state
-    bool reported = false;          // whether the current state has been reported
-    std::int32_t state = QV_UPGRADE_INITIATING;
-    HexError error{};
-    std::vector<HexRecord> records{};
-    std::vector<HexBlock> blocks{};
-    std::size_t scripted = 0; // number of scripted statuses reported
+    File lock;                                      // held while the job runs
+    pid_t owner;                                    // the process that started the job
+    std::chrono::milliseconds pace;                 // duration of each state
+    Clock::time_point due{};                        // end of the current state
+    bool reported = false;                          // whether a status has been reported
+    std::size_t scripted = 0;                       // number of scripted statuses reported
+    FirmwareStep progress{};                        // the last step that was committed
+    std::int32_t attempted = QV_UPGRADE_INITIATING; // state of the last step that was begun
+    bool aborted = false;                           // ended because a status call failed
 };
 
-std::optional<Job> job;
+std::optional<Job> lastJob;
+
+// Returns null if this process has not started a job. The job of a parent process is in its memory, too.
+Job* ownJob()
+{
+    return lastJob && lastJob->owner == ::getpid() ? &*lastJob : nullptr;
+}
 
 constexpr std::size_t capacity = std::size_t{32} << 20; // of each target, in bytes
 
-bool isOver(const Job& checked)
+bool isOver(const FirmwareStep& step)
 {
-    return checked.state == QV_UPGRADE_DONE || checked.error.code != success;
+    return step.state == QV_UPGRADE_DONE || step.error.code != success;
 }
 
 Firmware& firmwareIn(Unit& unit, FirmwareTarget target)
@@ -77,29 +84,12 @@ bool readFile(const std::string& path, std::string& text)
     return file.isOpen() && isRegular(file) && readAll(file, text);
 }
 
-HexError readFirmware()
+HexError readFirmware(const std::string& path, std::vector<HexRecord>& records)
 {
     std::string text;
-    if (!readFile(job->path, text))
+    if (!readFile(path, text))
         return {firmwareUnreadable, 0};
-    return readHex(text, job->records);
-}
-
-std::size_t sizeOf(const std::vector<HexBlock>& blocks)
-{
-    std::size_t size = 0;
-    for (const HexBlock& block : blocks)
-        size += block.data.size();
-    return size;
-}
-
-HexError convertFirmware()
-{
-    HexError error = convertHex(job->records, job->blocks);
-    if (error.code == success && sizeOf(job->blocks) > capacity)
-        error.code = firmwareTooLarge;
-    job->records.clear();
-    return error;
+    return readHex(text, records);
 }
 
 // Returns a digest of addresses and bytes. It does not depend on how the file divides them into records.
@@ -143,74 +133,95 @@ std::optional<Version> versionIn(const std::vector<HexBlock>& blocks)
     return std::nullopt;
 }
 
-void beginFlashing(Unit& unit)
+std::size_t sizeOf(const std::vector<HexBlock>& blocks)
 {
-    Firmware& firmware = firmwareIn(unit, job->target);
-    firmware = {};
-    firmware.incomplete = true;
+    std::size_t size = 0;
+    for (const HexBlock& block : blocks)
+        size += block.data.size();
+    return size;
 }
 
-void endFlashing(Unit& unit)
+HexError convertFirmware(const std::vector<HexRecord>& records, Firmware& image)
 {
-    Firmware& firmware = firmwareIn(unit, job->target);
-    firmware.digest = digestOf(job->blocks);
-    firmware.bytes = sizeOf(job->blocks);
-    firmware.nextVersion = versionIn(job->blocks);
-    firmware.incomplete = false;
+    std::vector<HexBlock> blocks;
+    if (const HexError error = convertHex(records, blocks); error.code != success)
+        return error;
+    if (sizeOf(blocks) > capacity)
+        return {firmwareTooLarge, 0};
+    image.digest = digestOf(blocks);
+    image.bytes = sizeOf(blocks);
+    image.nextVersion = versionIn(blocks);
+    return {};
 }
 
-HexError verifyFirmware(Unit& unit)
+HexError verifyFirmware(const Firmware& target, const Firmware& image)
 {
-    const Firmware& firmware = firmwareIn(unit, job->target);
-    const bool same = !firmware.incomplete && firmware.digest == digestOf(job->blocks);
+    const bool same = !target.incomplete && target.digest == image.digest;
     return {same ? success : firmwareDiffers, 0};
 }
 
-std::int32_t nextState()
+std::int32_t nextState(const Job& job)
 {
-    if (job->state == QV_UPGRADE_CONVERTING_FILE && job->task == FirmwareTask::verification)
+    if (job.progress.state == QV_UPGRADE_CONVERTING_FILE && job.task == FirmwareTask::verification)
         return QV_UPGRADE_VERIFYING;
-    return job->state + 1;
+    return job.progress.state + 1;
 }
 
-// Enters the next state and does its work.
-void advance(Unit& unit)
+// Does the work of entering the next state.
+void advance(Job& job, Unit& unit, FirmwareStep& step)
 {
-    if (job->state == QV_UPGRADE_FLASHING)
-        endFlashing(unit);
-    job->state = nextState();
-    switch (job->state)
+    Firmware& target = firmwareIn(unit, job.target);
+    const FirmwareStep& before = job.progress;
+    job.attempted = nextState(job);
+    step.image = before.image;
+    if (before.state == QV_UPGRADE_FLASHING)
+        target = before.image;
+    switch (job.attempted)
     {
     case QV_UPGRADE_READING_FILE:
-        job->error = readFirmware();
+        step.error = readFirmware(job.path, step.records);
         break;
     case QV_UPGRADE_CONVERTING_FILE:
-        job->error = convertFirmware();
+        step.error = convertFirmware(before.records, step.image);
         break;
     case QV_UPGRADE_FLASHING:
-        beginFlashing(unit);
+        target = {};
+        target.incomplete = true;
         break;
     case QV_UPGRADE_VERIFYING:
-        job->error = verifyFirmware(unit);
+        step.error = verifyFirmware(target, before.image);
         break;
     default:
         break;
     }
-    job->due = Clock::now() + job->pace;
-    if (isOver(*job))
-        job->lock = File();
+    step.state = job.attempted;
 }
 
 // The second word is the progress of the job in percent.
-UpgradeStatus currentStatus()
+UpgradeStatus statusOf(const FirmwareStep& step)
 {
-    return {job->state, job->state * 100 / QV_UPGRADE_DONE, job->error.code};
+    return {step.state, step.state * 100 / QV_UPGRADE_DONE, step.error.code};
 }
 
-UpgradeStatus scriptedStatus(const std::vector<ScriptedStatus>& statuses)
+UpgradeStatus scriptedStatus(const std::vector<ScriptedStatus>& statuses, std::size_t index)
 {
-    const ScriptedStatus& status = statuses[std::min(job->scripted++, statuses.size() - 1)];
+    const ScriptedStatus& status = statuses[std::min(index, statuses.size() - 1)];
     return {status.state, status.second, status.error};
+}
+
+// The lock would otherwise be held until every child process has ended. Closing the descriptor of a child
+// does not unlock the file.
+void closeLockInChild()
+{
+    if (lastJob)
+        lastJob->lock = File();
+}
+
+bool registerForkHandler()
+{
+    static bool registered = false;
+    registered = registered || ::pthread_atfork(nullptr, nullptr, closeLockInChild) == 0;
+    return registered;
 }
 
 } // namespace
@@ -218,53 +229,86 @@ UpgradeStatus scriptedStatus(const std::vector<ScriptedStatus>& statuses)
 ApiError startFirmwareJob(const Unit& unit, const UnitFile& file, FirmwareTarget target, FirmwareTask task,
                           const char* path)
 {
-    if (job && !isOver(*job))
+    if (const Job* job = ownJob(); job && !isOver(job->progress))
         return jobRunning;
+    if (!registerForkHandler())
+        return failure;
     File lock = file.tryLock(".job");
     if (!lock.isOpen())
         return jobRunning;
     const std::chrono::milliseconds pace(unit.firmware.pace);
-    job.emplace(Job{target, task, path, std::move(lock), pace, Clock::now()});
+    lastJob.emplace(Job{target, task, path, std::move(lock), ::getpid(), pace});
     return success;
 }
 
 void waitForFirmwareJob()
 {
-    if (job && job->reported && !isOver(*job))
+    if (const Job* job = ownJob(); job && job->reported && !isOver(job->progress))
         std::this_thread::sleep_until(job->due);
 }
 
-void handleFailedStatusCall(ApiError code)
+void waitAfterFailedStatusCall()
 {
-    if (!job)
-        return;
-    const bool unsaved = code >= unitFileNotLocated && code <= unitFileUnwritable;
-    if (unsaved && job->reported && job->error.code == success)
-    {
-        job->error = {static_cast<Code>(code), 0};
-        job->lock = File();
-    }
-    std::this_thread::sleep_for(job->pace);
+    if (const Job* job = ownJob())
+        std::this_thread::sleep_for(job->pace);
 }
 
-ApiError advanceFirmwareJob(Unit& unit, UpgradeStatus& status)
+ApiError prepareFirmwareStep(Unit& unit, FirmwareStep& step, UpgradeStatus& status)
 {
+    Job* const job = ownJob();
     if (!job)
         return noJob;
-    if (!job->reported)
-        job->due = Clock::now() + job->pace;
-    else if (!isOver(*job) && Clock::now() >= job->due)
-        advance(unit);
-    job->reported = true;
-    status = unit.firmware.statuses.empty() ? currentStatus() : scriptedStatus(unit.firmware.statuses);
+    const FirmwareStep* reached = &job->progress;
+    if (job->reported && !isOver(job->progress) && Clock::now() >= job->due)
+    {
+        advance(*job, unit, step);
+        reached = &step;
+    }
+    const auto& script = unit.firmware.statuses;
+    status = script.empty() ? statusOf(*reached) : scriptedStatus(script, job->scripted);
     return success;
+}
+
+void commitFirmwareStep(FirmwareStep&& step)
+{
+    Job* const job = ownJob();
+    const bool advanced = job->attempted != job->progress.state;
+    if (advanced)
+        job->progress = std::move(step);
+    if (advanced || !job->reported)
+        job->due = Clock::now() + job->pace;
+    job->reported = true;
+    ++job->scripted;
+    if (isOver(job->progress))
+        job->lock = File();
+}
+
+void endFirmwareJob(ApiError code)
+{
+    Job* const job = ownJob();
+    if (!job || isOver(job->progress))
+        return;
+    job->progress.state = job->attempted;
+    job->progress.error = {static_cast<Code>(code), 0};
+    job->aborted = true;
+    job->lock = File();
+}
+
+bool abortedStatus(UpgradeStatus& status)
+{
+    const Job* const job = ownJob();
+    if (!job || !job->aborted)
+        return false;
+    status = statusOf(job->progress);
+    return true;
 }
 
 std::string firmwareErrorLine(ApiError code)
 {
-    if (!job || job->error.code != code || job->error.line == 0)
+    const Job* const job = ownJob();
+    if (!job || job->progress.error.code != code || job->progress.error.line == 0)
         return "";
-    return " (line " + std::to_string(job->error.line) + ")";
+    return " (line " + std::to_string(job->progress.error.line) + ")";
 }
 
 } // namespace simulator

@@ -2,6 +2,8 @@
 #include "simulator/call/requirements.h"
 #include "simulator/firmware/firmware_job.h"
 
+#include <utility>
+
 using namespace document;
 using namespace simulator;
 
@@ -18,8 +20,36 @@ ApiError start(const Call& call, FirmwareTarget target, FirmwareTask task, const
         { return startFirmwareJob(unit, file, target, task, path); };
         return executeReading(call, file, requiring(requirement, startJob));
     };
-    return tracedCall(
-        call, [&] { return withUnitFile(execute); }, path, flag);
+    const auto locateAndExecute = [&] { return withUnitFile(execute); };
+    return tracedCall(call, locateAndExecute, path, flag);
+}
+
+// A job whose progress cannot be made or saved ends. Its status is reported even if the unit cannot be
+// loaded, because callers wait for the end of the job and not for a successful call.
+Outcome firmwareStatus(const Call& call, UpgradeStatus& status)
+{
+    bool completed = false;
+    const auto execute = [&](const UnitFile& file)
+    {
+        FirmwareStep step;
+        UpgradeStatus reached{};
+        const auto prepare = [&](Unit& unit) { return prepareFirmwareStep(unit, step, reached); };
+        const Outcome outcome = executeChange(call, file, prepare);
+        if (outcome.delivered)
+        {
+            commitFirmwareStep(std::move(step));
+            status = reached;
+        }
+        completed = true;
+        return outcome;
+    };
+    const Outcome outcome = withUnitFile(execute);
+    if (completed || !hasValidHandle(call))
+        return outcome;
+    if (abortedStatus(status))
+        return {success, true};
+    endFirmwareJob(outcome.code);
+    return outcome;
 }
 
 } // namespace
@@ -74,19 +104,10 @@ ApiError FirmwareUpgrade_getUpgradeStatus(FirmwareUpgradeHandle upgrade, Upgrade
     if (flag != 0)
         waitForFirmwareJob();
     const Call call{__func__, upgrade};
-    const auto execute = [&](const UnitFile& file)
-    {
-        UpgradeStatus reached{};
-        const auto advance = [&](Unit& unit) { return advanceFirmwareJob(unit, reached); };
-        const Outcome outcome = executeChange(call, file, advance);
-        if (outcome.delivered)
-            *status = reached;
-        return outcome;
-    };
-    const ApiError code = tracedCall(
-        call, [&] { return withUnitFile(execute); }, out(status), flag);
+    const auto execute = [&] { return firmwareStatus(call, *status); };
+    const ApiError code = tracedCall(call, execute, out(status), flag);
     if (code != success)
-        handleFailedStatusCall(code);
+        waitAfterFailedStatusCall();
     return code;
 }
 

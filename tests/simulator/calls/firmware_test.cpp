@@ -35,6 +35,11 @@ TEST(FirmwareJob, FailsIfItsProgressCannotBeSaved)
     EXPECT_EQ(FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1), 0u);
     EXPECT_EQ(status.error, 67u);
     EXPECT_EQ(unit["/firmware/ss/incomplete"], true);
+
+    ASSERT_EQ(FirmwareUpgrade_startSSUpgrade(upgrade, unit.hex.c_str(), 0), 0u);
+    for (status = {}; status.state != 6 && status.error == 0;)
+        ASSERT_EQ(FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1), 0u);
+    EXPECT_EQ(status.error, 0u);
 }
 
 } // namespace

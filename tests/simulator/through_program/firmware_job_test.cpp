@@ -64,6 +64,19 @@ TEST(FirmwareJob, IsTheOnlyOneOnItsUnit)
     EXPECT_EQ(upgrade(unit, text), upgraded);
 }
 
+TEST(FirmwareJob, EndsTheProgramIfTheUnitFileIsDamaged)
+{
+    FirmwareUnit unit;
+    unit.set("/firmware/pace", 100); // milliseconds
+    const std::string output = unit.folder / "output";
+    Running program(programOn(unit.file(), "--advanced --update=SS --force --filepath=" + unit.hex), output);
+    ASSERT_TRUE(becomesTrue([&] { return readFile(output).ends_with("Initiating\n"); })) << readFile(output);
+    writeFile(unit.file(), "{");
+    EXPECT_TRUE(
+        becomesTrue([&] { return readFile(output).ends_with("\nError: The unit file is not valid\n"); }))
+        << readFile(output);
+}
+
 TEST(FirmwareJob, ReportsItsProgressInTheSecondWord)
 {
     FirmwareUnit unit;

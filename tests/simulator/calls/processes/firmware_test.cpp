@@ -2,7 +2,9 @@
 #include "support/called_unit.h"
 #include "support/firmware_unit.h"
 
+#include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <functional>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -63,6 +65,105 @@ TEST(FirmwareJob, ReportsItsStatusWithoutWaitingIfFlagIs0)
     };
     EXPECT_EQ(inNewProcess(readThreeTimes), 0);
     EXPECT_LT(Clock::now() - begin, std::chrono::seconds(30));
+}
+
+// The file breaks when the job has reached each state in turn, before its first status included.
+TEST(FirmwareJob, EndsIfTheUnitFileBreaks)
+{
+    struct Breakage
+    {
+        std::function<void(const std::string& file)> apply;
+        unsigned code;
+    };
+    const Breakage breakages[] = {
+        {[](const std::string& file) { writeFile(file, "{"); }, 66},
+        {[](const std::string& file)
+         {
+             std::filesystem::remove(file);
+             std::filesystem::create_directory(file);
+         },
+         65},
+        {[](const std::string& file)
+         {
+             std::filesystem::remove(file);
+             std::filesystem::create_symlink("unit.json", file);
+         },
+         65},
+    };
+    for (const Breakage& breakage : breakages)
+        for (int state = -1; state < 6; ++state)
+        {
+            SCOPED_TRACE(testing::Message() << "code " << breakage.code << " in state " << state);
+            const Called<FirmwareUnit> unit;
+            const auto breakInState = [&]() -> unsigned
+            {
+                const FirmwareUpgradeHandle upgrade = GetFirmwareUpgrade();
+                FirmwareUpgrade_startSSUpgrade(upgrade, unit.hex.c_str(), 0);
+                UpgradeStatus status{-1, 0, 0};
+                while (status.state < state)
+                    FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1);
+                breakage.apply(unit.file());
+                const UpgradeStatus before = status;
+                if (FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1) != breakage.code ||
+                    status.state != before.state || status.error != 0)
+                    return 1;
+                for (int call = 0; call < 2; ++call)
+                    if (FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1) != 0 ||
+                        status.state != std::max(state, 0) || status.error != breakage.code)
+                        return 2;
+                FirmwareUpgrade_release(upgrade);
+                status = {-1, 0, 0};
+                return FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1) == breakage.code ? 0 : 3;
+            };
+            testing::internal::CaptureStderr();
+            EXPECT_EQ(inNewProcess(breakInState), 0);
+            EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+        }
+}
+
+TEST(FirmwareJob, IsNotTheJobOfAChildProcess)
+{
+    const Called<FirmwareUnit> unit;
+    const auto work = [&]() -> unsigned
+    {
+        const FirmwareUpgradeHandle upgrade = GetFirmwareUpgrade();
+        FirmwareUpgrade_startSSUpgrade(upgrade, unit.hex.c_str(), 0);
+        UpgradeStatus status{};
+        const auto next = [&] { return FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1); };
+        const auto start = [&] { return FirmwareUpgrade_startSSUpgrade(upgrade, unit.hex.c_str(), 0); };
+        for (int state = 0; state < 6; ++state)
+            if (next() != 0 || status.state != state || inNewProcess(next) != 81 || inNewProcess(start) != 80)
+                return 1;
+        return next() == 0 && status.state == 6 && inNewProcess(start) == 0 ? 0 : 2;
+    };
+    EXPECT_EQ(inNewProcess(work), 0);
+    EXPECT_EQ(unit["/firmware/ss/bytes"], 1000);
+    EXPECT_EQ(unit["/firmware/ss/incomplete"], false);
+}
+
+TEST(FirmwareJob, DoesNotKeepItsLockInAChildProcess)
+{
+    const Called<FirmwareUnit> unit;
+    int stays[2];
+    ASSERT_EQ(pipe(stays), 0);
+    const auto start = [&]
+    { return FirmwareUpgrade_startSSUpgrade(GetFirmwareUpgrade(), unit.hex.c_str(), 0); };
+    // The child outlives the process that started the job: it waits until the test closes the pipe.
+    const auto startAndLeaveAChild = [&]
+    {
+        const unsigned code = start();
+        if (fork() != 0)
+            return code;
+        close(stays[1]);
+        char none;
+        while (read(stays[0], &none, 1) > 0)
+            ;
+        _exit(0);
+    };
+    EXPECT_EQ(inNewProcess(startAndLeaveAChild), 0);
+    EXPECT_EQ(inNewProcess(start), 0);
+    close(stays[0]);
+    close(stays[1]);
 }
 
 } // namespace
