@@ -1,6 +1,10 @@
+#include "device/qv_aux2.h"
 #include "support/listed_operations.h"
 #include "support/unit.h"
 
+#include <cstdlib>
+#include <dlfcn.h>
+#include <malloc.h>
 #include <regex>
 #include <set>
 #include <sstream>
@@ -100,6 +104,12 @@ TEST(Program, CallsEveryDeclaredOperation)
 TEST(Simulator, OffersTheDeclaredOperationsAndNothingElse)
 {
     EXPECT_EQ(symbols("--defined-only", library()), declaredOperations());
+}
+
+TEST(Simulator, BindsItsFunctionsWhenItIsLoaded)
+{
+    const std::string dynamic = told({"readelf", "-d", "--wide", library()});
+    EXPECT_TRUE(std::regex_search(dynamic, std::regex(R"(\(FLAGS_1\).* NOW)"))) << dynamic;
 }
 
 bool isAmd64(const std::string& file)
@@ -215,6 +225,38 @@ TEST(Simulator, TouchesEveryPageOfALargeFrame)
     if (!isAmd64(library()))
         return;
     EXPECT_NE(told({"objdump", "--disassemble", library()}).find("orq    $0x0,(%rsp)"), std::string::npos);
+}
+
+// Loads the simulated unit as a plugin does. Returns false if a call fails.
+bool loadAndUnload()
+{
+    void* const loaded = dlopen(library().c_str(), RTLD_NOW);
+    if (!loaded)
+        return false;
+    const auto get = reinterpret_cast<decltype(&GetBuzzer)>(dlsym(loaded, "GetBuzzer"));
+    const auto set = reinterpret_cast<decltype(&Buzzer_setVolume)>(dlsym(loaded, "Buzzer_setVolume"));
+    const auto release = reinterpret_cast<decltype(&Buzzer_release)>(dlsym(loaded, "Buzzer_release"));
+    const BuzzerHandle handles[] = {get(), get(), get()};
+    bool succeeded = true;
+    for (const BuzzerHandle handle : handles)
+        succeeded = set(handle, 40) == 0 && release(handle) == 0 && succeeded;
+    return dlclose(loaded) == 0 && succeeded;
+}
+
+TEST(Simulator, LeavesNoMemoryBehindEachTimeItIsLoaded)
+{
+    if (!isAmd64(library()))
+        return;
+    const Unit unit;
+    setenv("QVAUX_UNIT", unit.file().c_str(), 1);
+    for (int i = 0; i < 3; ++i)
+        ASSERT_TRUE(loadAndUnload());
+    const std::size_t before = mallinfo2().uordblks;
+    for (int i = 0; i < 100; ++i)
+        ASSERT_TRUE(loadAndUnload());
+    EXPECT_LT(mallinfo2().uordblks, before + 10000);
+    unsetenv("QVAUX_UNIT");
+    EXPECT_EQ(unit["/buzzer/volume"], 40);
 }
 
 } // namespace
