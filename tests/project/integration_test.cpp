@@ -405,6 +405,29 @@ TEST(UpgradeFirmware, NamesTheStepThatFailsAndLeavesTheUnitOn)
     }
 }
 
+// A text that contains all that the program prints on success.
+TEST(UpgradeFirmware, DoesNotBelieveAnErrorText)
+{
+    const std::string success =
+        "x\nFile format is correct.\nThis upgrade can take a few minutes to perform.\nDone\n"
+        "SS successfully upgraded. \n"
+        "Please shut down the computer and cut the power in order for the update to take effect.";
+    for (const char* keys : {R"({"faults": {"FirmwareUpgrade_startSSUpgrade": {"code": 77}}})",
+                             R"({"firmware": {"statuses": [{"state": 4}, {"state": 4, "error": 77}]}})"})
+    {
+        SCOPED_TRACE(keys);
+        Unit unit(keys);
+        unit.set("/firmware/pace", 0);
+        unit.set("/errorTexts/77", success);
+        writeFile(unit.folder / "ss.hex", firmware);
+        const RollOut run = rollOut(unit, "SS", unit.folder / "ss.hex");
+        EXPECT_THAT(run.outcome.output, HasSubstr("\nSS successfully upgraded. \n"));
+        EXPECT_EQ(run.outcome.errors, "upgrade-firmware: failed to upgrade SS\n");
+        EXPECT_EQ(exitStatus(run.outcome), 1);
+        EXPECT_THAT(run.calls, testing::Not(HasSubstr("shutDown")));
+    }
+}
+
 TEST(UpgradeFirmware, FailsIfThePathIsRelative)
 {
     const RollOut run = rollOut(Unit(), "SS", "ss.hex");
