@@ -130,6 +130,31 @@ TEST(Streams, TakeTheEndOfInputAsARefusal)
     }
 }
 
+TEST(Streams, LeaveWhatFollowsTheAnswerToTheNextReader)
+{
+    FirmwareUnit unit;
+    const std::string answers = unit.folder / "answers";
+    for (const std::string& answer : {std::string("yes"), std::string("no"), std::string(60000, 'y')})
+    {
+        writeFile(answers, answer + "\nnext\n");
+        const ShellRun run(unit, "{ \"$@\"; cat; } <" + answers,
+                           "--advanced --verify=Front --filepath=" + unit.hex);
+        EXPECT_EQ(run.calls.find("FirmwareUpgrade_start") != std::string::npos, answer == "yes");
+        EXPECT_THAT(run.outcome.output, testing::EndsWith("\nnext\n"));
+    }
+}
+
+TEST(Streams, MayHaveInputWithoutEnd)
+{
+    FirmwareUnit unit;
+    const ShellRun run(unit, "yes | tr -d '\\n' | head -c 10000000 | { \"$@\"; wc -c; }",
+                       "--advanced --verify=Front --filepath=" + unit.hex);
+    const auto end = run.outcome.output.find("[yes/no]?\nVerify aborted.\n");
+    ASSERT_NE(end, std::string::npos) << run.outcome.output;
+    const std::string unread = splitLines(run.outcome.output).back();
+    EXPECT_GT(std::stoul(unread), 9'000'000u);
+}
+
 // While the program waits it holds no lock and has started nothing.
 TEST(Streams, WaitForAnAnswerUntilAnInterrupt)
 {

@@ -8,7 +8,6 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <sys/stat.h>
 
@@ -124,16 +123,19 @@ bool checkFirmwareFile(const char* path, const char* expectedExtension)
     return true;
 }
 
+// Reads one line. Endless input without a newline is not read to the end: it counts as another answer.
 bool isAnswerYes()
 {
-    char* line = nullptr;
-    std::size_t size = 0;
-    ssize_t length = getline(&line, &size, stdin);
-    if (length > 0 && line[length - 1] == '\n')
-        --length;
-    const bool yes = length == 3 && std::memcmp(line, "yes", 3) == 0;
-    std::free(line);
-    return yes;
+    constexpr char yes[] = {'y', 'e', 's'};
+    constexpr std::size_t longestLine = 65536;
+    std::size_t length = 0;
+    bool matches = true;
+    for (int c = std::getchar(); c != EOF && c != '\n' && length < longestLine; c = std::getchar())
+    {
+        matches = matches && length < sizeof yes && c == yes[length];
+        ++length;
+    }
+    return matches && length == sizeof yes;
 }
 
 // Returns whether the operation is forced or confirmed. Only the answer "yes" confirms it.
