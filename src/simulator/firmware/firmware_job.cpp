@@ -51,6 +51,10 @@ Job* ownJob()
 
 constexpr std::size_t capacity = std::size_t{32} << 20; // of each target, in bytes
 
+// The shortest data record has one byte of data and takes 15 characters: a colon, 12 digits, a carriage
+// return and a newline. The 16th leaves room for address records and empty lines.
+constexpr std::size_t longestFile = capacity * 16;
+
 bool isOver(const FirmwareStep& step)
 {
     return step.state == QV_UPGRADE_DONE || step.error.code != success;
@@ -70,26 +74,23 @@ Firmware& firmwareIn(Unit& unit, FirmwareTarget target)
     return unit.firmware.front;
 }
 
-bool isRegular(const File& file)
-{
-    struct stat status = {};
-    return ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode);
-}
-
-// Returns false if the file cannot be read. Pipes and devices are refused, because reading one may block or
-// never end.
-bool readFile(const std::string& path, std::string& text)
+// Appends the content of the file. Pipes and devices are refused, because reading one may block or never end.
+HexError readFile(const std::string& path, std::string& text)
 {
     const File file = openFile(AT_FDCWD, path, O_RDONLY | O_NONBLOCK);
-    return file.isOpen() && isRegular(file) && readAll(file, text);
+    struct stat status = {};
+    if (!file.isOpen() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
+        return {firmwareUnreadable, 0};
+    if (static_cast<std::uint64_t>(status.st_size) > longestFile)
+        return {firmwareTooLarge, 0};
+    return {readAll(file, text) ? success : firmwareUnreadable, 0};
 }
 
 HexError readFirmware(const std::string& path, std::vector<HexRecord>& records)
 {
     std::string text;
-    if (!readFile(path, text))
-        return {firmwareUnreadable, 0};
-    return readHex(text, records);
+    const HexError error = readFile(path, text);
+    return error.code == success ? readHex(text, records) : error;
 }
 
 // Returns a digest of addresses and bytes. It does not depend on how the file divides them into records.

@@ -137,6 +137,16 @@ TEST(FirmwareFile, MayReachTheLastAddress)
     EXPECT_EQ(upgrade(unit, hexFile("ab", 0xFFFFFFFE)), upgraded);
 }
 
+// The file is sparse and takes no room.
+TEST(FirmwareFile, MustNotBeLargerThanAnyImage)
+{
+    constexpr std::uintmax_t limit = std::uintmax_t{512} << 20;
+    FirmwareUnit unit;
+    std::filesystem::resize_file(unit.hex, limit + 1);
+    EXPECT_EQ(unit.run("--advanced --update=SS --force --filepath=" + unit.hex).output,
+              upgradeFailed("Reading File", "The firmware does not fit into the target"));
+}
+
 TEST(FirmwareFile, DetectsEveryCorruptDigit)
 {
     const std::string valid = hexFile(randomBytes(20));

@@ -59,6 +59,14 @@ TEST(Firmware, IsComparedRegardlessOfTheFormatOfTheFile)
     }
 }
 
+TEST(Firmware, ContinuesLinearlyAtTheEndOfASegment)
+{
+    const std::string content = randomBytes(200);
+    FirmwareUnit unit;
+    ASSERT_EQ(upgrade(unit, hexRecord(2, 0, "\x12\x34"s) + hexRecord(0, 0xFFF0, content) + hexEnd), upgraded);
+    EXPECT_EQ(verify(unit, hexFile(content, 0x12340 + 0xFFF0)), verified);
+}
+
 TEST(Firmware, IsVerifiedToTheBit)
 {
     const std::string content = randomBytes(1000);
