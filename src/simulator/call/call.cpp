@@ -2,10 +2,10 @@
 
 #include "simulator/call/handles.h"
 #include "simulator/call/operations.h"
+#include "simulator/call/problems.h"
 #include "simulator/unit/boot.h"
 #include "simulator/unit/faults.h"
 
-#include <cstdio>
 #include <exception>
 #include <optional>
 
@@ -25,22 +25,7 @@ enum class Scope
     library,
 };
 
-// Every further call would report the same error.
-void reportOnce(const StoreError& error)
-{
-    static std::string reported;
-    if (reported == error.what())
-        return;
-    std::fprintf(stderr, "libqv-aux2: %s\n", error.what());
-    try
-    {
-        reported = error.what();
-    }
-    catch (const std::exception&)
-    {
-        // No memory: the next call reports the error again.
-    }
-}
+ProblemReport problems;
 
 Outcome failed(ApiError code)
 {
@@ -98,7 +83,7 @@ ApiError guarded(FunctionRef<void()> action)
     }
     catch (const StoreError& error)
     {
-        reportOnce(error);
+        problems.report(error.what());
         return error.code;
     }
     catch (const std::exception&)

@@ -2,11 +2,13 @@
 
 #include "simulator/store/file.h"
 
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
-#include <unistd.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace simulator
 {
@@ -39,6 +41,22 @@ std::string quoted(const char* text, std::size_t length)
     return result + "\"";
 }
 
+// Returns whether the file can take the whole line, as far as that is known. A pipe takes up to PIPE_BUF
+// bytes at once or none of them.
+bool fits(const std::string& line, const File& file)
+{
+    struct stat status = {};
+    if (::fstat(file.get(), &status) != 0)
+        return false;
+    if (S_ISFIFO(status.st_mode))
+        return line.size() <= PIPE_BUF;
+    rlimit limit{};
+    if (!S_ISREG(status.st_mode) || ::getrlimit(RLIMIT_FSIZE, &limit) != 0)
+        return true;
+    const auto end = static_cast<rlim_t>(status.st_size) + line.size();
+    return limit.rlim_cur == RLIM_INFINITY || end <= limit.rlim_cur;
+}
+
 } // namespace
 
 bool isTracing()
@@ -49,8 +67,8 @@ bool isTracing()
 void appendToTrace(const std::string& line)
 {
     const File file = openFile(AT_FDCWD, tracePath(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK, 0666);
-    if (file.isOpen() && ::write(file.get(), line.data(), line.size()) < 0)
-        return;
+    if (file.isOpen() && fits(line, file))
+        writeAll(file, line);
 }
 
 std::string traced(double value)

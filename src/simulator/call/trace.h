@@ -1,4 +1,5 @@
-// The call trace. If QVAUX_TRACE names a file, each call appends one line to it in a single write.
+// The call trace. If QVAUX_TRACE names a file, each call appends one line to it, in a single write if the
+// file takes the line at once.
 //
 // Arguments appear as they were passed, results in brackets. The brackets are empty if no result was written:
 //

@@ -1,5 +1,7 @@
 #include "simulator/store/file.h"
 
+#include "simulator/store/blocked_signals.h"
+
 #include <cerrno>
 #include <unistd.h>
 #include <utility>
@@ -52,6 +54,7 @@ bool readAll(const File& file, std::string& text)
 
 bool writeAll(const File& file, const std::string& text)
 {
+    const BlockedSignals blocked;
     for (std::size_t done = 0; done < text.size();)
     {
         const ssize_t count = ::write(file.get(), text.data() + done, text.size() - done);

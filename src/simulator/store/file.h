@@ -42,7 +42,7 @@ File openFile(int directory, const std::string& path, int flags, mode_t mode = 0
 // Appends the rest of the file to `text`. Returns false, with errno set, if it cannot be read.
 bool readAll(const File& file, std::string& text);
 
-// Returns false, with errno set, if `text` cannot be written completely.
+// Returns false, with errno set, if `text` cannot be written completely. Raises no signal.
 bool writeAll(const File& file, const std::string& text);
 
 } // namespace simulator

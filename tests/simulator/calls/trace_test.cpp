@@ -4,6 +4,9 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
@@ -117,6 +120,21 @@ TEST(Trace, RecordsNoResultsOfAFailedCall)
     std::uint8_t duty = 2;
     FrontLED_getSignal(GetFrontLED(), &frequency, &duty);
     EXPECT_EQ(unit.calls().back(), "FrontLED_getSignal([], []) = 77");
+}
+
+// Only lines up to PIPE_BUF bytes are written to a pipe at once.
+TEST(Trace, HasOnlyWholeLinesInAPipe)
+{
+    const CalledUnit unit(json{{"errorTexts", {{"77", std::string(100000, 'x')}}}}.dump());
+    ASSERT_EQ(mkfifo(unit.traceFile().c_str(), 0666), 0);
+    const int reader = open(unit.traceFile().c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    GetErrorStringA(77);
+    GetErrorStringA(0);
+    char text[70000];
+    const ssize_t length = read(reader, text, sizeof text);
+    close(reader);
+    ASSERT_GE(length, 0);
+    EXPECT_EQ(std::string(text, static_cast<std::size_t>(length)), "GetErrorStringA(0) = \"No error\"\n");
 }
 
 TEST(Trace, IsAppendedToTheFile)
