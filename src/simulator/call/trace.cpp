@@ -1,5 +1,6 @@
 #include "simulator/call/trace.h"
 
+#include "simulator/store/c_locale.h"
 #include "simulator/store/file.h"
 
 #include <climits>
@@ -74,6 +75,7 @@ void appendToTrace(const std::string& line)
 std::string traced(double value)
 {
     char digits[32];
+    const CLocale numbers;
     std::snprintf(digits, sizeof digits, "%.10g", value);
     return digits;
 }

@@ -2,6 +2,7 @@
 
 #include "document/unit_json.h"
 #include "simulator/store/atomic_file.h"
+#include "simulator/store/c_locale.h"
 #include "simulator/store/lock.h"
 #include "simulator/unit/validation.h"
 
@@ -69,6 +70,7 @@ std::string problemOf(const Json::exception& error)
 
 Json parse(const std::string& text, const std::string& path)
 {
+    const CLocale numbers;
     try
     {
         return Json::parse(text);

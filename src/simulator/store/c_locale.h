@@ -1,0 +1,37 @@
+// Numbers as in the C locale, whatever locale the caller has set.
+
+#pragma once
+
+#include <locale.h>
+
+namespace simulator
+{
+
+// While an object of this class exists, the calling thread has the C locale.
+class CLocale
+{
+public:
+    CLocale() : callers(::uselocale(locale()))
+    {
+    }
+
+    ~CLocale()
+    {
+        ::uselocale(callers);
+    }
+
+    CLocale(const CLocale&) = delete;
+    CLocale& operator=(const CLocale&) = delete;
+
+private:
+    // Takes no memory: the C library has this locale built in.
+    static locale_t locale()
+    {
+        static const locale_t c = ::newlocale(LC_ALL_MASK, "C", nullptr);
+        return c;
+    }
+
+    locale_t callers;
+};
+
+} // namespace simulator

@@ -1,0 +1,77 @@
+// Callers whose locale has another decimal point.
+
+#include "device/qv_aux2.h"
+#include "support/called_unit.h"
+
+#include <cstdlib>
+#include <gmock/gmock.h>
+#include <locale.h>
+
+namespace
+{
+
+// A locale with another decimal point, compiled for the test and set for this thread.
+class OtherLocale
+{
+public:
+    explicit OtherLocale(const std::string& decimalPoint)
+    {
+        writeFile(directory / "source", "LC_NUMERIC\ndecimal_point \"" + decimalPoint +
+                                            "\"\nthousands_sep \"\"\ngrouping -1\nEND LC_NUMERIC\n");
+        runCommand(
+            {.words = {"localedef", "-c", "-i", directory / "source", "-f", "UTF-8", directory / "other"},
+             .environment = {{"PATH", "/usr/bin:/bin"}}});
+        setenv("LOCPATH", directory.path.c_str(), 1);
+        locale = newlocale(LC_NUMERIC_MASK, "other", nullptr);
+        unsetenv("LOCPATH");
+        if (locale)
+            before = uselocale(locale);
+    }
+
+    ~OtherLocale()
+    {
+        if (!locale)
+            return;
+        uselocale(before);
+        freelocale(locale);
+    }
+
+    OtherLocale(const OtherLocale&) = delete;
+    OtherLocale& operator=(const OtherLocale&) = delete;
+
+    bool isSet() const
+    {
+        return locale != nullptr;
+    }
+
+private:
+    TemporaryFolder directory;
+    locale_t locale;
+    locale_t before = nullptr;
+};
+
+// A comma, and a character of two bytes.
+TEST(Locale, OfTheCallerChangesNoNumber)
+{
+    for (const char* decimalPoint : {"<U002C>", "<U066B>"})
+    {
+        SCOPED_TRACE(decimalPoint);
+        const CalledUnit unit(R"({"frontLed": {"frequency": 2.5}})");
+        const OtherLocale locale(decimalPoint);
+        if (!locale.isSet())
+            GTEST_SKIP() << "localedef of the package locales is missing";
+        const std::string point = localeconv()->decimal_point;
+        EXPECT_NE(point, ".");
+        const FrontLEDHandle led = GetFrontLED();
+        double frequency = 0;
+        std::uint8_t duty = 0;
+        EXPECT_EQ(FrontLED_getSignal(led, &frequency, &duty), 0u);
+        EXPECT_EQ(frequency, 2.5);
+        EXPECT_EQ(FrontLED_setSignal(led, 3.75, 50), 0u);
+        EXPECT_THAT(readFile(unit.file()), testing::HasSubstr("\"frequency\": 3.75"));
+        EXPECT_EQ(unit.calls().back(), "FrontLED_setSignal(3.75, 50) = 0");
+        EXPECT_EQ(localeconv()->decimal_point, point) << "the locale of the caller is kept";
+    }
+}
+
+} // namespace
