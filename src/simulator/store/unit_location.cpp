@@ -73,14 +73,28 @@ UnitLocation resolveLinks(UnitLocation location)
     return location;
 }
 
+// Its entry in the parent directory is durable when this returns, or it does not exist.
+void makeDirectory(const std::string& path)
+{
+    struct stat status = {};
+    if (::stat(path.c_str(), &status) == 0)
+        return;
+    const std::string parent = directoryOf(path);
+    const File opened = openFile(AT_FDCWD, parent.empty() ? "." : parent, O_RDONLY | O_DIRECTORY);
+    if (!opened.isOpen() || (::mkdir(path.c_str(), 0777) != 0 && errno != EEXIST))
+        failWithErrno(unitFileUnwritable, path);
+    if (::fsync(opened.get()) == 0)
+        return;
+    const int error = errno;
+    ::rmdir(path.c_str());
+    fail(unitFileUnwritable, path, std::string("cannot synchronize its directory: ") + std::strerror(error));
+}
+
 void makeDirectories(const std::string& path)
 {
     for (auto slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1))
-    {
-        const std::string directory = path.substr(0, slash);
-        if (::mkdir(directory.c_str(), 0777) != 0 && errno != EEXIST && errno != EISDIR)
-            failWithErrno(unitFileUnwritable, directory);
-    }
+        if (path[slash - 1] != '/')
+            makeDirectory(path.substr(0, slash));
 }
 
 } // namespace

@@ -267,6 +267,36 @@ TEST(Store, CannotCreateAUnitInAReadOnlyDirectory)
     EXPECT_EQ(outcome.errors, diagnostic(folder / "unit.json.lock", "Permission denied"));
 }
 
+// A change would not be durable if the directory could not be synchronized.
+TEST(Store, KeepsTheFileInADirectoryThatCannotBeRead)
+{
+    Unit unit(R"({"buzzer": {"volume": 5}})");
+    chmod(unit.file().c_str(), 0666);
+    chmod(unit.folder.path.c_str(), 0333);
+    EXPECT_EQ(runUnprivileged(unit.file(), "--buzzer --volume").output, "Buzzer Volume: 5\n");
+    const Outcome outcome = runUnprivileged(unit.file(), "--buzzer --volume=40");
+    chmod(unit.folder.path.c_str(), 0777);
+    EXPECT_EQ(outcome.output, cannotBeWritten);
+    EXPECT_EQ(outcome.errors,
+              diagnostic(unit.file(), "cannot open its directory for fsync: Permission denied"));
+    EXPECT_EQ(readFile(unit.file()), R"({"buzzer": {"volume": 5}})");
+    EXPECT_FALSE(fileExists(unit.file() + ".new"));
+}
+
+TEST(Store, CreatesNoDirectoryInOneThatCannotBeRead)
+{
+    const TemporaryFolder folder;
+    chmod(folder.path.c_str(), 0333);
+    Command command = programOn("", "--buzzer --volume");
+    command.environment.erase("QVAUX_UNIT");
+    command.environment["XDG_STATE_HOME"] = folder / "state";
+    const Outcome outcome = Nobody().run(command);
+    chmod(folder.path.c_str(), 0777);
+    EXPECT_EQ(outcome.output, "getVolume: The unit file cannot be written\n");
+    EXPECT_EQ(outcome.errors, diagnostic(folder / "state", "Permission denied"));
+    EXPECT_FALSE(fileExists(folder / "state"));
+}
+
 // The lock file exists, so the new file is the first that cannot be created.
 TEST(Store, KeepsTheFileIfTheNewOneCannotBeCreated)
 {

@@ -103,6 +103,26 @@ TEST_F(Users, GiveNothingToAGroupThatCannotBeKept)
     EXPECT_EQ(statusOf(unit.file()).st_mode & 0777, isForeign ? 0600u : 0660u);
 }
 
+// Only root and the owner can keep a list: for anyone else, the change is refused.
+TEST_F(Users, AreToldIfTheyCannotKeepAnAccessControlList)
+{
+    give(unit.file(), 0, 0600);
+    const auto setList = [&]
+    {
+        return runCommand({.words = {"setfacl", "-m", "u:65534:rw,g::-", unit.file()},
+                           .environment = {{"PATH", "/usr/bin:/bin"}}})
+                   .status == 0;
+    };
+    if (!setList())
+        GTEST_SKIP() << "no access control list can be set here";
+    const Outcome outcome = change(nobody);
+    EXPECT_EQ(outcome.output == changed, !isRoot());
+    EXPECT_EQ(outcome.errors,
+              isRoot() ? diagnostic("", "only its owner and root can keep its access control list") : "");
+    EXPECT_EQ(readFile(unit.file()) == before, isRoot());
+    EXPECT_FALSE(fileExists(unit.file() + ".new"));
+}
+
 // In a sticky directory such as /tmp, everyone can create files but only remove their own.
 TEST_F(Users, MustOwnTheFileInAStickyDirectory)
 {
