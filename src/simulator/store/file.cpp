@@ -52,6 +52,24 @@ bool readAll(const File& file, std::string& text)
     }
 }
 
+bool contentEquals(const File& file, std::string_view text)
+{
+    char block[65536];
+    off_t position = 0;
+    for (;;)
+    {
+        const ssize_t count = ::pread(file.get(), block, sizeof block, position);
+        if (count == 0)
+            return text.empty();
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0 || !text.starts_with(std::string_view(block, static_cast<std::size_t>(count))))
+            return false;
+        text.remove_prefix(static_cast<std::size_t>(count));
+        position += count;
+    }
+}
+
 bool writeAll(const File& file, const std::string& text)
 {
     const BlockedSignals blocked;

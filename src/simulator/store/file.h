@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <string>
+#include <string_view>
 #include <sys/types.h>
 
 namespace simulator
@@ -41,6 +42,9 @@ File openFile(int directory, const std::string& path, int flags, mode_t mode = 0
 
 // Appends the rest of the file to `text`. Returns false, with errno set, if it cannot be read.
 bool readAll(const File& file, std::string& text);
+
+// Returns whether the file consists of `text`. Returns false, too, if it cannot be read.
+bool contentEquals(const File& file, std::string_view text);
 
 // Returns false, with errno set, if `text` cannot be written completely. Raises no signal.
 bool writeAll(const File& file, const std::string& text);

@@ -6,7 +6,6 @@
 #include "simulator/store/lock.h"
 #include "simulator/unit/validation.h"
 
-#include <ctime>
 #include <optional>
 #include <sys/stat.h>
 #include <utility>
@@ -26,37 +25,25 @@ struct CachedFile
 {
     File file;
     struct stat status = {};
-    bool settled; // a later change is certain to change its time stamps
+    std::string text;
     Json json;
     Unit unit;
 };
 
 std::optional<CachedFile> cachedFile;
 
-// Returns the clock that stamps files. It advances in ticks: two changes within one tick have the same time
-// stamp.
-timespec fileClock()
+bool isSameFile(const struct stat& one, const struct stat& other)
 {
-    timespec now{};
-    ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
-    return now;
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino && one.st_size == other.st_size &&
+           one.st_ctim.tv_sec == other.st_ctim.tv_sec && one.st_ctim.tv_nsec == other.st_ctim.tv_nsec;
 }
 
-bool isBefore(const timespec& one, const timespec& other)
-{
-    return one.tv_sec != other.tv_sec ? one.tv_sec < other.tv_sec : one.tv_nsec < other.tv_nsec;
-}
-
-bool isSameTime(const timespec& one, const timespec& other)
-{
-    return one.tv_sec == other.tv_sec && one.tv_nsec == other.tv_nsec;
-}
-
+// Time stamps cannot tell: on some file systems they have a resolution of one or two seconds. Comparing the
+// text costs much less than parsing it again.
 bool isCached(const struct stat& status)
 {
-    return cachedFile && cachedFile->settled && status.st_dev == cachedFile->status.st_dev &&
-           status.st_ino == cachedFile->status.st_ino && status.st_size == cachedFile->status.st_size &&
-           isSameTime(status.st_ctim, cachedFile->status.st_ctim);
+    return cachedFile && isSameFile(status, cachedFile->status) &&
+           contentEquals(cachedFile->file, cachedFile->text);
 }
 
 // Returns the parser's text without the prefix of its library: "line 3, column 7: ...".
@@ -111,14 +98,13 @@ bool load(const UnitLocation& location)
     if (!S_ISREG(status.st_mode))
         fail(unitFileUnreadable, location.path, "not a regular file");
 
-    const timespec now = fileClock();
     std::string text;
     if (!readAll(file, text))
         failWithErrno(unitFileUnreadable, location.path);
     Json json = parse(text, location.path);
     Unit unit = toUnit(json, location.path);
-    const bool settled = isBefore(status.st_ctim, now);
-    cachedFile.emplace(CachedFile{std::move(file), status, settled, std::move(json), std::move(unit)});
+    cachedFile.emplace(
+        CachedFile{std::move(file), status, std::move(text), std::move(json), std::move(unit)});
     return true;
 }
 

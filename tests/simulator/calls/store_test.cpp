@@ -5,9 +5,12 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <fcntl.h>
 #include <filesystem>
 #include <iterator>
+#include <sys/mman.h>
 #include <thread>
+#include <unistd.h>
 
 namespace
 {
@@ -38,6 +41,30 @@ TEST(Store, DetectsEveryChangeByHand)
         ASSERT_EQ(Buzzer_getVolume(buzzer, &volume), 0u);
         ASSERT_EQ(volume, wanted);
     }
+}
+
+// Writing to a page of a mapping a second time leaves the times of the file alone, like a second change
+// within the resolution of its file system's time stamps.
+TEST(Store, DetectsAChangeByHandThatLeavesTheTimesAlone)
+{
+    CalledUnit unit(R"({"buzzer": {"volume": 100}})");
+    const BuzzerHandle buzzer = GetBuzzer();
+    const std::size_t size = readFile(unit.file()).size();
+    const int file = open(unit.file().c_str(), O_RDWR | O_CLOEXEC);
+    void* const mapped = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+    close(file);
+    ASSERT_NE(mapped, MAP_FAILED);
+    char* const digit = static_cast<char*>(mapped) + readFile(unit.file()).find("100");
+    for (const char changed : {'2', '3', '4'})
+    {
+        *digit = changed;
+        std::uint16_t volume = 0;
+        EXPECT_EQ(Buzzer_getVolume(buzzer, &volume), 0u);
+        EXPECT_EQ(volume, (changed - '0') * 100);
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        EXPECT_EQ(Buzzer_getVolume(buzzer, &volume), 0u);
+    }
+    munmap(mapped, size);
 }
 
 // The changes are in different ticks of the clock: only a clock that does not jump tells whether two are in
