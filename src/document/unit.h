@@ -111,8 +111,7 @@ struct AddOnBoard
     }
 };
 
-// The content of one EEPROM: the text, then the bytes of `hex`, then `fill` up to QV_EEPROM_SIZE. What does
-// not fit is dropped.
+// The content of one EEPROM: the text, then the bytes of `hex`, then `fill` up to QV_EEPROM_SIZE.
 struct EepromImage
 {
     std::string text;

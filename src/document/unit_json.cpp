@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <concepts>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -263,8 +264,9 @@ template <typename Value>
 Json write(const std::map<std::string, Value>& values)
 {
     Json object = Json::object();
+    auto& members = object.get_ref<Json::object_t&>(); // does not search for each key
     for (const auto& [key, value] : values)
-        object[key] = write(value);
+        members[key] = write(value);
     return object;
 }
 
@@ -298,9 +300,12 @@ Json unitToJson(const Unit& unit)
 
 void updateJson(Json& json, const Json& before, const Json& after)
 {
+    auto next = before.begin(); // both have the same order, so that it is rarely necessary to search
     for (const auto& [key, value] : after.items())
     {
-        const auto old = before.find(key);
+        const auto old = next != before.end() && next.key() == key ? next : before.find(key);
+        if (old != before.end())
+            next = std::next(old);
         if (old != before.end() && *old == value)
             continue;
         if (value.is_object() && old != before.end())

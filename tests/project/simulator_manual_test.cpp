@@ -78,6 +78,7 @@ const std::map<std::string, TypeSample> typeSamples = {
     {"flag (int32)", {"-2147483648", "2147483647", "2147483648"}},
     {"name (int32)", {"-2147483648", "2147483647", "2147483648"}},
     {"string", {R"("")", R"("any text")", "0"}},
+    {"digest", {R"("")", R"("ffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffff")", R"("ff")"}},
     {"hex string", {R"("")", R"("00fF")", R"("0g")"}},
     {"version", {R"("0.0.0.0")", R"("255.255.255.255")", R"("1.2.3.256")"}},
     {"list of 4 int32", {"[0, 0, 0, -2147483648]", "[0, 0, 0, 2147483647]", "[0, 0, 0]"}},

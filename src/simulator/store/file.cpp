@@ -2,6 +2,7 @@
 
 #include "simulator/store/blocked_signals.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <unistd.h>
 #include <utility>
@@ -37,12 +38,12 @@ File openFile(int directory, const std::string& path, int flags, mode_t mode)
     return File(::fcntl(file.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
 }
 
-bool readAll(const File& file, std::string& text)
+bool readAll(const File& file, std::string& text, std::size_t limit)
 {
     char block[65536];
-    for (;;)
+    while (text.size() < limit)
     {
-        const ssize_t count = ::read(file.get(), block, sizeof block);
+        const ssize_t count = ::read(file.get(), block, std::min(sizeof block, limit - text.size()));
         if (count == 0)
             return true;
         if (count > 0)
@@ -50,6 +51,7 @@ bool readAll(const File& file, std::string& text)
         else if (errno != EINTR)
             return false;
     }
+    return true;
 }
 
 bool contentEquals(const File& file, std::string_view text)

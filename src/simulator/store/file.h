@@ -40,8 +40,9 @@ private:
 // print into the file or read its input from it.
 File openFile(int directory, const std::string& path, int flags, mode_t mode = 0);
 
-// Appends the rest of the file to `text`. Returns false, with errno set, if it cannot be read.
-bool readAll(const File& file, std::string& text);
+// Appends the rest of the file to `text`, or as much of it as `text` has at most `limit` bytes. Returns
+// false, with errno set, if it cannot be read.
+bool readAll(const File& file, std::string& text, std::size_t limit = std::string::npos);
 
 // Returns whether the file consists of `text`. Returns false, too, if it cannot be read.
 bool contentEquals(const File& file, std::string_view text);

@@ -6,6 +6,7 @@
 #include "simulator/store/lock.h"
 #include "simulator/unit/validation.h"
 
+#include <algorithm>
 #include <optional>
 #include <sys/stat.h>
 #include <utility>
@@ -18,6 +19,8 @@ using document::Unit;
 
 namespace
 {
+
+constexpr int largestFile = 16 << 20; // bytes
 
 // The file as it was read last. It stays open so that its inode number cannot be reused, which would make
 // another file look like it.
@@ -55,12 +58,27 @@ std::string problemOf(const Json::exception& error)
     return text.substr(found == std::string::npos ? text.find("] ") + 2 : found + mark.size());
 }
 
+// The parser takes a NUL byte for the end of the text.
+void refuseNulByte(const std::string& text, const std::string& path)
+{
+    const auto found = text.find('\0');
+    if (found == std::string::npos)
+        return;
+    const std::string_view before(text.data(), found);
+    const auto line = 1 + std::ranges::count(before, '\n');
+    const auto column = found - (before.rfind('\n') + 1) + 1; // npos + 1 is 0
+    fail(unitFileInvalid, path,
+         "line " + std::to_string(line) + ", column " + std::to_string(column) + ": unexpected NUL byte");
+}
+
 Json parse(const std::string& text, const std::string& path)
 {
     const CLocale numbers;
     try
     {
-        return Json::parse(text);
+        Json json = Json::parse(text);
+        refuseNulByte(text, path);
+        return json;
     }
     catch (const Json::exception& error)
     {
@@ -82,6 +100,18 @@ Unit toUnit(const Json& json, const std::string& path)
     }
 }
 
+// Reads the file, but not more than the largest unit file: it may be growing.
+std::string readText(const File& file, const struct stat& status, const std::string& path)
+{
+    std::string text;
+    const bool fits = status.st_size <= largestFile;
+    if (fits && !readAll(file, text, largestFile + 1))
+        failWithErrno(unitFileUnreadable, path);
+    if (!fits || text.size() > largestFile)
+        fail(unitFileInvalid, path, "larger than 16 MiB");
+    return text;
+}
+
 // Updates the cached file. Returns false if there is no file.
 bool load(const UnitLocation& location)
 {
@@ -98,9 +128,7 @@ bool load(const UnitLocation& location)
     if (!S_ISREG(status.st_mode))
         fail(unitFileUnreadable, location.path, "not a regular file");
 
-    std::string text;
-    if (!readAll(file, text))
-        failWithErrno(unitFileUnreadable, location.path);
+    std::string text = readText(file, status, location.path);
     Json json = parse(text, location.path);
     Unit unit = toUnit(json, location.path);
     cachedFile.emplace(
@@ -110,7 +138,10 @@ bool load(const UnitLocation& location)
 
 void save(const UnitLocation& location, const Json& json)
 {
-    replaceFile(location, json.dump(2) + "\n");
+    const std::string text = json.dump(2) + "\n";
+    if (text.size() > largestFile)
+        fail(unitFileUnwritable, location.path, "would be larger than 16 MiB");
+    replaceFile(location, text);
 }
 
 File lock(const UnitLocation& location)

@@ -7,8 +7,8 @@
 namespace simulator
 {
 
-// Throws document::InvalidDocument if a fault has no operation or one that cannot have it, or if an error
-// text has no code.
+// Throws document::InvalidDocument if the content of an EEPROM is too long, a digest is not a SHA-256, a
+// fault has no operation or one that cannot have it, or an error text has no code.
 void validate(const document::Unit& unit);
 
 } // namespace simulator

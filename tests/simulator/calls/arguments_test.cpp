@@ -70,7 +70,7 @@ TEST(Arguments, ReceiveAsManyEepromBytesAsFit)
 
 TEST(Arguments, ReceiveNoMoreThanAnEepromHolds)
 {
-    const CalledUnit unit(json{{"eeprom", {{"addOn", {{"text", std::string(6000, 'x')}}}}}}.dump());
+    const CalledUnit unit(json{{"eeprom", {{"addOn", {{"text", std::string(4096, 'x')}}}}}}.dump());
     std::vector<std::uint8_t> buffer(5000, '-');
     EXPECT_EQ(QVAuxPrivate_getEepromData(GetQVAuxPrivate(), 1, buffer.data(), 5000), 0u);
     EXPECT_EQ(buffer[4095], 'x');

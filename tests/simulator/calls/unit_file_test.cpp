@@ -4,7 +4,9 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
+#include <unistd.h>
 
 namespace
 {
@@ -340,6 +342,102 @@ TEST(UnitFile, AcceptsOnlyPairsOfHexadecimalDigits)
         EXPECT_EQ(diagnosticFor(fileWith("/eeprom/main/hex", hex)),
                   "/eeprom/main/hex: expected pairs of hexadecimal digits, got \"" + std::string(hex) +
                       "\"\n");
+}
+
+TEST(UnitFile, AcceptsNoMoreThanAnEepromHolds)
+{
+    const auto fileWithEeprom = [](const char* board, std::size_t text, std::size_t hex)
+    {
+        return fileWith(std::string("/eeprom/") + board,
+                        {{"text", std::string(text, 'x')}, {"hex", std::string(2 * hex, '0')}});
+    };
+    for (const char* board : {"main", "addOn"})
+    {
+        const std::string place = std::string("/eeprom/") + board;
+        for (const auto& [text, hex] : {std::pair{4096u, 0u}, {0u, 4096u}, {4000u, 96u}})
+        {
+            EXPECT_TRUE(isAccepted(fileWithEeprom(board, text, hex))) << text << ", " << hex;
+            EXPECT_EQ(diagnosticFor(fileWithEeprom(board, text + 1, hex)),
+                      place + ": expected at most 4096 bytes in \"text\" and \"hex\", got 4097\n");
+        }
+    }
+}
+
+TEST(UnitFile, AcceptsDigestsOf64HexadecimalDigits)
+{
+    for (const char* target : {"ss", "fpga", "front"})
+    {
+        const std::string place = std::string("/firmware/") + target + "/digest";
+        for (const std::string& digest : {std::string(), std::string(64, '0'), std::string(64, 'f')})
+            EXPECT_TRUE(isAccepted(fileWith(place, digest))) << digest;
+        for (const std::string& digest : {std::string("12"), std::string(62, '0'), std::string(66, '0'),
+                                          std::string(63, '0'), std::string(63, '0') + "g"})
+            EXPECT_THAT(diagnosticFor(fileWith(place, digest)),
+                        testing::StartsWith(place +
+                                            ": expected 64 hexadecimal digits or an empty string, got \"" +
+                                            digest.substr(0, 2)));
+    }
+}
+
+TEST(UnitFile, ContainsNoNulByte)
+{
+    const std::string nul(1, '\0');
+    EXPECT_EQ(diagnosticFor("{}" + nul), "line 1, column 3: unexpected NUL byte\n");
+    EXPECT_EQ(diagnosticFor("{\n}\n \n" + nul + R"({"buzzer": {}})"),
+              "line 4, column 1: unexpected NUL byte\n");
+    EXPECT_EQ(diagnosticFor("{\n}\n" + nul + nul), "line 3, column 1: unexpected NUL byte\n");
+    EXPECT_THAT(diagnosticFor(R"({"about": {"unitSerial": "a)" + nul + "\"}}"),
+                testing::StartsWith("line 1, column 28: "));
+    EXPECT_EQ(diagnosticFor(R"({"faults": {"Buzzer_getVolume\u0000x": {"code": 77}}})"),
+              "/faults/Buzzer_getVolume\\u0000x: unknown operation\n");
+}
+
+TEST(UnitFile, HasAtMost16MiB)
+{
+    constexpr std::size_t limit = 16 << 20;
+    EXPECT_TRUE(isAccepted("{}" + std::string(limit - 2, ' ')));
+    EXPECT_EQ(diagnosticFor("{}" + std::string(limit - 1, ' ')), "larger than 16 MiB\n");
+}
+
+// A hole of 1 TiB takes no space on the disk, but would take too long to read.
+TEST(UnitFile, IsNotReadIfItIsTooLarge)
+{
+    const CalledUnit unit;
+    if (truncate(unit.file().c_str(), off_t{1} << 40) != 0)
+        GTEST_SKIP() << "files of 1 TiB cannot be created here";
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(readVolume(), 66u);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "libqv-aux2: " + unit.file() + ": larger than 16 MiB\n");
+}
+
+// The layout of a changed file has line breaks.
+TEST(UnitFile, DoesNotGrowTooLargeWhenChanged)
+{
+    std::string channels = "{\"can\": {\"baudrates\": [1";
+    for (int i = 0; i < 1900000; ++i)
+        channels += ",1";
+    const CalledUnit unit(channels + "]}}");
+    const std::string before = readFile(unit.file());
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(Buzzer_setVolume(GetBuzzer(), 40), 67u);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "libqv-aux2: " + unit.file() + ": would be larger than 16 MiB\n");
+    EXPECT_TRUE(readFile(unit.file()) == before);
+}
+
+// With 100,000 texts, searching for each of them would take minutes.
+TEST(UnitFile, TakesManyErrorTexts)
+{
+    std::string texts = "{\"errorTexts\": {\"1\": \"x\"";
+    for (int code = 1000; code < 101000; ++code)
+        texts += ",\"" + std::to_string(code) + "\":\"text\"";
+    const CalledUnit unit(texts + "}}");
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(Buzzer_setVolume(GetBuzzer(), 40), 0u);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(30));
+    EXPECT_EQ(unit["/buzzer/volume"], 40);
+    EXPECT_EQ(unit["/errorTexts"].size(), 100001u);
 }
 
 TEST(UnitFile, AcceptsNullOnlyForWhatAUnitMayLack)

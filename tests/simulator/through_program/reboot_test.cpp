@@ -126,9 +126,11 @@ TEST(Reboot, ResetsSettingsOnlyOnce)
 
 TEST(Reboot, ResetsOnlySettings)
 {
+    const std::string digest(64, '1');
     Unit unit(R"({"about": {"unitSerial": "QX1"}, "versions": {"ss": "9.9.9.9"},
                   "diagnostic": {"powerCycles": 10, "totalRunTime": 5},
-                  "firmware": {"ss": {"digest": "12", "bytes": 3}}})");
+                  "firmware": {"ss": {"digest": ")" +
+              digest + R"(", "bytes": 3}}})");
     unit.run("--advanced --rescue_mode_next_boot --factory_reset");
     unit.shutDown();
     unit.run("--lightsensor");
@@ -136,7 +138,7 @@ TEST(Reboot, ResetsOnlySettings)
     EXPECT_EQ(unit["/versions/ss"], "9.9.9.9");
     EXPECT_EQ(unit["/diagnostic/powerCycles"], 11);
     EXPECT_EQ(unit["/diagnostic/totalRunTime"], 5);
-    EXPECT_EQ(unit["/firmware/ss/digest"], "12");
+    EXPECT_EQ(unit["/firmware/ss/digest"], digest);
 }
 
 TEST(Reboot, AppliesTheLastRequestedMode)
