@@ -29,7 +29,7 @@ TEST(DeviceLibraryCheck, IsContentWithTheSimulatedUnitWhetherItTellsItsNameOrNot
     {
         const std::string library = folder + "/" + name;
         const Outcome outcome = check(library);
-        EXPECT_EQ(outcome.output, library + " has every operation that fobrob calls\n");
+        EXPECT_EQ(outcome.output, library + ": all 167 operations are present\n");
         EXPECT_EQ(exitStatus(outcome), 0);
     }
 }
@@ -39,7 +39,8 @@ TEST(DeviceLibraryCheck, TellsALibraryOfAnotherName)
     const TemporaryFolder folder;
     const std::string library = changedLibrary(folder, name, "libqv-aux2.so.2.12");
     const Outcome outcome = check(library);
-    EXPECT_EQ(outcome.output, library + " calls itself libqv-aux2.so.2.12 and not libqv-aux2.so.2.11\n");
+    EXPECT_EQ(outcome.output, library + ": SONAME is libqv-aux2.so.2.12, expected libqv-aux2.so.2.11\n" +
+                                  library + ": all 167 operations are present\n");
     EXPECT_EQ(exitStatus(outcome), 1);
 }
 
@@ -49,7 +50,7 @@ TEST(DeviceLibraryCheck, NamesASingleOperationThatALibraryLacks)
     const std::string library = changedLibrary(folder, "Buzzer_setVolume", "Buzzer_setvolume");
     const Outcome outcome = check(library);
     EXPECT_EQ(outcome.output,
-              "lacks Buzzer_setVolume\n" + library + " lacks 1 of the 167 operations that fobrob calls\n");
+              "missing operation: Buzzer_setVolume\n" + library + ": 1 of 167 operations are missing\n");
     EXPECT_EQ(exitStatus(outcome), 1);
 }
 
@@ -57,10 +58,10 @@ TEST(DeviceLibraryCheck, NamesWhatALibraryLacks)
 {
     const std::string library = otherLibraryFolder() + "/" + name;
     const Outcome outcome = check(library);
-    EXPECT_NE(outcome.output.find("lacks Buzzer_setVolume\n"), std::string::npos);
-    EXPECT_NE(outcome.output.find("lacks GetBuzzer\n"), std::string::npos);
-    EXPECT_EQ(outcome.output.find("lacks Lightsensor_getIlluminance\n"), std::string::npos);
-    EXPECT_NE(outcome.output.find("\n" + library + " lacks 163 of the 167 operations that fobrob calls\n"),
+    EXPECT_NE(outcome.output.find("missing operation: Buzzer_setVolume\n"), std::string::npos);
+    EXPECT_NE(outcome.output.find("missing operation: GetBuzzer\n"), std::string::npos);
+    EXPECT_EQ(outcome.output.find("missing operation: Lightsensor_getIlluminance\n"), std::string::npos);
+    EXPECT_NE(outcome.output.find("\n" + library + ": 163 of 167 operations are missing\n"),
               std::string::npos);
     EXPECT_EQ(exitStatus(outcome), 1);
 }
