@@ -1,4 +1,4 @@
-# 64-bit ARM, by Debian's cross compiler.
+# 64-bit ARM, using Debian's cross compiler.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR aarch64)
 set(CMAKE_C_COMPILER aarch64-linux-gnu-gcc)

@@ -1,4 +1,4 @@
-# 32-bit ARM with hardware floating point, by Debian's cross compiler.
+# 32-bit ARM with hardware floating point, using Debian's cross compiler.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR armv7l)
 set(CMAKE_C_COMPILER arm-linux-gnueabihf-gcc)
