@@ -1,8 +1,9 @@
-# What the benchmarks share: the stripped program, the instant device library, and the measurements. Sourced by
-# them, with `preset` set.
+# Shared by the benchmarks: builds the stripped program and an instant device library, and measures commands. A
+# benchmark sets `preset` and sources this file.
 #
-# Everything runs in the same empty environment, but for what `surroundings` says. Instructions are those from
-# exec to exit and repeat, system calls and memory too; wall times depend on what else the machine does.
+# Commands run in an environment that contains only the variables in `environment`. Instructions are counted from exec
+# to exit. The numbers of instructions and system calls and the memory are the same in every run on one machine. Wall
+# times depend on the load of the machine.
 # shellcheck shell=sh
 set -eu
 cd "$(dirname "$0")/.."
@@ -13,13 +14,13 @@ cmake --build --preset "$preset" --target fobrob >/dev/null
 
 work=build/benchmarks/$preset
 fobrob=$work/bin/fobrob
-surroundings=LD_LIBRARY_PATH=$work
+environment=LD_LIBRARY_PATH=$work
 rm -rf "$work"
 mkdir -p "$work"
 cmake --install "build/$preset" --prefix "$work" --strip >/dev/null
 
-# Every operation succeeds at once and writes nothing; but the unit has four CAN channels, so that there are
-# channels to read and to set.
+# Each operation returns success at once and writes no results. The only exception is the number of CAN channels, which
+# is 4, so that there are channels to read and set.
 make_instant_library() # compiler
 {
     {
@@ -40,7 +41,7 @@ make_instant_library() # compiler
     "$1" -O2 -fPIC -shared -Wl,-soname,libqv-aux2.so.2.11 -o "$library" "$work/instant.c"
 }
 
-# The command lines that read everything there is, each behind the name of its floor.
+# One row for each command that reads: the row of the floor, and the arguments of fobrob. Together they read every value.
 read_rows()
 {
     cat <<'END'
@@ -66,26 +67,26 @@ system_mode --advanced --system_mode
 END
 }
 
-alone() # command
+in_environment() # command
 {
-    # shellcheck disable=SC2086  # one word a variable
-    env -i $surroundings "$@"
+    # shellcheck disable=SC2086  # one word per variable
+    env -i $environment "$@"
 }
 
 instructions() # command
 {
-    alone valgrind --tool=callgrind --callgrind-out-file=/dev/null "$@" 2>&1 >/dev/null |
+    in_environment valgrind --tool=callgrind --callgrind-out-file=/dev/null "$@" 2>&1 >/dev/null |
         sed -n 's/.*Collected : //p'
 }
 
-# Two hundred rounds, in each of which every command runs once, in any order: a moment in which the machine is busy
-# meets them all, and none finds the caches as it left them. Of each command, the time that a quarter of its runs stay
-# below: the others met something else.
-microseconds() # commands; prints a line for each
+# Prints the first quartile of the wall time of each command, over 200 rounds. In each round, all commands run once in
+# random order, so that load on the machine affects all of them and none runs with caches that it has just filled. The
+# slower runs measure other processes.
+microseconds() # commands
 {
     printf '%s\n' "$@" >"$work/commands"
     for _ in $(seq 200); do
-        shuf "$work/commands" | alone xargs -d '\n' hyperfine --shell=none --style none --ignore-failure --runs 1 \
+        shuf "$work/commands" | in_environment xargs -d '\n' hyperfine --shell=none --style none --ignore-failure --runs 1 \
             --export-csv "$work/times.csv" >"$work/hyperfine.log" 2>&1 || cat "$work/hyperfine.log" >&2
         sed 1d "$work/times.csv"
     done | sort -t , -k2g >"$work/times"
@@ -93,9 +94,9 @@ microseconds() # commands; prints a line for each
         "$work/times" "$work/commands"
 }
 
-# One row is over its budget.
+# The exit status of the benchmark: 1 if a row is over its budget.
 over=0
-exceeds() # what
+exceeds() # budget
 {
     echo "OVER BUDGET: $*"
     over=1
