@@ -1,7 +1,8 @@
-# What can stand at the cursor, one word a line: sh -c THIS fobrob TYPED WORD...
-# TYPED is the part before the cursor of the word at it, each WORD one of those before that, from the category on.
-# What does not begin like TYPED is left to the shell to drop. No single quote and no doubled backslash stand in here,
-# for all of it stands between single quotes in the scripts of the shells.
+# Prints the words that can be completed at the cursor, one per line: sh -c SCRIPT fobrob TYPED WORD...
+#
+# TYPED is the part of the current word before the cursor. The WORDs are the words before it, from the category on. The
+# caller discards the words that do not start with TYPED. The completion scripts contain this file and options.txt
+# between single quotes, so neither may contain a single quote or two backslashes in a row.
 
 set -f
 typed=$1
@@ -10,7 +11,7 @@ shift
 category=${1%%=*}
 given=" "
 target=
-taker= # an option without a value, which takes the next word for it
+taker= # an option that takes the next word as its value, with "="
 for word; do
     word=$taker$word
     taker=
@@ -29,8 +30,8 @@ print_lines() # LINE...
     done
 }
 
-# A file is taken by what stands behind its last dot, and only by its full path.
-print_firmware() # OPTION PATH, as far as typed
+# Firmware files are selected by their extension. The program accepts only absolute paths.
+print_firmware() # OPTION, PATH as far as typed
 {
     case $target in
     [Ss][Ss] | [Ff][Rr][Oo][Nn][Tt]) extensions=" hex " ;;
@@ -55,8 +56,8 @@ print_firmware() # OPTION PATH, as far as typed
     esac
 }
 
-# The name of an option until its "=" is typed, the words of its value from then on.
-offer() # OPTION WORD..., a row of the table
+# Prints the name of an option, or the words of its value once the "=" is typed.
+offer() # OPTION WORD..., a row of options.txt
 {
     option=$1
     name=${1%%=*}
@@ -98,7 +99,7 @@ while IFS= read -r row; do
         [ "$heading" != "$category" ] || offer --help
         ;;
     esac
-    # shellcheck disable=SC2086  # the row is words
+    # shellcheck disable=SC2086  # a row is a list of words
     [ "$place" != "$category" ] || offer $row
 done <<END
 @OPTIONS@
