@@ -82,7 +82,7 @@ Outcome runOnOtherLibrary(const std::string& arguments)
 {
     const Unit unit;
     Command command = programOn(unit.file(), arguments);
-    command.environment["LD_LIBRARY_PATH"] = otherLibraryFolder() + ":" + simulatorFolder();
+    command.environment["LD_LIBRARY_PATH"] = otherLibraryDirectory() + ":" + simulatorDirectory();
     return runCommand(command);
 }
 

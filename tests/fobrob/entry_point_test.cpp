@@ -421,20 +421,20 @@ Outcome runAs(const std::string& path, const std::string& arguments)
 
 TEST(ProgramName, IsTheSameForACopyWithAnotherName)
 {
-    const TemporaryFolder folder;
-    std::filesystem::copy_file(programPath(), folder / "settings");
-    const Outcome version = runAs(folder / "settings", "-v");
+    const TemporaryDirectory directory;
+    std::filesystem::copy_file(programPath(), directory / "settings");
+    const Outcome version = runAs(directory / "settings", "-v");
     EXPECT_TRUE(version.output.starts_with("fobrob 2.9.0.0\n"));
     EXPECT_EQ(version.status, 0);
-    EXPECT_TRUE(runAs(folder / "settings", "--version").output.starts_with("fobrob 2.9.0.0\n"));
+    EXPECT_TRUE(runAs(directory / "settings", "--version").output.starts_with("fobrob 2.9.0.0\n"));
 }
 
 TEST(ProgramName, IsTheSameForASymbolicLink)
 {
-    const TemporaryFolder folder;
-    std::filesystem::create_symlink(programPath(), folder / "link");
-    EXPECT_TRUE(runAs(folder / "link", "-v").output.starts_with("fobrob 2.9.0.0\n"));
-    EXPECT_EQ(runAs(folder / "link", "").output, hint);
+    const TemporaryDirectory directory;
+    std::filesystem::create_symlink(programPath(), directory / "link");
+    EXPECT_TRUE(runAs(directory / "link", "-v").output.starts_with("fobrob 2.9.0.0\n"));
+    EXPECT_EQ(runAs(directory / "link", "").output, hint);
 }
 
 } // namespace

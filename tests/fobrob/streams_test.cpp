@@ -24,11 +24,11 @@ struct ShellRun
     ShellRun(const Unit& unit, const std::string& script, const std::string& arguments)
     {
         Command command = throughShell(script, programOn(unit.file(), arguments));
-        command.environment["QVAUX_TRACE"] = unit.folder / "trace";
+        command.environment["QVAUX_TRACE"] = unit.directory / "trace";
         command.input = unit.input;
-        writeFile(unit.folder / "trace", "");
+        writeFile(unit.directory / "trace", "");
         outcome = runCommand(command);
-        calls = readFile(unit.folder / "trace");
+        calls = readFile(unit.directory / "trace");
     }
 
     Outcome outcome;
@@ -99,7 +99,7 @@ TEST(Streams, DoNotAffectTheUnitIfTheReaderCloses)
     Unit unit;
     const std::string nobodyReads =
         "mkfifo \"$PIPE\"; exec 3<>\"$PIPE\" 4>\"$PIPE\" 3<&-; exec env --default-signal=PIPE \"$@\" >&4";
-    const ShellRun run(unit, "PIPE=" + (unit.folder / "pipe") + "; " + nobodyReads, twoChanges);
+    const ShellRun run(unit, "PIPE=" + (unit.directory / "pipe") + "; " + nobodyReads, twoChanges);
     EXPECT_EQ(run.outcome.status, 0);
     EXPECT_EQ(run.calls, lines(callsOfTwoChanges));
     EXPECT_EQ(unit["/buzzer/volume"], 40);
@@ -133,7 +133,7 @@ TEST(Streams, TakeTheEndOfInputAsARefusal)
 TEST(Streams, LeaveWhatFollowsTheAnswerToTheNextReader)
 {
     FirmwareUnit unit;
-    const std::string answers = unit.folder / "answers";
+    const std::string answers = unit.directory / "answers";
     for (const std::string& answer : {std::string("yes"), std::string("no"), std::string(60000, 'y')})
     {
         writeFile(answers, answer + "\nnext\n");
@@ -161,7 +161,7 @@ TEST(Streams, WaitForAnAnswerUntilAnInterrupt)
     SKIP_WITHOUT_TERMINAL();
     FirmwareUnit unit;
     Command command = programOn(unit.file(), "--advanced --update=Front --filepath=" + unit.hex);
-    command.environment["QVAUX_TRACE"] = unit.folder / "waiting";
+    command.environment["QVAUX_TRACE"] = unit.directory / "waiting";
     Terminal terminal(command);
     ASSERT_TRUE(terminal.sees("Do you wish to continue [yes/no]?"));
     const std::string before = readFile(unit.file());
@@ -173,7 +173,7 @@ TEST(Streams, WaitForAnAnswerUntilAnInterrupt)
     const int status = terminal.end();
     EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGINT) << status;
     EXPECT_EQ(readFile(unit.file()), before);
-    EXPECT_EQ(readFile(unit.folder / "waiting"), callsBeforeTheAnswer);
+    EXPECT_EQ(readFile(unit.directory / "waiting"), callsBeforeTheAnswer);
 }
 
 TEST(Streams, EndTheProgramIfTheTerminalHangsUp)
@@ -183,7 +183,7 @@ TEST(Streams, EndTheProgramIfTheTerminalHangsUp)
     Command command =
         throughShell("exec env --default-signal=HUP \"$@\"",
                      programOn(unit.file(), "--advanced --update=Front --filepath=" + unit.hex));
-    command.environment["QVAUX_TRACE"] = unit.folder / "waiting";
+    command.environment["QVAUX_TRACE"] = unit.directory / "waiting";
     Terminal terminal(command);
     ASSERT_TRUE(terminal.sees("Do you wish to continue [yes/no]?"));
     const std::string before = readFile(unit.file());
@@ -191,7 +191,7 @@ TEST(Streams, EndTheProgramIfTheTerminalHangsUp)
     const int status = terminal.hangUp();
     EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGHUP) << status;
     EXPECT_EQ(readFile(unit.file()), before);
-    EXPECT_EQ(readFile(unit.folder / "waiting"), callsBeforeTheAnswer);
+    EXPECT_EQ(readFile(unit.directory / "waiting"), callsBeforeTheAnswer);
 }
 
 } // namespace

@@ -14,9 +14,9 @@ namespace
 
 std::vector<std::string> linesOf(const std::vector<std::string>& words, const std::string& input = "")
 {
-    const TemporaryFolder home;
+    const TemporaryDirectory home;
     const Outcome outcome = runCommand({.words = words,
-                                        .environment = {{"COMPLETIONS", BUILD_FOLDER "/completions"},
+                                        .environment = {{"COMPLETIONS", BUILD_DIRECTORY "/completions"},
                                                         {"HOME", home.path},
                                                         {"PATH", std::getenv("PATH")},
                                                         {"TERM", "dumb"}},
@@ -25,10 +25,10 @@ std::vector<std::string> linesOf(const std::vector<std::string>& words, const st
     return splitLines(outcome.output);
 }
 
-// What the command is called with when `keys` are typed into an interactive bash or zsh.
+// Returns the arguments of the command that is run when `keys` are typed into an interactive shell.
 std::vector<std::string> typed(const std::string& shell, const std::string& keys)
 {
-    const std::string driver = std::string(PROJECT_FOLDER "/tests/support/typed.") + shell;
+    const std::string driver = std::string(PROJECT_DIRECTORY "/tests/support/typed.") + shell;
     if (shell == "bash")
         return linesOf({"bash", "--noprofile", "--rcfile", driver, "-i"}, keys + "\n");
     return linesOf({"zsh", "-f", driver, keys});
@@ -39,15 +39,15 @@ std::vector<std::string> answers(const std::string& shell, const std::string& li
     if (shell == "fish")
         return linesOf(
             {"fish", "--no-config", "-c", "source $COMPLETIONS/fobrob.fish; complete -C $argv[1]", line});
-    // The command is called with the words before it, too.
+    // The arguments include the words before the completed one.
     std::vector<std::string> words = typed(shell, line + "\x1b*");
     const long before = std::count(line.begin(), line.end(), ' ') - 1;
     words.erase(words.begin(), words.begin() + before);
     return words;
 }
 
-// What the shell offers at the end of `line`; of the value alone where an "=" is typed. What is typed of the
-// word has to fit something, for it is part of the answer where it does not.
+// Returns what the shell offers at the end of `line`, or only the values if the last word has an "=". The
+// last word must match an offer: otherwise the shell returns it unchanged.
 Words offered(const std::string& shell, const std::string& line)
 {
     const std::string word = line.substr(line.rfind(' ') + 1);
@@ -59,7 +59,7 @@ Words offered(const std::string& shell, const std::string& line)
     return words;
 }
 
-// Puts in what is offered at the end of `line`, where a word of `place` can begin.
+// Adds what is offered at the end of `line`, where a word of `place` can begin.
 void addOffers(Vocabulary& vocabulary, const std::string& line, const std::string& place)
 {
     const std::string shell = "fish";
@@ -74,7 +74,7 @@ void addOffers(Vocabulary& vocabulary, const std::string& line, const std::strin
         if (end != offer.npos)
             for (const std::string& word : offered(shell, line + offer))
                 words.insert(inLowercase(word));
-        words.erase("/"); // the beginning of a path
+        words.erase("/"); // the start of a path
     }
 }
 
@@ -108,7 +108,7 @@ protected:
     }
 };
 
-// Those with a line editor that can be typed into here.
+// Shells whose line editor the tests can use.
 class TypedCompletions : public ShellTest
 {
 };
@@ -161,7 +161,7 @@ TEST_P(Completions, OfferNoOptionAgain)
               (Words{"--onoff_signal", "--onoff_signal="}));
 }
 
-TEST_P(Completions, OfferNothingBehindWhatIsNoCategory)
+TEST_P(Completions, OfferNothingAfterAnUnknownCategory)
 {
     for (const std::string first : {"--help", "--list", "-h", "-v", "--frequency", "buzzer"})
         EXPECT_EQ(offers("fobrob " + first + " "), Words{}) << first;
@@ -208,65 +208,66 @@ TEST_P(Completions, TakeWordsInAnyCase)
 
 TEST_P(Completions, OfferTheFirmwareOfTheTarget)
 {
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     for (const std::string name : {"a.hex", "a b.hex", "a.mcs", "a.txt", "hex", "upper.HEX"})
-        writeFile(folder / name, "");
-    for (const std::string name : {"older", "folder.hex"})
-        std::filesystem::create_directory(folder / name);
+        writeFile(directory / name, "");
+    for (const std::string name : {"older", "directory.hex"})
+        std::filesystem::create_directory(directory / name);
 
     const struct Case
     {
         std::string options;
         std::vector<std::string> names;
     } cases[] = {
-        {"--update=SS", {"a.hex", "a b.hex", "folder.hex/", "older/"}},
-        {"--verify=front", {"a.hex", "a b.hex", "folder.hex/", "older/"}},
-        {"--update=FPGA", {"a.mcs", "folder.hex/", "older/"}},
-        {"--update=SS --verify=fpga", {"a.mcs", "folder.hex/", "older/"}},
-        {"--update FPGA", {"a.mcs", "folder.hex/", "older/"}},
-        {"--force", {"a.hex", "a b.hex", "a.mcs", "folder.hex/", "older/"}},
+        {"--update=SS", {"a.hex", "a b.hex", "directory.hex/", "older/"}},
+        {"--verify=front", {"a.hex", "a b.hex", "directory.hex/", "older/"}},
+        {"--update=FPGA", {"a.mcs", "directory.hex/", "older/"}},
+        {"--update=SS --verify=fpga", {"a.mcs", "directory.hex/", "older/"}},
+        {"--update FPGA", {"a.mcs", "directory.hex/", "older/"}},
+        {"--force", {"a.hex", "a b.hex", "a.mcs", "directory.hex/", "older/"}},
     };
     for (const auto& [options, names] : cases)
     {
         Words paths;
         for (const std::string& name : names)
-            paths.insert(folder / name);
+            paths.insert(directory / name);
         for (const std::string option : {" --filepath=", " --filepath "})
-            EXPECT_EQ(offers("fobrob --advanced " + options + option + folder / ""), paths) << options;
+            EXPECT_EQ(offers("fobrob --advanced " + options + option + directory / ""), paths) << options;
     }
 }
 
-TEST_P(Completions, OfferFullPathsOnly)
+TEST_P(Completions, OfferAbsolutePathsOnly)
 {
     EXPECT_EQ(offers("fobrob --advanced --filepath="), Words{"/"});
     EXPECT_EQ(offers("fobrob --advanced --filepath=/us"), Words{"/usr/"});
 }
 
-TEST_P(TypedCompletions, GoOnRightBehindTheEqualsSign)
+TEST_P(TypedCompletions, ContinueAfterTheEqualsSign)
 {
     EXPECT_EQ(typed(GetParam(), "fobrob --ab\tR\t--ee\tA\t"),
               (std::vector<std::string>{"--about=RawEEPROM", "--eeprom=ADDON"}));
 }
 
-TEST_P(TypedCompletions, DescendIntoFoldersAndQuoteBlanks)
+TEST_P(TypedCompletions, EnterDirectoriesAndQuoteSpaces)
 {
-    const TemporaryFolder folder;
-    std::filesystem::create_directory(folder / "new files");
-    writeFile(folder / "new files/the front.hex", "");
-    EXPECT_EQ(typed(GetParam(), "fobrob --ad\t--fi\t" + folder / "n\tt\t--force"),
-              (std::vector<std::string>{"--advanced", "--filepath=" + folder / "new files/the front.hex",
+    const TemporaryDirectory directory;
+    std::filesystem::create_directory(directory / "new files");
+    writeFile(directory / "new files/the front.hex", "");
+    EXPECT_EQ(typed(GetParam(), "fobrob --ad\t--fi\t" + directory / "n\tt\t--force"),
+              (std::vector<std::string>{"--advanced", "--filepath=" + directory / "new files/the front.hex",
                                         "--force"}));
 }
 
 TEST_P(TypedCompletions, ServeAWordInQuotes)
 {
-    const TemporaryFolder folder;
-    std::filesystem::create_directory(folder / "new  files");
-    writeFile(folder / "new  files/the \"front.hex", "");
-    const std::vector<std::string> words = {"--advanced",
-                                            "--filepath=" + folder / "new  files/the \"front.hex", "--force"};
+    const TemporaryDirectory directory;
+    std::filesystem::create_directory(directory / "new  files");
+    writeFile(directory / "new  files/the \"front.hex", "");
+    const std::vector<std::string> words = {
+        "--advanced", "--filepath=" + directory / "new  files/the \"front.hex", "--force"};
     for (const std::string beginning : {"--filepath=\"", "--filepath='", "\"--filepath=", "'--filepath="})
-        EXPECT_EQ(typed(GetParam(), "fobrob --advanced " + beginning + folder / "new  f\tt\t --fo\t"), words);
+        EXPECT_EQ(typed(GetParam(), "fobrob --advanced " + beginning + directory / "new  f\tt\t --fo\t"),
+                  words);
     EXPECT_EQ(typed(GetParam(), "fobrob \"--led\" \"--color=y\t"),
               (std::vector<std::string>{"--led", "--color=Yellow"}));
 }
@@ -279,7 +280,7 @@ TEST_P(TypedCompletions, ServeTheMiddleOfALine)
         (std::vector<std::string>{"--led", "--color=Yellow", "--pulses"}));
 }
 
-TEST(CompletionsOfBash, WorkWhereTheEqualsSignBreaksNoWords)
+TEST(CompletionsOfBash, WorkIfTheEqualsSignIsNotAWordBreak)
 {
     EXPECT_EQ(typed("bash", "COMP_WORDBREAKS=${COMP_WORDBREAKS//=}\nfobrob --about=D\t--eep\tI\t"),
               (std::vector<std::string>{"--about=Diagnostic", "--eeprom=ICM"}));

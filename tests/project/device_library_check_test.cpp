@@ -1,4 +1,4 @@
-// The tool that looks a unit's library over before a roll-out.
+// tools/check-device-library.
 
 #include "support/unit.h"
 
@@ -8,55 +8,56 @@ namespace
 {
 
 const char* const name = "libqv-aux2.so.2.11";
-const char* const checker = PROJECT_FOLDER "/tools/check-device-library";
+const char* const checker = PROJECT_DIRECTORY "/tools/check-device-library";
 
 Outcome check(const std::string& library, const std::string& tool = checker)
 {
     return runCommand({{tool, library}, {{"PATH", "/usr/bin:/bin"}}});
 }
 
-// The simulated unit in the folder, with another text of the same length for one of its own.
-std::string changedLibrary(const TemporaryFolder& folder, const std::string& what, const std::string& with)
+// Copies the simulated unit and replaces one of its texts by another of the same length.
+std::string changedLibrary(const TemporaryDirectory& directory, const std::string& what,
+                           const std::string& with)
 {
-    std::string path = folder / name;
-    writeFile(path, replaced(readFile(simulatorFolder() + "/" + name), what, with));
+    std::string path = directory / name;
+    writeFile(path, replaced(readFile(simulatorDirectory() + "/" + name), what, with));
     return path;
 }
 
-TEST(DeviceLibraryCheck, IsContentWithTheSimulatedUnitWhetherItTellsItsNameOrNot)
+TEST(DeviceLibraryCheck, AcceptsTheSimulatedUnitWithAndWithoutASoname)
 {
-    for (const std::string& folder : {simulatorFolder(), namelessLibraryFolder()})
+    for (const std::string& directory : {simulatorDirectory(), namelessLibraryDirectory()})
     {
-        const std::string library = folder + "/" + name;
+        const std::string library = directory + "/" + name;
         const Outcome outcome = check(library);
         EXPECT_EQ(outcome.output, library + ": all 167 operations are present\n");
         EXPECT_EQ(exitStatus(outcome), 0);
     }
 }
 
-TEST(DeviceLibraryCheck, TellsALibraryOfAnotherName)
+TEST(DeviceLibraryCheck, ReportsAnotherSoname)
 {
-    const TemporaryFolder folder;
-    const std::string library = changedLibrary(folder, name, "libqv-aux2.so.2.12");
+    const TemporaryDirectory directory;
+    const std::string library = changedLibrary(directory, name, "libqv-aux2.so.2.12");
     const Outcome outcome = check(library);
     EXPECT_EQ(outcome.output, library + ": SONAME is libqv-aux2.so.2.12, expected libqv-aux2.so.2.11\n" +
                                   library + ": all 167 operations are present\n");
     EXPECT_EQ(exitStatus(outcome), 1);
 }
 
-TEST(DeviceLibraryCheck, NamesASingleOperationThatALibraryLacks)
+TEST(DeviceLibraryCheck, NamesASingleMissingOperation)
 {
-    const TemporaryFolder folder;
-    const std::string library = changedLibrary(folder, "Buzzer_setVolume", "Buzzer_setvolume");
+    const TemporaryDirectory directory;
+    const std::string library = changedLibrary(directory, "Buzzer_setVolume", "Buzzer_setvolume");
     const Outcome outcome = check(library);
     EXPECT_EQ(outcome.output,
               "missing operation: Buzzer_setVolume\n" + library + ": 1 of 167 operations are missing\n");
     EXPECT_EQ(exitStatus(outcome), 1);
 }
 
-TEST(DeviceLibraryCheck, NamesWhatALibraryLacks)
+TEST(DeviceLibraryCheck, NamesAllMissingOperations)
 {
-    const std::string library = otherLibraryFolder() + "/" + name;
+    const std::string library = otherLibraryDirectory() + "/" + name;
     const Outcome outcome = check(library);
     EXPECT_NE(outcome.output.find("missing operation: Buzzer_setVolume\n"), std::string::npos);
     EXPECT_NE(outcome.output.find("missing operation: GetBuzzer\n"), std::string::npos);
@@ -66,18 +67,18 @@ TEST(DeviceLibraryCheck, NamesWhatALibraryLacks)
     EXPECT_EQ(exitStatus(outcome), 1);
 }
 
-TEST(DeviceLibraryCheck, FindsItsListBehindALinkAndDoesNotDoWithout)
+TEST(DeviceLibraryCheck, FindsItsListThroughALinkAndFailsWithoutIt)
 {
     namespace fs = std::filesystem;
-    const std::string library = otherLibraryFolder() + "/" + name;
-    const TemporaryFolder folder;
-    fs::create_symlink(checker, folder / "link");
-    EXPECT_EQ(exitStatus(check(library, folder / "link")), 1);
-    fs::copy_file(checker, folder / "copy");
-    EXPECT_EQ(exitStatus(check(library, folder / "copy")), 2);
+    const std::string library = otherLibraryDirectory() + "/" + name;
+    const TemporaryDirectory directory;
+    fs::create_symlink(checker, directory / "link");
+    EXPECT_EQ(exitStatus(check(library, directory / "link")), 1);
+    fs::copy_file(checker, directory / "copy");
+    EXPECT_EQ(exitStatus(check(library, directory / "copy")), 2);
 }
 
-TEST(DeviceLibraryCheck, TellsAFileThatIsNoLibrary)
+TEST(DeviceLibraryCheck, ReportsAFileThatIsNotALibrary)
 {
     EXPECT_EQ(exitStatus(check(checker)), 2);
     EXPECT_EQ(exitStatus(check("/does/not/exist")), 2);

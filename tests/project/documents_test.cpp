@@ -15,8 +15,8 @@ namespace fs = std::filesystem;
 
 std::vector<fs::path> documents()
 {
-    std::vector<fs::path> paths = {PROJECT_FOLDER "/README.md", PROJECT_FOLDER "/CONTRIBUTING.md"};
-    for (const auto& file : fs::directory_iterator(PROJECT_FOLDER "/docs"))
+    std::vector<fs::path> paths = {PROJECT_DIRECTORY "/README.md", PROJECT_DIRECTORY "/CONTRIBUTING.md"};
+    for (const auto& file : fs::directory_iterator(PROJECT_DIRECTORY "/docs"))
         paths.push_back(file.path());
     return paths;
 }
@@ -64,7 +64,7 @@ TEST(Documents, NamePathsThatExist)
         for (const std::string& path : matches("`((?:" + directories + ")/[^` ]*)[` ]", readFile(document)))
         {
             ++paths;
-            EXPECT_TRUE(fs::exists(PROJECT_FOLDER "/" + replaced(path, ".*", ".h")))
+            EXPECT_TRUE(fs::exists(PROJECT_DIRECTORY "/" + replaced(path, ".*", ".h")))
                 << document.filename() << ": " << path;
         }
     EXPECT_GT(paths, 40);
@@ -73,7 +73,7 @@ TEST(Documents, NamePathsThatExist)
 std::string sourcesOfTests()
 {
     std::string text;
-    for (const auto& file : fs::recursive_directory_iterator(PROJECT_FOLDER "/tests"))
+    for (const auto& file : fs::recursive_directory_iterator(PROJECT_DIRECTORY "/tests"))
         if (file.path().extension() == ".cpp")
             text += readFile(file.path());
     return text;
@@ -83,7 +83,7 @@ std::string sourcesOfTests()
 TEST(Documents, NameTestSuitesThatExist)
 {
     const std::string sources = sourcesOfTests();
-    const std::string document = readFile(PROJECT_FOLDER "/docs/testing.md");
+    const std::string document = readFile(PROJECT_DIRECTORY "/docs/testing.md");
     for (const std::string& names : matches(R"(ctest .*'\^\((.*)\)\\\.')", document))
         for (const std::string& name : matches("(\\w+)", names))
             EXPECT_NE(sources.find("(" + name + ", "), std::string::npos) << name;

@@ -16,7 +16,7 @@ const char* const firmware = ":0100000001FE\n:00000001FF\n";
 // The displays of a manual page, without escapes.
 std::vector<std::string> displays(const std::string& page)
 {
-    const std::string text = readFile(PROJECT_FOLDER "/man/" + page);
+    const std::string text = readFile(PROJECT_DIRECTORY "/man/" + page);
     std::vector<std::string> shown;
     for (std::string display : matches(R"(\n\.Bd -literal[^\n]*\n([^]*?)\.Ed\n)", text))
     {
@@ -39,7 +39,7 @@ std::string shown(const std::string& page, const std::string& part)
 // Runs a script in the directory of the unit.
 Outcome runScript(const Unit& unit, const std::string& script)
 {
-    return runOn(unit, {"sh", "-c", "cd '" + unit.folder.path + "'\n" + script});
+    return runOn(unit, {"sh", "-c", "cd '" + unit.directory.path + "'\n" + script});
 }
 
 struct Step
@@ -66,7 +66,8 @@ void expectSession(const Unit& unit, const std::string& session)
     const std::string show = "cat ";
     for (const auto& [command, output] : stepsOf(session))
     {
-        const std::string file = command.starts_with(show) ? unit.folder / command.substr(show.size()) : "";
+        const std::string file =
+            command.starts_with(show) ? unit.directory / command.substr(show.size()) : "";
         if (!file.empty() && !fileExists(file))
             writeFile(file, output);
         else
@@ -94,7 +95,7 @@ TEST(DocumentExamples, ShowTheOutputOfTheirSessions)
     {
         SCOPED_TRACE(document);
         const Unit unit;
-        for (const std::string& snippet : snippets(std::string(PROJECT_FOLDER "/") + document))
+        for (const std::string& snippet : snippets(std::string(PROJECT_DIRECTORY "/") + document))
             if (snippet.starts_with("$ "))
             {
                 expectSession(unit, replaced(snippet, "./try", "fobrob-sim"));
@@ -116,7 +117,7 @@ TEST(ManualExamples, SaveTheEepromOfTheAddOnBoard)
 {
     const Unit unit(R"({"eeprom": {"addOn": {"text": "board 7", "hex": "0001", "fill": 255}}})");
     runScript(unit, shown("fobrob.1", "--eeprom"));
-    EXPECT_EQ(readFile(unit.folder / "addon.eeprom"), std::string("board 7\0\1", 9));
+    EXPECT_EQ(readFile(unit.directory / "addon.eeprom"), std::string("board 7\0\1", 9));
 }
 
 TEST(ManualExamples, ProvisionAUnit)
@@ -146,7 +147,7 @@ TEST(ManualExamples, StopProvisioningAtTheStepThatFails)
 TEST(ManualExamples, UpgradeTheSystemSupervisor)
 {
     const Unit unit(R"({"firmware": {"pace": 0}})");
-    const std::string file = unit.folder / "ss.hex";
+    const std::string file = unit.directory / "ss.hex";
     const std::string script =
         std::regex_replace(shown("fobrob.1", "--update=SS"), std::regex("/root/ss\\.hex"), file);
     EXPECT_THAT(script, HasSubstr(file));
@@ -156,7 +157,7 @@ TEST(ManualExamples, UpgradeTheSystemSupervisor)
     const Outcome outcome = runScript(unit, script);
     EXPECT_EQ(exitStatus(outcome), 0);
     EXPECT_THAT(outcome.output, testing::EndsWith("\nSS successfully upgraded. \n"));
-    EXPECT_THAT(readFile(unit.folder / "upgrade.log"), HasSubstr("SS successfully upgraded."));
+    EXPECT_THAT(readFile(unit.directory / "upgrade.log"), HasSubstr("SS successfully upgraded."));
 }
 
 TEST(ManualExamples, ListTheFailures)
@@ -213,7 +214,7 @@ TEST(ManualExamples, GiveCodesTexts)
 TEST(ManualExamples, LetAFirmwareJobFail)
 {
     Unit unit(shown("fobrob-sim.1", "statuses"));
-    const std::string file = unit.folder / "ss.hex";
+    const std::string file = unit.directory / "ss.hex";
     writeFile(file, firmware);
     EXPECT_THAT(unit.run("--advanced --update=SS --force --filepath=" + file).output,
                 testing::EndsWith("\nFlashing\nDone - ERROR\nUpdate progress\n"

@@ -14,12 +14,12 @@ namespace
 
 using testing::HasSubstr;
 
-const char* const document = PROJECT_FOLDER "/docs/integration.md";
-const char* const scriptingDocument = PROJECT_FOLDER "/docs/scripting.md";
+const char* const document = PROJECT_DIRECTORY "/docs/integration.md";
+const char* const scriptingDocument = PROJECT_DIRECTORY "/docs/scripting.md";
 
 std::string example(const std::string& name)
 {
-    return PROJECT_FOLDER "/examples/" + name;
+    return PROJECT_DIRECTORY "/examples/" + name;
 }
 
 // Everything in examples/.
@@ -68,8 +68,8 @@ TEST(Integration, ShowsEveryExample)
 // The preset of the build under test, which selects a linker for its processor.
 std::string preset()
 {
-    const std::string name = std::filesystem::path(buildFolder()).filename();
-    const std::string presets = readFile(PROJECT_FOLDER "/CMakePresets.json");
+    const std::string name = std::filesystem::path(buildDirectory()).filename();
+    const std::string presets = readFile(PROJECT_DIRECTORY "/CMakePresets.json");
     const bool known = presets.find("\"name\": \"" + name + "\"") != presets.npos;
     return known ? name : "release";
 }
@@ -79,13 +79,13 @@ std::string preset()
 TEST(Integration, BuildsAndInstallsWithTheCommandsOfTheDocument)
 {
     namespace fs = std::filesystem;
-    const TemporaryFolder work;
+    const TemporaryDirectory work;
     const fs::path sources = work / "sources";
     fs::create_directory(sources);
     for (const char* part :
          {"CMakeLists.txt", "CMakePresets.json", "completions", "examples", "man", "src", "tools"})
-        fs::copy(fs::path(PROJECT_FOLDER) / part, sources / part, fs::copy_options::recursive);
-    fs::copy(namelessLibraryFolder() + "/libqv-aux2.so.2.11", work / "libqv-aux2.so.2.11");
+        fs::copy(fs::path(PROJECT_DIRECTORY) / part, sources / part, fs::copy_options::recursive);
+    fs::copy(namelessLibraryDirectory() + "/libqv-aux2.so.2.11", work / "libqv-aux2.so.2.11");
 
     const std::string script = replaced(replaced(commands(), "release", preset()), "/path/to", work.path);
     const Outcome outcome = runShell("cd " + sources.string() + "\n" + script);
@@ -110,10 +110,10 @@ TEST(Scripting, RunsTheExampleOnTheSimulatedUnit)
     std::string script;
     for (const std::string& snippet : snippets(scriptingDocument))
         if (snippet.starts_with("LD_LIBRARY_PATH="))
-            script += replaced(snippet, "$PWD/build/release", BUILD_FOLDER);
+            script += replaced(snippet, "$PWD/build/release", BUILD_DIRECTORY);
     const Unit unit;
     const Outcome outcome =
-        runShell("cd " PROJECT_FOLDER "\nexport QVAUX_UNIT=" + unit.file() + "\n" + script);
+        runShell("cd " PROJECT_DIRECTORY "\nexport QVAUX_UNIT=" + unit.file() + "\n" + script);
     EXPECT_EQ(outcome.errors, "");
     EXPECT_EQ(outcome.output, "The unit has its settings.\n");
     EXPECT_EQ(unit["/config/heatingLimit"], -5);
@@ -122,25 +122,26 @@ TEST(Scripting, RunsTheExampleOnTheSimulatedUnit)
 // CMake warns about a variable that the project does not use.
 TEST(Integration, GivesCMakeOnlyVariablesOfTheProjectInTheRecipe)
 {
-    const TemporaryFolder work;
+    const TemporaryDirectory work;
     const std::string recipe = readFile(example("fobrob_2.9.0.bb"));
     const std::string options =
-        replaced(between("EXTRA_OECMAKE = \"", "\"", recipe), "${STAGING_LIBDIR}", simulatorFolder());
-    const Outcome outcome = runShell("cmake -S " PROJECT_FOLDER " -B " + work.path + " " + options);
+        replaced(between("EXTRA_OECMAKE = \"", "\"", recipe), "${STAGING_LIBDIR}", simulatorDirectory());
+    const Outcome outcome = runShell("cmake -S " PROJECT_DIRECTORY " -B " + work.path + " " + options);
     EXPECT_EQ(exitStatus(outcome), 0);
     EXPECT_EQ(outcome.errors, "");
     const std::string cache = readFile(work / "CMakeCache.txt");
-    EXPECT_THAT(cache, HasSubstr("QV_AUX2_LIBRARY:FILEPATH=" + simulatorFolder() + "/libqv-aux2.so.2.11\n"));
+    EXPECT_THAT(cache,
+                HasSubstr("QV_AUX2_LIBRARY:FILEPATH=" + simulatorDirectory() + "/libqv-aux2.so.2.11\n"));
 }
 
 // The program, its manual page and the service are packaged by default. FILES has to name the rest.
 TEST(Integration, PackagesEveryInstalledFileInTheRecipe)
 {
-    const TemporaryFolder image;
+    const TemporaryDirectory image;
     const std::string recipe = readFile(example("fobrob_2.9.0.bb"));
     const std::string script = "D=" + image.path +
-                               " S=" PROJECT_FOLDER " systemd_system_unitdir=/usr/lib/systemd/system\n" +
-                               "DESTDIR=$D cmake --install " + buildFolder() + " --prefix /usr\n" +
+                               " S=" PROJECT_DIRECTORY " systemd_system_unitdir=/usr/lib/systemd/system\n" +
+                               "DESTDIR=$D cmake --install " + buildDirectory() + " --prefix /usr\n" +
                                between("do_install:append() {\n", "\n}", recipe);
     EXPECT_EQ(exitStatus(runShell(script)), 0);
     std::istringstream named(
@@ -163,7 +164,7 @@ TEST(Integration, PackagesEveryInstalledFileInTheRecipe)
 
 TEST(Integration, NamesTheRecipeAfterTheVersion)
 {
-    EXPECT_THAT(readFile(PROJECT_FOLDER "/CMakeLists.txt"), HasSubstr("project(fobrob VERSION 2.9.0.0 "));
+    EXPECT_THAT(readFile(PROJECT_DIRECTORY "/CMakeLists.txt"), HasSubstr("project(fobrob VERSION 2.9.0.0 "));
     EXPECT_TRUE(fileExists(example("fobrob_2.9.0.bb")));
 }
 
@@ -324,7 +325,7 @@ struct RollOut
 RollOut rollOut(const Unit& unit, const std::string& target, const std::string& file,
                 const std::string& user = "0")
 {
-    const std::string trace = unit.folder / "trace";
+    const std::string trace = unit.directory / "trace";
     const Outcome outcome = runOn(unit, {example("upgrade-firmware"), target, file},
                                   {{"QVAUX_TRACE", trace}, {"STAND_IN_UID", user}});
     std::string calls;
@@ -356,8 +357,8 @@ TEST(UpgradeFirmware, UpgradesVerifiesAndShutsTheUnitDown)
     {
         SCOPED_TRACE(target);
         Unit unit(R"({"firmware": {"pace": 0}})");
-        writeFile(unit.folder / file, firmware);
-        const RollOut run = rollOut(unit, target, unit.folder / file);
+        writeFile(unit.directory / file, firmware);
+        const RollOut run = rollOut(unit, target, unit.directory / file);
         EXPECT_EQ(exitStatus(run.outcome), 0) << run.outcome.output;
         EXPECT_EQ(run.outcome.errors, "");
         EXPECT_EQ(run.calls, std::string(calls) + "FirmwareUpgrade_shutDown ");
@@ -395,9 +396,9 @@ TEST(UpgradeFirmware, NamesTheStepThatFailsAndLeavesTheUnitOn)
         SCOPED_TRACE(output);
         Unit unit(keys);
         unit.set("/firmware/pace", 0);
-        writeFile(unit.folder / "good.hex", firmware);
-        writeFile(unit.folder / "broken.hex", ":00000000FF\n");
-        const RollOut run = rollOut(unit, target, unit.folder.path + file, user);
+        writeFile(unit.directory / "good.hex", firmware);
+        writeFile(unit.directory / "broken.hex", ":00000000FF\n");
+        const RollOut run = rollOut(unit, target, unit.directory.path + file, user);
         EXPECT_EQ(exitStatus(run.outcome), 1);
         EXPECT_EQ(run.outcome.errors, "upgrade-firmware: failed to " + std::string(failed) + "\n");
         EXPECT_THAT(run.outcome.output, HasSubstr(output));
@@ -419,8 +420,8 @@ TEST(UpgradeFirmware, DoesNotBelieveAnErrorText)
         Unit unit(keys);
         unit.set("/firmware/pace", 0);
         unit.set("/errorTexts/77", success);
-        writeFile(unit.folder / "ss.hex", firmware);
-        const RollOut run = rollOut(unit, "SS", unit.folder / "ss.hex");
+        writeFile(unit.directory / "ss.hex", firmware);
+        const RollOut run = rollOut(unit, "SS", unit.directory / "ss.hex");
         EXPECT_THAT(run.outcome.output, HasSubstr("\nSS successfully upgraded. \n"));
         EXPECT_EQ(run.outcome.errors, "upgrade-firmware: failed to upgrade SS\n");
         EXPECT_EQ(exitStatus(run.outcome), 1);

@@ -16,11 +16,11 @@ using Names = std::set<std::string>;
 
 std::string library()
 {
-    return simulatorFolder() + "/libqv-aux2.so.2.11";
+    return simulatorDirectory() + "/libqv-aux2.so.2.11";
 }
 
-// What a tool prints.
-std::string told(const std::vector<std::string>& words)
+// Returns what a tool prints.
+std::string outputOf(const std::vector<std::string>& words)
 {
     const Outcome outcome = runCommand({.words = words});
     EXPECT_EQ(outcome.status, 0) << words.front() << ": " << outcome.errors;
@@ -36,18 +36,18 @@ Names namesIn(const std::string& text, const std::string& pattern)
 // The operations that the header of the device API declares.
 Names declaredOperations()
 {
-    return namesIn(told({PROJECT_FOLDER "/tools/device-operations"}), "(.+)\n");
+    return namesIn(outputOf({PROJECT_DIRECTORY "/tools/device-operations"}), "(.+)\n");
 }
 
 // The names that `nm` prints, without symbol versions.
 Names symbols(const std::string& which, const std::string& file)
 {
-    return namesIn(told({"nm", "-D", "--format=posix", which, file}), R"((?:^|\n)([^ @\n]+))");
+    return namesIn(outputOf({"nm", "-D", "--format=posix", which, file}), R"((?:^|\n)([^ @\n]+))");
 }
 
 Names neededLibraries(const std::string& file)
 {
-    return namesIn(told({"readelf", "-d", "--wide", file}), R"(\(NEEDED\).*\[(.*)\])");
+    return namesIn(outputOf({"readelf", "-d", "--wide", file}), R"(\(NEEDED\).*\[(.*)\])");
 }
 
 TEST(Program, NeedsTheDeviceLibraryAndTheSystemLibraryOnly)
@@ -61,20 +61,20 @@ TEST(Program, NeedsTheDeviceLibraryAndTheSystemLibraryOnly)
 
 TEST(Program, IsInstalledWithoutSearchPath)
 {
-    const TemporaryFolder folder;
-    told({CMAKE, "--install", buildFolder(), "--prefix", folder.path});
-    const std::string dynamic = told({"readelf", "-d", folder / "bin/fobrob"});
+    const TemporaryDirectory directory;
+    outputOf({CMAKE, "--install", buildDirectory(), "--prefix", directory.path});
+    const std::string dynamic = outputOf({"readelf", "-d", directory / "bin/fobrob"});
     EXPECT_NE(dynamic.find("(NEEDED)"), std::string::npos);
     EXPECT_EQ(dynamic.find("PATH)"), std::string::npos) << dynamic;
-    EXPECT_FALSE(fileExists(folder / "lib"));
+    EXPECT_FALSE(fileExists(directory / "lib"));
 }
 
-// Any other relocation would ask for the operation at the start, and a library without it would not do.
+// Any other relocation is resolved at start-up, which fails if the library lacks the operation.
 TEST(Program, LooksUpDeviceOperationsAtTheirFirstCallOnly)
 {
     const Names operations = declaredOperations();
     std::size_t slots = 0;
-    for (const std::string& line : splitLines(told({"readelf", "--relocs", "--wide", programPath()})))
+    for (const std::string& line : splitLines(outputOf({"readelf", "--relocs", "--wide", programPath()})))
     {
         std::istringstream words(line);
         std::string offset, info, type, value, name;
@@ -85,7 +85,7 @@ TEST(Program, LooksUpDeviceOperationsAtTheirFirstCallOnly)
         ++slots;
     }
     EXPECT_EQ(slots, operations.size());
-    const std::string dynamic = told({"readelf", "-d", "--wide", programPath()});
+    const std::string dynamic = outputOf({"readelf", "-d", "--wide", programPath()});
     EXPECT_FALSE(std::regex_search(dynamic, std::regex(R"(\((BIND_NOW\)|FLAGS.*NOW))"))) << dynamic;
 }
 
@@ -108,27 +108,28 @@ TEST(Simulator, OffersTheDeclaredOperationsAndNothingElse)
 
 TEST(Simulator, BindsItsFunctionsWhenItIsLoaded)
 {
-    const std::string dynamic = told({"readelf", "-d", "--wide", library()});
+    const std::string dynamic = outputOf({"readelf", "-d", "--wide", library()});
     EXPECT_TRUE(std::regex_search(dynamic, std::regex(R"(\(FLAGS_1\).* NOW)"))) << dynamic;
 }
 
 bool isAmd64(const std::string& file)
 {
-    return told({"readelf", "--file-header", file}).find("X86-64") != std::string::npos;
+    return outputOf({"readelf", "--file-header", file}).find("X86-64") != std::string::npos;
 }
 
-// Of a native file only.
+// Works on native files only.
 std::string codeOf(const std::string& function, const std::string& file)
 {
-    return told({"objdump", "--no-show-raw-insn", "--disassemble=" + function, file});
+    return outputOf({"objdump", "--no-show-raw-insn", "--disassemble=" + function, file});
 }
 
-// Those of a native file that begin with the mark of a place where a call may land.
+// Returns the functions of a native file that begin with a landing mark for indirect calls.
 Names markedFunctions(const std::string& file)
 {
     Names names;
     std::string name;
-    for (const std::string& line : splitLines(told({"objdump", "--no-show-raw-insn", "--disassemble", file})))
+    for (const std::string& line :
+         splitLines(outputOf({"objdump", "--no-show-raw-insn", "--disassemble", file})))
     {
         if (line.find("\tendbr64") != line.npos)
             names.insert(name);
@@ -137,8 +138,8 @@ Names markedFunctions(const std::string& file)
     return names;
 }
 
-// What the program and the simulated unit are made with against misuse of memory. The program binds lazily on
-// purpose, so its table of operations stays writable.
+// Protection of the program and the simulated unit against memory errors. Intentional: the program binds
+// lazily, so its table of operations stays writable.
 class Hardening : public testing::TestWithParam<std::string>
 {
 protected:
@@ -147,7 +148,7 @@ protected:
 
     std::string elf(const char* part) const
     {
-        return told({"readelf", "--wide", part, file});
+        return outputOf({"readelf", "--wide", part, file});
     }
 };
 
@@ -173,15 +174,16 @@ TEST_P(Hardening, ChecksTheLengthOfWhatTheSystemLibraryWrites)
 }
 #endif
 
-// The mark of the whole file is missing where the C runtime's own objects have none, as in Debian 12. Marked
-// is what can be called from elsewhere: all but the functions that their own file alone calls by name.
-TEST_P(Hardening, MarksWhereACallMayLand)
+// The property of the whole file is missing because Debian 12's own start-up objects lack it. Functions that
+// only their own file calls by name need no mark.
+TEST_P(Hardening, MarksTheTargetsOfIndirectCalls)
 {
     if (!isAmd64(file))
         return;
     const Names marked = markedFunctions(file);
-    Names entries = isProgram ? namesIn(told({"nm", "--extern-only", "--defined-only", file}), " T (.+)\n")
-                              : declaredOperations();
+    Names entries = isProgram
+                        ? namesIn(outputOf({"nm", "--extern-only", "--defined-only", file}), " T (.+)\n")
+                        : declaredOperations();
     for (const char* ofTheSystem : {"_init", "_fini", "_start"})
         entries.erase(ofTheSystem);
     EXPECT_FALSE(entries.empty());
@@ -189,7 +191,7 @@ TEST_P(Hardening, MarksWhereACallMayLand)
         EXPECT_TRUE(marked.contains(entry)) << entry;
 }
 
-// A search path would go before the system's folders, and one of the old kind before LD_LIBRARY_PATH too.
+// A search path takes precedence over the system's directories, and DT_RPATH over LD_LIBRARY_PATH as well.
 TEST_P(Hardening, HasNoSearchPath)
 {
     EXPECT_EQ(elf("--dynamic").find("PATH)"), std::string::npos);
@@ -211,7 +213,7 @@ TEST(Program, FindsAnOverwrittenStack)
     EXPECT_TRUE(symbols("--undefined-only", programPath()).contains("__stack_chk_fail"));
 }
 
-// The system's archives, of which it has parts, would bring that symbol alone.
+// Parts of the system's static libraries contain that symbol too.
 TEST(Simulator, FindsAnOverwrittenStack)
 {
     if (!isAmd64(library()))
@@ -219,12 +221,13 @@ TEST(Simulator, FindsAnOverwrittenStack)
     EXPECT_NE(codeOf("Buzzer_getVolume", library()).find("__stack_chk_fail"), std::string::npos);
 }
 
-// The program has no frame of a page.
+// No stack frame of the program is as large as a page.
 TEST(Simulator, TouchesEveryPageOfALargeFrame)
 {
     if (!isAmd64(library()))
         return;
-    EXPECT_NE(told({"objdump", "--disassemble", library()}).find("orq    $0x0,(%rsp)"), std::string::npos);
+    EXPECT_NE(outputOf({"objdump", "--disassemble", library()}).find("orq    $0x0,(%rsp)"),
+              std::string::npos);
 }
 
 // Loads the simulated unit as a plugin does. Returns false if a call fails.

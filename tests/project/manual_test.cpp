@@ -145,7 +145,7 @@ Names tableOptions()
 std::vector<std::string> operations()
 {
     std::vector<std::string> names =
-        matches(R"(ApiError (\w+)\()", readFile(PROJECT_FOLDER "/src/device/qv_aux2.h"));
+        matches(R"(ApiError (\w+)\()", readFile(PROJECT_DIRECTORY "/src/device/qv_aux2.h"));
     std::erase_if(names, [](const std::string& name) { return name.ends_with("_release"); });
     return names;
 }
@@ -213,9 +213,9 @@ void addLabels(const std::vector<std::string>& failing, std::set<Label>& labels)
     {
         Unit unit(keys.dump());
         for (const char* extension : {".hex", ".mcs"})
-            writeFile(unit.folder / "firmware" + extension, "");
+            writeFile(unit.directory / "firmware" + extension, "");
         const std::string output =
-            unit.run(replaced(arguments, "/FIRMWARE", unit.folder / "firmware")).output;
+            unit.run(replaced(arguments, "/FIRMWARE", unit.directory / "firmware")).output;
         for (const std::string& line : splitLines(output))
             for (const std::string& operation : matches(R"(: (\w+)$)", line))
                 if (std::ranges::find(failing, operation) != failing.end())
@@ -243,10 +243,10 @@ std::set<Label> printedLabels()
 // Checks a page with mandoc, which finds both pages when it checks the references between them.
 Outcome lint(const std::string& page)
 {
-    const TemporaryFolder folder;
-    std::filesystem::copy(PROJECT_FOLDER "/man", folder / "man1");
-    return runCommand({.words = {"mandoc", "-Tlint", "-Wstyle", folder / "man1/" + page},
-                       .environment = {{"MANPATH", folder.path}}});
+    const TemporaryDirectory directory;
+    std::filesystem::copy(PROJECT_DIRECTORY "/man", directory / "man1");
+    return runCommand({.words = {"mandoc", "-Tlint", "-Wstyle", directory / "man1/" + page},
+                       .environment = {{"MANPATH", directory.path}}});
 }
 
 TEST(Manual, ListsTheOptionsOfEachCategoryAndTheWordsOfEachOption)
@@ -332,7 +332,7 @@ TEST(Manual, HasTheNameAndTheVersionOfTheProjectInItsFooter)
     for (const char* page : {"fobrob.1", "fobrob-sim.1"})
     {
         const Outcome outcome =
-            runCommand({.words = {"mandoc", "-Tascii", PROJECT_FOLDER "/man/" + std::string(page)}});
+            runCommand({.words = {"mandoc", "-Tascii", PROJECT_DIRECTORY "/man/" + std::string(page)}});
         const std::string footer = splitLines(outcome.output).back();
         const std::vector<std::string> name = matches(R"(^(Fobrob \S+) .* \1$)", footer);
         ASSERT_THAT(name, testing::SizeIs(1)) << footer;

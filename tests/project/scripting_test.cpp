@@ -23,7 +23,7 @@ std::vector<Texts> tableRows(const std::string& heading)
 {
     std::vector<Texts> rows;
     bool inside = false;
-    for (const std::string& line : splitLines(readFile(PROJECT_FOLDER "/docs/scripting.md")))
+    for (const std::string& line : splitLines(readFile(PROJECT_DIRECTORY "/docs/scripting.md")))
     {
         const bool begins = line.starts_with("| " + heading + " |");
         inside = begins || (inside && line.starts_with("|"));
@@ -258,7 +258,7 @@ TEST(ScriptingTable, HasARowForEverySetting)
 {
     Texts categories;
     int options = 0;
-    for (const std::string& text : splitLines(readFile(PROJECT_FOLDER "/completions/options.txt")))
+    for (const std::string& text : splitLines(readFile(PROJECT_DIRECTORY "/completions/options.txt")))
     {
         std::istringstream line(text);
         std::string name;

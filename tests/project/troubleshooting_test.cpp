@@ -13,7 +13,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-const std::string nativeProgram = BUILD_FOLDER "/fobrob";
+const std::string nativeProgram = BUILD_DIRECTORY "/fobrob";
 
 struct Message
 {
@@ -31,9 +31,9 @@ std::string outputOf(const std::string& command)
     return std::regex_replace(outcome.output + outcome.errors, std::regex(R"(\s+)"), " ");
 }
 
-Messages messagesOfCMake(const TemporaryFolder& work)
+Messages messagesOfCMake(const TemporaryDirectory& work)
 {
-    const std::string sources = PROJECT_FOLDER;
+    const std::string sources = PROJECT_DIRECTORY;
     const std::string build = work / "build";
     const std::string configure = "cmake -S " + sources + " -B " + build;
     writeFile(work / "CMakeLists.txt",
@@ -63,7 +63,7 @@ std::string link(const std::string& directory)
 
 // Links with a library for another processor, one that needs a library which does not exist, and one that
 // lacks the operation.
-Messages messagesOfTheLinker(const TemporaryFolder& work)
+Messages messagesOfTheLinker(const TemporaryDirectory& work)
 {
     outputOf("cd " + work.path + R"(
         mkdir i386 needy
@@ -78,12 +78,12 @@ Messages messagesOfTheLinker(const TemporaryFolder& work)
          link(work / "i386")},
         {"libqv-helper.so.1, needed by /path/to/libqv-aux2.so.2.11, not found (try using -rpath or -rpath-link)",
          link(work / "needy")},
-        {"undefined reference to `Buzzer_setVolume'", link(BUILD_FOLDER "/tests/other")},
+        {"undefined reference to `Buzzer_setVolume'", link(BUILD_DIRECTORY "/tests/other")},
     };
 }
 
 // The output of the native program, or of a changed copy, with the device library in `libraries`.
-std::string start(const TemporaryFolder& work, const std::string& program, const std::string& libraries)
+std::string start(const TemporaryDirectory& work, const std::string& program, const std::string& libraries)
 {
     writeFile(work / "fobrob", program);
     fs::permissions(work / "fobrob", fs::perms::all);
@@ -98,7 +98,7 @@ std::string forAnotherProcessor(std::string program)
 
 // Starts a program that needs a version of the C library that no system has. The version is shown as Debian
 // 12's.
-std::string startWithOlderLibc(const TemporaryFolder& work)
+std::string startWithOlderLibc(const TemporaryDirectory& work)
 {
     const std::string output = outputOf("cd " + work.path + R"(
         mkdir libc
@@ -112,9 +112,9 @@ std::string startWithOlderLibc(const TemporaryFolder& work)
     return replaced(output, "93.34", "2.34");
 }
 
-Messages messagesOfTheStart(const TemporaryFolder& work)
+Messages messagesOfTheStart(const TemporaryDirectory& work)
 {
-    const std::string simulator = BUILD_FOLDER "/simulator";
+    const std::string simulator = BUILD_DIRECTORY "/simulator";
     const std::string program = readFile(nativeProgram);
     const std::string missing = ": cannot open shared object file: No such file or directory";
     return {
@@ -123,7 +123,7 @@ Messages messagesOfTheStart(const TemporaryFolder& work)
          start(work, replaced(program, "aux2.so.2.11", "aux2.so.2.12"), simulator)},
         {"libqv-aux2.so.2.11: wrong ELF class: ELFCLASS32", start(work, program, work / "i386")},
         {"symbol lookup error: fobrob: undefined symbol: GetBuzzer",
-         start(work, program, BUILD_FOLDER "/tests/other")},
+         start(work, program, BUILD_DIRECTORY "/tests/other")},
         {"version `GLIBC_2.34' not found (required by fobrob)", startWithOlderLibc(work)},
         {"cannot execute binary file: Exec format error",
          start(work, forAnotherProcessor(program), simulator)},
@@ -136,8 +136,8 @@ Messages messagesOfTheProgram()
 {
     Unit unit(R"({"faults": {"QVAuxPrivate_writeSsRegister": {"code": 2}},
                   "firmware": {"statuses": [{"state": 4, "error": 1}]}})");
-    const std::string good = unit.folder / "good.hex";
-    const std::string bad = unit.folder / "bad.txt";
+    const std::string good = unit.directory / "good.hex";
+    const std::string bad = unit.directory / "bad.txt";
     writeFile(good, "");
     writeFile(bad, "");
     const std::string upgrade = "--advanced --force --update=SS --filepath=";
@@ -165,14 +165,14 @@ Messages messagesOfTheProgram()
 
 std::vector<std::string> headings()
 {
-    const std::string document = readFile(PROJECT_FOLDER "/docs/integration.md");
+    const std::string document = readFile(PROJECT_DIRECTORY "/docs/integration.md");
     const std::string section = document.substr(document.find("\n## Troubleshooting\n"));
     return matches("\n### ``?(.*[^`])``?(?=\n)", section);
 }
 
 TEST(Troubleshooting, HasTheMessagesInItsHeadings)
 {
-    const TemporaryFolder work;
+    const TemporaryDirectory work;
     Messages messages = messagesOfCMake(work);
     for (const Messages& part : {messagesOfTheLinker(work), messagesOfTheStart(work), messagesOfTheProgram()})
         messages.insert(messages.end(), part.begin(), part.end());

@@ -24,10 +24,10 @@ public:
 
     std::string traceFile() const
     {
-        return this->folder / "calls";
+        return this->directory / "calls";
     }
 
-    // The calls so far.
+    // Returns the calls so far.
     Calls calls() const
     {
         return splitLines(readFile(traceFile()));

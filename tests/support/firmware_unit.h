@@ -16,8 +16,8 @@ struct FirmwareUnit : Unit
         writeFile(mcs, hexFile(randomBytes(1000)));
     }
 
-    const std::string hex = folder / "firmware.hex";
-    const std::string mcs = folder / "firmware.mcs";
+    const std::string hex = directory / "firmware.hex";
+    const std::string mcs = directory / "firmware.mcs";
 };
 
 // The progress that a successful job prints.

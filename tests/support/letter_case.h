@@ -20,7 +20,7 @@ inline std::string inUppercase(std::string text)
     return text;
 }
 
-// Every uppercase letter in lowercase and the other way round.
+// Swaps uppercase and lowercase letters.
 inline std::string withCaseSwapped(std::string text)
 {
     std::ranges::transform(text, text.begin(),

@@ -13,7 +13,7 @@
 
 inline std::string manualPage(const std::string& name)
 {
-    return readFile(PROJECT_FOLDER "/man/" + name);
+    return readFile(PROJECT_DIRECTORY "/man/" + name);
 }
 
 // The text without the escapes of the manual.

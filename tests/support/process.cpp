@@ -87,16 +87,16 @@ int exitStatus(const Outcome& outcome)
 
 Outcome runCommand(const Command& command)
 {
-    const TemporaryFolder folder;
-    writeFile(folder / "input", command.input);
+    const TemporaryDirectory directory;
+    writeFile(directory / "input", command.input);
     const pid_t child =
-        startChild(command, folder / "input", openForOutput(folder / "output"), folder / "errors");
+        startChild(command, directory / "input", openForOutput(directory / "output"), directory / "errors");
     Outcome outcome{};
     rusage used{};
     wait4(child, &outcome.status, 0, &used);
     outcome.processorTime = seconds(used.ru_utime) + seconds(used.ru_stime);
-    outcome.output = readFile(folder / "output");
-    outcome.errors = readFile(folder / "errors");
+    outcome.output = readFile(directory / "output");
+    outcome.errors = readFile(directory / "errors");
     return outcome;
 }
 
@@ -120,15 +120,15 @@ std::vector<std::string> writesOf(const Command& command)
     return writes;
 }
 
-TemporaryFolder::TemporaryFolder()
+TemporaryDirectory::TemporaryDirectory()
 {
     std::string pattern = std::filesystem::temp_directory_path() / "fobrob-test-XXXXXX";
     if (!mkdtemp(pattern.data()) || chmod(pattern.c_str(), 0777) != 0)
-        throw std::runtime_error("no temporary folder");
+        throw std::runtime_error("no temporary directory");
     path = pattern;
 }
 
-TemporaryFolder::~TemporaryFolder()
+TemporaryDirectory::~TemporaryDirectory()
 {
     std::error_code ignored;
     std::filesystem::remove_all(path, ignored);

@@ -1,4 +1,4 @@
-// One child process: what it is given, what became of it.
+// Child processes and their files.
 
 #pragma once
 
@@ -10,7 +10,7 @@ struct Command
 {
     std::vector<std::string> words;                   // the executable and its arguments
     std::map<std::string, std::string> environment{}; // all of it
-    std::string input{};                              // what standard input holds
+    std::string input{};                              // the content of standard input
     bool unprivileged = false;                        // runs as nobody, if the tests run as root
 };
 
@@ -18,34 +18,34 @@ struct Outcome
 {
     std::string output;
     std::string errors;
-    int status;           // as waitpid tells it; 0 is a normal end with exit status 0
+    int status;           // the wait status
     double processorTime; // seconds, of the user and the system
 };
 
-// -1 where a signal ended it.
+// Returns -1 if a signal ended the process.
 int exitStatus(const Outcome& outcome);
 
-// A command that does not end within two minutes is killed.
+// Runs the command to its end. It is killed after two minutes.
 Outcome runCommand(const Command& command);
 
-// Starts the command without waiting for it, with nothing on standard input. Its output goes to the file
-// `output`. Gives its process id.
+// Starts the command with an empty standard input and appends its output to the file `output`. Returns its
+// process id.
 int startCommand(const Command& command, const std::string& output = "/dev/null");
 
-// Turns this process into the command. Its standard input and output stay as they are.
+// Replaces this process by the command, which keeps standard input and output.
 [[noreturn]] void executeCommand(const Command& command);
 
-// What the command wrote on standard output, write by write, each up to 64 KiB. It finds no input.
+// Returns the writes of the command to standard output, each up to 64 KiB. Standard input is empty.
 std::vector<std::string> writesOf(const Command& command);
 
-// A folder of its own, removed with the object. Anybody may write into it.
-class TemporaryFolder
+// A temporary directory that is removed with the object. All users may write to it.
+class TemporaryDirectory
 {
 public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    TemporaryDirectory();
+    ~TemporaryDirectory();
+    TemporaryDirectory(const TemporaryDirectory&) = delete;
+    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
 
     std::string operator/(const std::string& name) const
     {

@@ -1,9 +1,9 @@
-// What documents in Markdown show.
+// The examples in Markdown documents.
 
 #pragma once
 
 #include <string>
 #include <vector>
 
-// What stands indented in the document, part by part.
+// Returns the indented blocks of the document.
 std::vector<std::string> snippets(const std::string& document);

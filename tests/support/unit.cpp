@@ -35,34 +35,34 @@ Calls callsOn(const std::string& module, const Calls& calls)
     return all;
 }
 
-std::string buildFolder()
+std::string buildDirectory()
 {
-    return fromEnvironment("FOBROB_BUILD", BUILD_FOLDER);
+    return fromEnvironment("FOBROB_BUILD", BUILD_DIRECTORY);
 }
 
 std::string programPath()
 {
-    return buildFolder() + "/fobrob";
+    return buildDirectory() + "/fobrob";
 }
 
-std::string simulatorFolder()
+std::string simulatorDirectory()
 {
-    return buildFolder() + "/simulator";
+    return buildDirectory() + "/simulator";
 }
 
-std::string otherLibraryFolder()
+std::string otherLibraryDirectory()
 {
-    return buildFolder() + "/tests/other";
+    return buildDirectory() + "/tests/other";
 }
 
-std::string namelessLibraryFolder()
+std::string namelessLibraryDirectory()
 {
-    return buildFolder() + "/tests/nameless";
+    return buildDirectory() + "/tests/nameless";
 }
 
 std::string standIns()
 {
-    return buildFolder() + "/tests/stand-ins.so";
+    return buildDirectory() + "/tests/stand-ins.so";
 }
 
 bool isProgram64Bit()
@@ -76,7 +76,7 @@ Command programOn(const std::string& unit, const std::vector<std::string>& argum
     command.words.push_back(programPath());
     command.words.insert(command.words.end(), arguments.begin(), arguments.end());
     command.environment = {
-        {"LD_LIBRARY_PATH", simulatorFolder()}, {"LD_PRELOAD", standIns()}, {"QVAUX_UNIT", unit}};
+        {"LD_LIBRARY_PATH", simulatorDirectory()}, {"LD_PRELOAD", standIns()}, {"QVAUX_UNIT", unit}};
     return command;
 }
 
@@ -98,7 +98,7 @@ Command throughShell(const std::string& script, Command command)
 Nobody::Nobody()
 {
     std::filesystem::copy(programPath(), copies / "fobrob");
-    std::filesystem::copy(simulatorFolder() + "/libqv-aux2.so.2.11", copies / "libqv-aux2.so.2.11");
+    std::filesystem::copy(simulatorDirectory() + "/libqv-aux2.so.2.11", copies / "libqv-aux2.so.2.11");
     std::filesystem::copy(standIns(), copies / "stand-ins.so");
 }
 
@@ -118,12 +118,12 @@ Unit::Unit(const std::string& keys)
 
 std::string Unit::file() const
 {
-    return folder / "unit.json";
+    return directory / "unit.json";
 }
 
 Result Unit::finish(const Command& command)
 {
-    const std::string trace = folder / "trace";
+    const std::string trace = directory / "trace";
     writeFile(trace, "");
     Command traced = command;
     traced.environment["QVAUX_TRACE"] = trace;
@@ -215,7 +215,7 @@ Outcome runOn(const Unit& unit, const std::vector<std::string>& words,
         starter += " '" + name + "=" + value + "'";
     for (const std::string& word : program.words)
         starter += " '" + word + "'";
-    const TemporaryFolder bin;
+    const TemporaryDirectory bin;
     for (const std::string name : {"fobrob", "fobrob-sim"})
     {
         writeFile(bin / name, starter + " \"$@\"\n");
@@ -227,5 +227,5 @@ Outcome runOn(const Unit& unit, const std::vector<std::string>& words,
 
 std::string helpScreen(const std::string& name)
 {
-    return readFile(PROJECT_FOLDER "/tests/data/help/" + name + ".txt");
+    return readFile(PROJECT_DIRECTORY "/tests/data/help/" + name + ".txt");
 }

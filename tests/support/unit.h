@@ -1,4 +1,4 @@
-// A simulated unit of a test's own, and the program run on it.
+// A simulated unit for one test, and runs of the program on it.
 
 #pragma once
 
@@ -8,41 +8,40 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-// What one run of the program printed and called. The exit status is always 0 and is checked by the run.
+// The output and the calls of one run of the program. The run itself checks that the exit status is 0.
 struct Result
 {
     std::string output;
     std::string errors;             // standard error
-    std::vector<std::string> calls; // of the device API, as the call trace tells them
+    std::vector<std::string> calls; // of the device API, as in the call trace
 };
 
 using Calls = std::vector<std::string>;
 
-// The calls of a run that obtains the handle of `module`, makes `calls` and gives the handle back.
+// Returns the calls of a run that obtains a handle of `module`, makes `calls` and releases the handle.
 Calls callsOn(const std::string& module, const Calls& calls = {});
 
-// The program with the arguments that stand in `arguments` between blanks, on the unit file `unit`.
+// The program with the given arguments, separated by spaces, on the unit file `unit`.
 Command programOn(const std::string& unit, const std::string& arguments);
 Command programOn(const std::string& unit, const std::vector<std::string>& arguments);
 
-// The command as "$@" of a shell script.
+// Runs the command as "$@" of a shell script.
 Command throughShell(const std::string& script, Command command);
 
-// Where the program under test is found, and what stands in for the world around it. All of it is in one
-// build folder: this one, or the one that FOBROB_BUILD names. FOBROB_RUNNER has the words to put before the
-// program.
-std::string buildFolder();
+// The program under test and the libraries that it is run with. They are in this build directory, or in the
+// one that FOBROB_BUILD names. FOBROB_RUNNER is a command prefix for the program, such as an emulator.
+std::string buildDirectory();
 std::string programPath();
-std::string simulatorFolder();
-std::string otherLibraryFolder();    // a device library that has a light sensor and nothing else
-std::string namelessLibraryFolder(); // the simulated unit as a library that does not tell its name
-std::string standIns();              // loaded before the program
+std::string simulatorDirectory();
+std::string otherLibraryDirectory();    // a device library with only a light sensor
+std::string namelessLibraryDirectory(); // the simulated unit without a SONAME
+std::string standIns();                 // preloaded into the program
 
-// Whether the program under test has numbers (`long`) of 64 bits, or such of 32 that stop at 2147483647.
+// Returns whether `long` has 64 bits in the program under test. If not, its maximum is 2147483647.
 bool isProgram64Bit();
 
-// Runs commands as nobody, if the tests run as root. Nobody may not look into every build folder, so these
-// are on copies of the program and the simulated unit.
+// Runs commands as the user nobody, if the tests run as root. nobody may be unable to read the build
+// directory, so the commands use copies of the program and the simulated unit.
 class Nobody
 {
 public:
@@ -50,16 +49,16 @@ public:
     Outcome run(Command command) const;
 
 private:
-    TemporaryFolder copies;
+    TemporaryDirectory copies;
 };
 
 class Unit
 {
 public:
-    // A healthy unit but for the keys in the JSON text `keys`.
+    // A healthy unit, except for the keys in the JSON text `keys`.
     explicit Unit(const std::string& keys = "{}");
 
-    // Runs the program on the unit. Nothing may come on standard error.
+    // Runs the program on the unit. Standard error must stay empty.
     Result run(const std::string& arguments);
     Result run(const std::vector<std::string>& arguments);
 
@@ -87,7 +86,7 @@ public:
 
     std::string input;   // what the next runs find on standard input
     unsigned userId = 0; // whom the next runs take the user for
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
 
 private:
     Result finish(const Command& command);

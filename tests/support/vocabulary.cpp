@@ -12,7 +12,7 @@ std::map<std::string, std::set<std::string>> listedOptions()
 {
     std::map<std::string, std::set<std::string>> options;
     std::string category;
-    for (const std::string& line : splitLines(readFile(PROJECT_FOLDER "/completions/options.txt")))
+    for (const std::string& line : splitLines(readFile(PROJECT_DIRECTORY "/completions/options.txt")))
     {
         const std::size_t begin = line.find("--");
         if (begin == line.npos || line.starts_with('#'))
@@ -87,10 +87,10 @@ public:
     {
         const std::string value = "anything";
         Command command = programOn(unit.file(), commandLine + "=" + value);
-        const std::string record = unit.folder / "words";
+        const std::string record = unit.directory / "words";
         writeFile(record, "");
         command.environment["COMPARED_WORDS"] = record;
-        command.environment["LD_PRELOAD"] += ":" + buildFolder() + "/tests/compared-words.so";
+        command.environment["LD_PRELOAD"] += ":" + buildDirectory() + "/tests/compared-words.so";
         runCommand(command);
         Words words;
         for (const std::string& line : splitLines(readFile(record)))

@@ -11,10 +11,10 @@ namespace
 TEST(FirmwareFile, RefusesAFileThatDoesNotExist)
 {
     FirmwareUnit unit;
-    std::filesystem::create_symlink("nowhere", unit.folder / "dangling.hex");
+    std::filesystem::create_symlink("nowhere", unit.directory / "dangling.hex");
     for (const std::string& path :
-         {unit.folder / "missing.hex", unit.folder / "missing.txt", unit.hex + "/firmware.hex",
-          unit.folder / "dangling.hex", "/" + std::string(5000, 'x') + ".hex"})
+         {unit.directory / "missing.hex", unit.directory / "missing.txt", unit.hex + "/firmware.hex",
+          unit.directory / "dangling.hex", "/" + std::string(5000, 'x') + ".hex"})
     {
         SCOPED_TRACE(path);
         const Result result = unit.run("--advanced --update=SS --force --filepath=" + path);
@@ -65,7 +65,7 @@ TEST(FirmwareFile, TakesTheExtensionAfterTheLastDotOfThePath)
         SCOPED_TRACE(std::string(target) + " " + file);
         FirmwareUnit unit;
         unit.input = "no\n";
-        const std::string path = unit.folder / file;
+        const std::string path = unit.directory / file;
         std::filesystem::create_directories(std::filesystem::path(path).parent_path());
         writeFile(path, "");
         const Result result =
@@ -90,7 +90,7 @@ TEST(FirmwareFile, PassesThePathUnchanged)
 {
     FirmwareUnit unit;
     unit.set("/firmware/statuses", states({6}));
-    const std::string path = unit.folder.path + "//./my firmware.hex";
+    const std::string path = unit.directory.path + "//./my firmware.hex";
     writeFile(path, "");
     const Result result = unit.run({"--advanced", "--force", "--update=SS", "--filepath", path});
     EXPECT_EQ(result.calls.at(2), "FirmwareUpgrade_startSSUpgrade(\"" + path + "\", 0) = 0");
@@ -99,9 +99,9 @@ TEST(FirmwareFile, PassesThePathUnchanged)
 TEST(FirmwareFile, PassesADirectoryWithTheExtensionToTheUnit)
 {
     FirmwareUnit unit;
-    std::filesystem::create_directory(unit.folder / "folder.hex");
+    std::filesystem::create_directory(unit.directory / "directory.hex");
     const Result result =
-        unit.run("--advanced --update=SS --force --filepath=" + (unit.folder / "folder.hex"));
+        unit.run("--advanced --update=SS --force --filepath=" + (unit.directory / "directory.hex"));
     EXPECT_EQ(result.output, fileCorrect + upgradeBegins +
                                  lines({"Initiating", "Preparing communication", "Reading File",
                                         "Update progress", "Upgrade failed in state: Reading File.",

@@ -95,7 +95,7 @@ TEST(Disk, HasNoUnitIfFullWhenCreated)
 TEST(Disk, IsNotWrittenIfReadOnly)
 {
     const Unit unit(R"({"buzzer": {"volume": 5}})");
-    const PrivateMount disk = PrivateMount::readOnly(unit.folder.path);
+    const PrivateMount disk = PrivateMount::readOnly(unit.directory.path);
     if (!disk.isMounted())
         GTEST_SKIP() << cannotMount;
     const std::string file = disk / "unit.json";
@@ -115,8 +115,8 @@ TEST(Disk, IsNotWrittenIfReadOnly)
 TEST(Disk, RefusesFirmwareIfReadOnly)
 {
     const Unit unit;
-    writeFile(unit.folder / "firmware.hex", "");
-    const PrivateMount disk = PrivateMount::readOnly(unit.folder.path);
+    writeFile(unit.directory / "firmware.hex", "");
+    const PrivateMount disk = PrivateMount::readOnly(unit.directory.path);
     if (!disk.isMounted())
         GTEST_SKIP() << cannotMount;
     const Outcome outcome =

@@ -99,14 +99,14 @@ TEST(FirmwareFile, IsCheckedAsAWhole)
 TEST(FirmwareFile, MustBeARegularFile)
 {
     const FirmwareUnit files;
-    std::filesystem::create_directory(files.folder / "folder.hex");
-    std::filesystem::create_symlink("/dev/zero", files.folder / "device.hex");
-    ASSERT_EQ(mkfifo((files.folder / "pipe.hex").c_str(), 0600), 0);
-    for (const char* name : {"folder.hex", "device.hex", "pipe.hex"})
+    std::filesystem::create_directory(files.directory / "directory.hex");
+    std::filesystem::create_symlink("/dev/zero", files.directory / "device.hex");
+    ASSERT_EQ(mkfifo((files.directory / "pipe.hex").c_str(), 0600), 0);
+    for (const char* name : {"directory.hex", "device.hex", "pipe.hex"})
     {
         SCOPED_TRACE(name);
         FirmwareUnit unit;
-        EXPECT_EQ(unit.run("--advanced --update=SS --force --filepath=" + (files.folder / name)).output,
+        EXPECT_EQ(unit.run("--advanced --update=SS --force --filepath=" + (files.directory / name)).output,
                   upgradeFailed("Reading File", "The firmware file cannot be read"));
     }
 }
@@ -114,8 +114,8 @@ TEST(FirmwareFile, MustBeARegularFile)
 TEST(FirmwareFile, MayBeASymbolicLink)
 {
     FirmwareUnit unit;
-    std::filesystem::create_symlink(unit.mcs, unit.folder / "link.hex");
-    EXPECT_EQ(unit.run("--advanced --update=SS --force --filepath=" + (unit.folder / "link.hex")).output,
+    std::filesystem::create_symlink(unit.mcs, unit.directory / "link.hex");
+    EXPECT_EQ(unit.run("--advanced --update=SS --force --filepath=" + (unit.directory / "link.hex")).output,
               upgraded);
 }
 
@@ -124,11 +124,11 @@ TEST(FirmwareFile, IsReportedIfItDisappears)
     FirmwareUnit unit;
     unit.set("/firmware/pace", 300); // milliseconds
     Running program(programOn(unit.file(), "--advanced --update=SS --force --filepath=" + unit.hex),
-                    unit.folder / "output");
-    ASSERT_TRUE(becomesTrue([&] { return readFile(unit.folder / "output").ends_with("Initiating\n"); }));
+                    unit.directory / "output");
+    ASSERT_TRUE(becomesTrue([&] { return readFile(unit.directory / "output").ends_with("Initiating\n"); }));
     std::filesystem::remove(unit.hex);
     const std::string failure = upgradeFailed("Reading File", "The firmware file cannot be read");
-    EXPECT_TRUE(becomesTrue([&] { return readFile(unit.folder / "output") == failure; }));
+    EXPECT_TRUE(becomesTrue([&] { return readFile(unit.directory / "output") == failure; }));
 }
 
 TEST(FirmwareFile, MayReachTheLastAddress)
@@ -207,14 +207,14 @@ TEST(FirmwareFile, IsReadQuickly)
 std::string convert(const std::string& content, const std::string& name,
                     const std::vector<std::string>& options)
 {
-    const TemporaryFolder folder;
-    writeFile(folder / "content", content);
-    std::vector<std::string> words{"srec_cat", folder / "content", "-binary"};
+    const TemporaryDirectory directory;
+    writeFile(directory / "content", content);
+    std::vector<std::string> words{"srec_cat", directory / "content", "-binary"};
     words.insert(words.end(), options.begin(), options.end());
-    words.insert(words.end(), {"-o", folder / name, "-intel"});
+    words.insert(words.end(), {"-o", directory / name, "-intel"});
     const Outcome outcome = runCommand({words});
     EXPECT_EQ(outcome.status, 0) << "srec_cat: " << outcome.errors;
-    return readFile(folder / name);
+    return readFile(directory / name);
 }
 
 TEST(FirmwareFile, MayBeAHexFileOfAnotherTool)

@@ -12,7 +12,7 @@ TEST(FirmwareJob, LeavesTheFirmwareIncompleteIfKilledWhileFlashing)
 {
     FirmwareUnit unit;
     unit.set("/firmware/pace", 400); // milliseconds
-    const std::string output = unit.folder / "output";
+    const std::string output = unit.directory / "output";
     Running program(programOn(unit.file(), "--advanced --update=SS --force --filepath=" + unit.hex), output);
     ASSERT_TRUE(becomesTrue([&] { return readFile(output).ends_with("Flashing\n"); })) << readFile(output);
     program.kill();
@@ -36,7 +36,7 @@ TEST(FirmwareJob, LeavesTheFirmwareUnchangedIfKilledBeforeFlashing)
 {
     FirmwareUnit unit;
     unit.set("/firmware/pace", 60000); // milliseconds
-    const std::string output = unit.folder / "output";
+    const std::string output = unit.directory / "output";
     Running program(programOn(unit.file(), "--advanced --update=SS --force --filepath=" + unit.hex), output);
     ASSERT_TRUE(becomesTrue([&] { return readFile(output).ends_with("Initiating\n"); })) << readFile(output);
     program.kill();
@@ -47,7 +47,7 @@ TEST(FirmwareJob, IsTheOnlyOneOnItsUnit)
 {
     FirmwareUnit unit;
     unit.set("/firmware/pace", 60000); // milliseconds
-    const std::string output = unit.folder / "output";
+    const std::string output = unit.directory / "output";
     const std::string text = hexFile(randomBytes(1000));
     Running program(programOn(unit.file(), "--advanced --update=SS --force --filepath=" + unit.hex), output);
     ASSERT_TRUE(becomesTrue([&] { return readFile(output).ends_with("Initiating\n"); })) << readFile(output);
@@ -68,7 +68,7 @@ TEST(FirmwareJob, EndsTheProgramIfTheUnitFileIsDamaged)
 {
     FirmwareUnit unit;
     unit.set("/firmware/pace", 100); // milliseconds
-    const std::string output = unit.folder / "output";
+    const std::string output = unit.directory / "output";
     Running program(programOn(unit.file(), "--advanced --update=SS --force --filepath=" + unit.hex), output);
     ASSERT_TRUE(becomesTrue([&] { return readFile(output).ends_with("Initiating\n"); })) << readFile(output);
     writeFile(unit.file(), "{");

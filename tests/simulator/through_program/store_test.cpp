@@ -70,11 +70,11 @@ TEST(Store, KeepsChangesBetweenProcesses)
 
 TEST(Store, CreatesAHealthyUnitIfThereIsNone)
 {
-    const TemporaryFolder folder;
-    const Outcome outcome = runOn(folder / "unit.json", "--buzzer --volume");
+    const TemporaryDirectory directory;
+    const Outcome outcome = runOn(directory / "unit.json", "--buzzer --volume");
     EXPECT_EQ(outcome.output, "Buzzer Volume: 1000\n");
     EXPECT_EQ(outcome.errors, "");
-    EXPECT_EQ(parsed(folder / "unit.json")["buzzer"],
+    EXPECT_EQ(parsed(directory / "unit.json")["buzzer"],
               (json{{"frequency", 2500}, {"volume", 1000}, {"enabled", false}}));
 }
 
@@ -93,34 +93,34 @@ TEST(Store, DoesNotWriteTheFileIfNothingChanges)
 
 TEST(Store, PrefersItsOwnVariable)
 {
-    const TemporaryFolder folder;
-    const std::string file = folder / "mine.json";
-    runIn({{"QVAUX_UNIT", file}, {"XDG_STATE_HOME", folder / "state"}, {"HOME", folder / "home"}},
+    const TemporaryDirectory directory;
+    const std::string file = directory / "mine.json";
+    runIn({{"QVAUX_UNIT", file}, {"XDG_STATE_HOME", directory / "state"}, {"HOME", directory / "home"}},
           "--buzzer --volume");
     EXPECT_TRUE(fileExists(file));
-    EXPECT_FALSE(fileExists(folder / "state"));
-    EXPECT_FALSE(fileExists(folder / "home"));
+    EXPECT_FALSE(fileExists(directory / "state"));
+    EXPECT_FALSE(fileExists(directory / "home"));
 }
 
 TEST(Store, PrefersTheStateDirectoryToTheHomeDirectory)
 {
-    const TemporaryFolder folder;
-    const Outcome outcome =
-        runIn({{"XDG_STATE_HOME", folder / "a/state"}, {"HOME", folder / "home"}}, "--buzzer --volume=40");
+    const TemporaryDirectory directory;
+    const Outcome outcome = runIn({{"XDG_STATE_HOME", directory / "a/state"}, {"HOME", directory / "home"}},
+                                  "--buzzer --volume=40");
     EXPECT_EQ(outcome.output, "Buzzer volume set to: 40\n");
     EXPECT_EQ(outcome.errors, "");
-    EXPECT_EQ(parsed(folder / "a/state/qv-aux2/unit.json")["buzzer"]["volume"], 40);
-    EXPECT_FALSE(fileExists(folder / "home"));
+    EXPECT_EQ(parsed(directory / "a/state/qv-aux2/unit.json")["buzzer"]["volume"], 40);
+    EXPECT_FALSE(fileExists(directory / "home"));
 }
 
 TEST(Store, FallsBackToTheHomeDirectory)
 {
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     const Outcome outcome =
-        runIn({{"QVAUX_UNIT", ""}, {"XDG_STATE_HOME", ""}, {"HOME", folder.path}}, "--buzzer --volume=40");
+        runIn({{"QVAUX_UNIT", ""}, {"XDG_STATE_HOME", ""}, {"HOME", directory.path}}, "--buzzer --volume=40");
     EXPECT_EQ(outcome.output, "Buzzer volume set to: 40\n");
     EXPECT_EQ(outcome.errors, "");
-    EXPECT_EQ(parsed(folder / ".local/state/qv-aux2/unit.json")["buzzer"]["volume"], 40);
+    EXPECT_EQ(parsed(directory / ".local/state/qv-aux2/unit.json")["buzzer"]["volume"], 40);
 }
 
 TEST(Store, FailsIfNoVariableIsSet)
@@ -138,57 +138,58 @@ TEST(Store, FailsIfNoVariableIsSet)
 
 TEST(Store, FailsIfTheDirectoryDoesNotExist)
 {
-    const TemporaryFolder folder;
-    const Outcome outcome = runOn(folder / "none/unit.json", "--buzzer --volume=40");
+    const TemporaryDirectory directory;
+    const Outcome outcome = runOn(directory / "none/unit.json", "--buzzer --volume=40");
     EXPECT_EQ(outcome.output, "setVolume: The unit file cannot be located\n");
-    EXPECT_EQ(outcome.errors, diagnostic(folder / "none/unit.json", "its directory does not exist"));
+    EXPECT_EQ(outcome.errors, diagnostic(directory / "none/unit.json", "its directory does not exist"));
 }
 
 TEST(Store, FailsIfADirectoryCannotBeCreated)
 {
-    const TemporaryFolder folder;
-    writeFile(folder / "home", "");
-    const Outcome outcome = runIn({{"HOME", folder / "home"}}, "--buzzer --volume");
+    const TemporaryDirectory directory;
+    writeFile(directory / "home", "");
+    const Outcome outcome = runIn({{"HOME", directory / "home"}}, "--buzzer --volume");
     EXPECT_EQ(outcome.output, cannotBeRead);
-    EXPECT_EQ(outcome.errors, diagnostic(folder / "home/.local/state/qv-aux2/unit.json", "Not a directory"));
+    EXPECT_EQ(outcome.errors,
+              diagnostic(directory / "home/.local/state/qv-aux2/unit.json", "Not a directory"));
 }
 
 TEST(Store, AcceptsAPathWithoutADirectory)
 {
-    const TemporaryFolder folder;
-    const Command command =
-        throughShell("cd " + folder.path + "; exec \"$@\"", programOn("unit.json", "--buzzer --volume=40"));
+    const TemporaryDirectory directory;
+    const Command command = throughShell("cd " + directory.path + "; exec \"$@\"",
+                                         programOn("unit.json", "--buzzer --volume=40"));
     EXPECT_EQ(runCommand(command).output, "Buzzer volume set to: 40\n");
-    EXPECT_EQ(parsed(folder / "unit.json")["buzzer"]["volume"], 40);
+    EXPECT_EQ(parsed(directory / "unit.json")["buzzer"]["volume"], 40);
 }
 
 TEST(Store, ChangesTheTargetOfALink)
 {
     Unit unit;
-    const std::string link = unit.folder / "link";
-    std::filesystem::create_symlink("unit.json", unit.folder / "inner");
-    std::filesystem::create_symlink(unit.folder / "inner", link);
+    const std::string link = unit.directory / "link";
+    std::filesystem::create_symlink("unit.json", unit.directory / "inner");
+    std::filesystem::create_symlink(unit.directory / "inner", link);
     EXPECT_EQ(runOn(link, "--buzzer --volume=40").output, "Buzzer volume set to: 40\n");
     EXPECT_TRUE(std::filesystem::is_symlink(link));
-    EXPECT_TRUE(std::filesystem::is_symlink(unit.folder / "inner"));
+    EXPECT_TRUE(std::filesystem::is_symlink(unit.directory / "inner"));
     EXPECT_FALSE(std::filesystem::is_symlink(unit.file()));
     EXPECT_EQ(unit["/buzzer/volume"], 40);
 }
 
 TEST(Store, CreatesTheTargetOfALink)
 {
-    const TemporaryFolder folder;
-    std::filesystem::create_directory(folder / "kept");
-    std::filesystem::create_symlink("kept/unit.json", folder / "link");
-    EXPECT_EQ(runOn(folder / "link", "--buzzer --volume=40").output, "Buzzer volume set to: 40\n");
-    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
-    EXPECT_EQ(parsed(folder / "kept/unit.json")["buzzer"]["volume"], 40);
+    const TemporaryDirectory directory;
+    std::filesystem::create_directory(directory / "kept");
+    std::filesystem::create_symlink("kept/unit.json", directory / "link");
+    EXPECT_EQ(runOn(directory / "link", "--buzzer --volume=40").output, "Buzzer volume set to: 40\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(directory / "link"));
+    EXPECT_EQ(parsed(directory / "kept/unit.json")["buzzer"]["volume"], 40);
 }
 
 TEST(Store, LocksTheTargetOfALink)
 {
     Unit unit(R"({"faults": {"Buzzer_getVolume": {"code": 77, "skip": 1000}}})");
-    const std::string link = unit.folder / "link";
+    const std::string link = unit.directory / "link";
     std::filesystem::create_symlink(unit.file(), link);
     std::vector<int> children;
     for (int i = 0; i < 32; ++i)
@@ -201,26 +202,26 @@ TEST(Store, LocksTheTargetOfALink)
 
 TEST(Store, RefusesALinkToItself)
 {
-    const TemporaryFolder folder;
-    std::filesystem::create_symlink("link", folder / "link");
-    const Outcome outcome = runOn(folder / "link", "--buzzer --volume");
+    const TemporaryDirectory directory;
+    std::filesystem::create_symlink("link", directory / "link");
+    const Outcome outcome = runOn(directory / "link", "--buzzer --volume");
     EXPECT_EQ(outcome.output, cannotBeRead);
-    EXPECT_EQ(outcome.errors, diagnostic(folder / "link", "Too many levels of symbolic links"));
-    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+    EXPECT_EQ(outcome.errors, diagnostic(directory / "link", "Too many levels of symbolic links"));
+    EXPECT_TRUE(std::filesystem::is_symlink(directory / "link"));
 }
 
 TEST(Store, RefusesADirectoryAndAPipe)
 {
-    const TemporaryFolder folder;
-    std::filesystem::create_directory(folder / "folder");
-    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0666), 0);
-    for (const std::string& file : {folder / "folder", folder / "pipe"})
+    const TemporaryDirectory directory;
+    std::filesystem::create_directory(directory / "directory");
+    ASSERT_EQ(mkfifo((directory / "pipe").c_str(), 0666), 0);
+    for (const std::string& file : {directory / "directory", directory / "pipe"})
     {
         const Outcome outcome = runOn(file, "--buzzer --volume");
         EXPECT_EQ(outcome.output, cannotBeRead);
         EXPECT_EQ(outcome.errors, diagnostic(file, "not a regular file"));
     }
-    EXPECT_TRUE(std::filesystem::is_directory(folder / "folder"));
+    EXPECT_TRUE(std::filesystem::is_directory(directory / "directory"));
 }
 
 TEST(Store, RefusesAnUnreadableFile)
@@ -248,10 +249,10 @@ TEST(Store, ReadsInAReadOnlyDirectory)
 {
     Unit unit(R"({"buzzer": {"volume": 5}})");
     chmod(unit.file().c_str(), 0666);
-    chmod(unit.folder.path.c_str(), 0555);
+    chmod(unit.directory.path.c_str(), 0555);
     EXPECT_EQ(runUnprivileged(unit.file(), "--buzzer --volume").output, "Buzzer Volume: 5\n");
     const Outcome outcome = runUnprivileged(unit.file(), "--buzzer --volume=40");
-    chmod(unit.folder.path.c_str(), 0777);
+    chmod(unit.directory.path.c_str(), 0777);
     EXPECT_EQ(outcome.output, cannotBeWritten);
     EXPECT_EQ(outcome.errors, diagnostic(unit.file() + ".lock", "Permission denied"));
     EXPECT_EQ(unit["/buzzer/volume"], 5);
@@ -259,12 +260,12 @@ TEST(Store, ReadsInAReadOnlyDirectory)
 
 TEST(Store, CannotCreateAUnitInAReadOnlyDirectory)
 {
-    const TemporaryFolder folder;
-    chmod(folder.path.c_str(), 0555);
-    const Outcome outcome = runUnprivileged(folder / "unit.json", "--buzzer --volume");
-    chmod(folder.path.c_str(), 0777);
+    const TemporaryDirectory directory;
+    chmod(directory.path.c_str(), 0555);
+    const Outcome outcome = runUnprivileged(directory / "unit.json", "--buzzer --volume");
+    chmod(directory.path.c_str(), 0777);
     EXPECT_EQ(outcome.output, "getVolume: The unit file cannot be written\n");
-    EXPECT_EQ(outcome.errors, diagnostic(folder / "unit.json.lock", "Permission denied"));
+    EXPECT_EQ(outcome.errors, diagnostic(directory / "unit.json.lock", "Permission denied"));
 }
 
 // A change would not be durable if the directory could not be synchronized.
@@ -272,10 +273,10 @@ TEST(Store, KeepsTheFileInADirectoryThatCannotBeRead)
 {
     Unit unit(R"({"buzzer": {"volume": 5}})");
     chmod(unit.file().c_str(), 0666);
-    chmod(unit.folder.path.c_str(), 0333);
+    chmod(unit.directory.path.c_str(), 0333);
     EXPECT_EQ(runUnprivileged(unit.file(), "--buzzer --volume").output, "Buzzer Volume: 5\n");
     const Outcome outcome = runUnprivileged(unit.file(), "--buzzer --volume=40");
-    chmod(unit.folder.path.c_str(), 0777);
+    chmod(unit.directory.path.c_str(), 0777);
     EXPECT_EQ(outcome.output, cannotBeWritten);
     EXPECT_EQ(outcome.errors,
               diagnostic(unit.file(), "cannot open its directory for fsync: Permission denied"));
@@ -285,16 +286,16 @@ TEST(Store, KeepsTheFileInADirectoryThatCannotBeRead)
 
 TEST(Store, CreatesNoDirectoryInOneThatCannotBeRead)
 {
-    const TemporaryFolder folder;
-    chmod(folder.path.c_str(), 0333);
+    const TemporaryDirectory directory;
+    chmod(directory.path.c_str(), 0333);
     Command command = programOn("", "--buzzer --volume");
     command.environment.erase("QVAUX_UNIT");
-    command.environment["XDG_STATE_HOME"] = folder / "state";
+    command.environment["XDG_STATE_HOME"] = directory / "state";
     const Outcome outcome = Nobody().run(command);
-    chmod(folder.path.c_str(), 0777);
+    chmod(directory.path.c_str(), 0777);
     EXPECT_EQ(outcome.output, "getVolume: The unit file cannot be written\n");
-    EXPECT_EQ(outcome.errors, diagnostic(folder / "state", "Permission denied"));
-    EXPECT_FALSE(fileExists(folder / "state"));
+    EXPECT_EQ(outcome.errors, diagnostic(directory / "state", "Permission denied"));
+    EXPECT_FALSE(fileExists(directory / "state"));
 }
 
 // The lock file exists, so the new file is the first that cannot be created.
@@ -303,9 +304,9 @@ TEST(Store, KeepsTheFileIfTheNewOneCannotBeCreated)
     Unit unit(R"({"buzzer": {"volume": 5}})");
     writeFile(unit.file() + ".lock", "");
     chmod(unit.file().c_str(), 0666);
-    chmod(unit.folder.path.c_str(), 0555);
+    chmod(unit.directory.path.c_str(), 0555);
     const Outcome outcome = runUnprivileged(unit.file(), "--buzzer --volume=40");
-    chmod(unit.folder.path.c_str(), 0777);
+    chmod(unit.directory.path.c_str(), 0777);
     EXPECT_EQ(outcome.output, cannotBeWritten);
     EXPECT_EQ(outcome.errors, diagnostic(unit.file() + ".new", "Permission denied"));
     EXPECT_EQ(unit["/buzzer/volume"], 5);
@@ -313,8 +314,8 @@ TEST(Store, KeepsTheFileIfTheNewOneCannotBeCreated)
 
 TEST(Store, KeepsTheFileOnAFullDisk)
 {
-    const TemporaryFolder folder;
-    const std::string file = folder / "unit.json";
+    const TemporaryDirectory directory;
+    const std::string file = directory / "unit.json";
     runOn(file, "--buzzer --volume=5");
     const std::string before = readFile(file);
     const Outcome outcome = runOnFullDisk(file, "--buzzer --volume=40");
@@ -467,14 +468,14 @@ TEST(Store, KeepsTheSettingsOfConcurrentCreators)
         {"--onoff --longpress_time=4000", "/config/longPressTime", 4000},
         {"--onoff --suspend_max_time=33", "/config/suspendMaxTime", 33},
     };
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     std::vector<int> children;
     for (int round = 0; round < 4; ++round)
         for (const auto& setting : settings)
-            children.push_back(startCommand(programOn(folder / "unit.json", setting.arguments)));
+            children.push_back(startCommand(programOn(directory / "unit.json", setting.arguments)));
     waitForAll(children);
     for (const auto& setting : settings)
-        EXPECT_EQ(parsed(folder / "unit.json")[json::json_pointer(setting.path)], setting.value)
+        EXPECT_EQ(parsed(directory / "unit.json")[json::json_pointer(setting.path)], setting.value)
             << setting.arguments;
 }
 

@@ -51,7 +51,7 @@ protected:
 
     Outcome startJob(uid_t user)
     {
-        const std::string file = unit.folder / "firmware.hex";
+        const std::string file = unit.directory / "firmware.hex";
         writeFile(file, "");
         return run(user, "--advanced --verify=SS --force --filepath=" + file, 077);
     }
@@ -126,7 +126,7 @@ TEST_F(Users, AreToldIfTheyCannotKeepAnAccessControlList)
 // In a sticky directory such as /tmp, everyone can create files but only remove their own.
 TEST_F(Users, MustOwnTheFileInAStickyDirectory)
 {
-    chmod(unit.folder.path.c_str(), 01777);
+    chmod(unit.directory.path.c_str(), 01777);
     give(unit.file(), 0, 0666);
     ASSERT_EQ(change(0).output, changed);
     writeFile(unit.file(), before);
@@ -143,7 +143,7 @@ TEST_F(Users, MustOwnTheFileInAStickyDirectory)
 // (fs.protected_regular).
 TEST_F(Users, CanTakeTheLockOfAnotherInAStickyDirectory)
 {
-    chmod(unit.folder.path.c_str(), 01777);
+    chmod(unit.directory.path.c_str(), 01777);
     give(unit.file(), nobody, 0666);
     ASSERT_EQ(change(nobody).output, changed);
     EXPECT_EQ(change(0).output, changed);
@@ -152,7 +152,7 @@ TEST_F(Users, CanTakeTheLockOfAnotherInAStickyDirectory)
 
 TEST_F(Users, AreToldWhichFileIsInTheWayInAStickyDirectory)
 {
-    chmod(unit.folder.path.c_str(), 01777);
+    chmod(unit.directory.path.c_str(), 01777);
     give(unit.file(), nobody, 0666);
     writeFile(unit.file() + ".new", "");
     EXPECT_EQ(change(nobody).errors, isRoot() ? diagnostic(".new", "Operation not permitted") : "");

@@ -66,10 +66,10 @@ TEST(Store, LosesNoChangeWhileTheClockJumps)
 // lock one and save the other.
 TEST(Store, LosesNoChangeWhileItsDirectoryIsSwapped)
 {
-    const TemporaryFolder folder;
-    const std::string here = folder / "here";
-    const std::string there = folder / "there";
-    const std::string link = folder / "link";
+    const TemporaryDirectory directory;
+    const std::string here = directory / "here";
+    const std::string there = directory / "there";
+    const std::string link = directory / "link";
     for (const std::string& unit : {here, there})
     {
         std::filesystem::create_directory(unit);
