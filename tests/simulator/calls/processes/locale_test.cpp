@@ -10,7 +10,7 @@
 // The C library never frees what newlocale() allocates for LOCPATH.
 extern "C" const char* __lsan_default_suppressions()
 {
-    return "leak:__argz_add_sep";
+    return "leak:argz_add_sep";
 }
 
 namespace
