@@ -36,11 +36,10 @@ std::string listOf(const File& file, const std::string& path)
     return list;
 }
 
-// Removes the list that a new file inherits from its directory.
-void removeList(const File& file, const std::string& path)
+// Removes the list that a new file inherits from its directory. Returns false, with errno set, if that fails.
+bool removeList(const File& file)
 {
-    if (::fremovexattr(file.get(), listName) != 0 && !hasNoList(errno))
-        failWithErrno(unitFileUnwritable, path);
+    return ::fremovexattr(file.get(), listName) == 0 || hasNoList(errno);
 }
 
 // Returns false if the process may not do this.
@@ -62,7 +61,8 @@ void copyAccess(const File& old, const File& file, const std::string& path)
         failWithErrno(unitFileUnwritable, path);
     const std::string list = listOf(old, path);
 
-    removeList(file, path);
+    if (!removeList(file))
+        failWithErrno(unitFileUnwritable, path);
     const bool keepsGroup = changeOwner(file, keepId, status.st_gid, path);
     const bool keepsOwner = changeOwner(file, status.st_uid, keepId, path);
     if (!list.empty())
@@ -78,6 +78,11 @@ void copyAccess(const File& old, const File& file, const std::string& path)
         mode = (mode & ~static_cast<mode_t>(S_IRWXG)) | (mode & S_IRWXO) << 3;
     if (::fchmod(file.get(), mode) != 0)
         failWithErrno(unitFileUnwritable, path);
+}
+
+bool allowAllToRead(const File& file)
+{
+    return removeList(file) && ::fchmod(file.get(), 0444) == 0;
 }
 
 } // namespace simulator

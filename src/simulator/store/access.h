@@ -16,4 +16,8 @@ namespace simulator
 // Throws StoreError, which names `path`.
 void copyAccess(const File& old, const File& file, const std::string& path);
 
+// Makes the file readable for all users, and for nobody more than that. Returns false, with errno set, if
+// that fails.
+bool allowAllToRead(const File& file);
+
 } // namespace simulator

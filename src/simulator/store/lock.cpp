@@ -1,9 +1,10 @@
 #include "simulator/store/lock.h"
 
+#include "simulator/store/access.h"
 #include "simulator/store/store_error.h"
 
 #include <sys/file.h>
-#include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 namespace simulator
@@ -12,23 +13,54 @@ namespace simulator
 namespace
 {
 
+// O_NOFOLLOW: nobody can lead another user to a file elsewhere.
+File openExisting(const UnitLocation& location, const std::string& name)
+{
+    return openFile(location.directory.get(), name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW);
+}
+
+// Creates the file so that it gets its name only when it is readable for all. Neither the umask nor a process
+// that is killed can then leave a lock that other users cannot take. The file is not open if that fails, as
+// on file systems that do not support it.
+File createComplete(const UnitLocation& location, const std::string& name)
+{
+    const int directory = location.directory.get();
+    File file = openFile(directory, ".", O_TMPFILE | O_RDWR, 0600);
+    if (!file.isOpen() || !allowAllToRead(file))
+        return {};
+    const std::string path = "/proc/self/fd/" + std::to_string(file.get());
+    if (::linkat(AT_FDCWD, path.c_str(), directory, name.c_str(), AT_SYMLINK_FOLLOW) != 0)
+        return {};
+    return file;
+}
+
+// The file is not open if it exists or cannot be created.
+File createStepByStep(const UnitLocation& location, const std::string& name)
+{
+    File file = openFile(location.directory.get(), name, O_RDONLY | O_CREAT | O_EXCL, 0444);
+    if (!file.isOpen() || allowAllToRead(file))
+        return file;
+    const int error = errno;
+    ::unlinkat(location.directory.get(), name.c_str(), 0);
+    errno = error;
+    return {};
+}
+
 // Every user who can open the file can lock it, so it is readable for all, whatever the umask. It is never
 // written.
 File openLock(const UnitLocation& location, const char* suffix)
 {
-    const int directory = location.directory.get();
     const std::string name = location.name + suffix;
-    File file = openFile(directory, name, O_RDONLY | O_NONBLOCK);
+    File file = openExisting(location, name);
+    // Created only if it is missing: in a sticky directory such as /tmp the kernel refuses O_CREAT for the
+    // file of another user.
     if (!file.isOpen() && errno == ENOENT)
     {
-        // The umask is cleared so that the file never exists with fewer permissions, not even if this process
-        // is killed. O_CREAT is used only if the file is missing: in a sticky directory such as /tmp the
-        // kernel refuses it for the file of another user.
-        const mode_t mask = ::umask(0);
-        file = openFile(directory, name, O_RDONLY | O_CREAT | O_EXCL, 0444);
-        ::umask(mask);
+        file = createComplete(location, name);
+        if (!file.isOpen())
+            file = createStepByStep(location, name);
         if (!file.isOpen() && errno == EEXIST)
-            file = openFile(directory, name, O_RDONLY | O_NONBLOCK);
+            file = openExisting(location, name);
     }
     if (!file.isOpen())
         failWithErrno(unitFileUnwritable, location.path + suffix);

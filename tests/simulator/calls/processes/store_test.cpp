@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -13,6 +14,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <random>
+#include <sys/stat.h>
 #include <thread>
 
 namespace
@@ -60,6 +62,38 @@ TEST(Store, LosesNoChangeWhileTheClockJumps)
 {
     const JumpingClock clock;
     changeAUnitInManyProcesses();
+}
+
+// Another thread may create a file at any time.
+TEST(Store, LeavesTheUmaskAlone)
+{
+    const mode_t mask = umask(027);
+    std::atomic<bool> done = false;
+    std::atomic<int> others = 0; // files with other permissions
+    const TemporaryDirectory directory;
+    std::thread creator(
+        [&]
+        {
+            while (!done)
+            {
+                const int file =
+                    open((directory / "file").c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+                struct stat status = {};
+                others += fstat(file, &status) != 0 || (status.st_mode & 0777) != 0640;
+                close(file);
+                std::filesystem::remove(directory / "file");
+            }
+        });
+    const CalledUnit unit;
+    for (std::uint16_t volume = 0; volume < 500; ++volume)
+    {
+        std::filesystem::remove(unit.file() + ".lock");
+        Buzzer_setVolume(GetBuzzer(), volume);
+    }
+    done = true;
+    creator.join();
+    umask(mask);
+    EXPECT_EQ(others, 0);
 }
 
 // The name of the directory refers to two units in turn. A change must use one of them throughout, and never
