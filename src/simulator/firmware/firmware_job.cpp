@@ -234,7 +234,7 @@ ApiError startFirmwareJob(const Unit& unit, const UnitFile& file, FirmwareTarget
         return jobRunning;
     if (!registerForkHandler())
         return failure;
-    File lock = file.tryLock(".job");
+    File lock = file.tryLock(jobSuffix);
     if (!lock.isOpen())
         return jobRunning;
     const std::chrono::milliseconds pace(unit.firmware.pace);

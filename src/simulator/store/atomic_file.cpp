@@ -11,8 +11,6 @@ namespace simulator
 namespace
 {
 
-constexpr const char* suffix = ".new";
-
 // Opens the directory so that it can be synchronized.
 File openDirectory(const UnitLocation& location)
 {
@@ -27,7 +25,7 @@ File openDirectory(const UnitLocation& location)
 File openOld(const UnitLocation& location)
 {
     const int directory = location.directory.get();
-    File old = openFile(directory, location.name, O_RDONLY | O_NONBLOCK);
+    File old = openFile(directory, location.name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW);
     if (!old.isOpen() && errno == ENOENT)
         return old;
     if (!old.isOpen() || ::faccessat(directory, location.name.c_str(), W_OK, AT_EACCESS) != 0)
@@ -39,13 +37,13 @@ File openOld(const UnitLocation& location)
 File createNew(const UnitLocation& location, const File& old)
 {
     const int directory = location.directory.get();
-    const std::string name = location.name + suffix;
+    const std::string name = location.name + newSuffix;
     // A killed process may have left a file.
     if (::unlinkat(directory, name.c_str(), 0) != 0 && errno != ENOENT)
-        failWithErrno(unitFileUnwritable, location.path + suffix);
+        failWithErrno(unitFileUnwritable, location.path + newSuffix);
     File file = openFile(directory, name, O_WRONLY | O_CREAT | O_EXCL, old.isOpen() ? 0600 : 0666);
     if (!file.isOpen())
-        failWithErrno(unitFileUnwritable, location.path + suffix);
+        failWithErrno(unitFileUnwritable, location.path + newSuffix);
     return file;
 }
 
@@ -56,8 +54,8 @@ void fillAndRename(const UnitLocation& location, const File& file, const std::st
     if (old.isOpen())
         copyAccess(old, file, location.path);
     if (!writeAll(file, content) || ::fsync(file.get()) != 0)
-        failWithErrno(unitFileUnwritable, location.path + suffix);
-    if (::renameat(directory, (location.name + suffix).c_str(), directory, location.name.c_str()) != 0)
+        failWithErrno(unitFileUnwritable, location.path + newSuffix);
+    if (::renameat(directory, (location.name + newSuffix).c_str(), directory, location.name.c_str()) != 0)
         failWithErrno(unitFileUnwritable, location.path);
 }
 
@@ -75,7 +73,7 @@ void replaceFile(const UnitLocation& location, const std::string& content)
     }
     catch (...)
     {
-        ::unlinkat(location.directory.get(), (location.name + suffix).c_str(), 0);
+        ::unlinkat(location.directory.get(), (location.name + newSuffix).c_str(), 0);
         throw;
     }
     // The directory entry is durable only after this. The old file cannot be put back if this fails: that

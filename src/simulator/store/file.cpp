@@ -30,12 +30,16 @@ File::~File()
         ::close(descriptor);
 }
 
-File openFile(int directory, const std::string& path, int flags, mode_t mode)
+File keepClearOfStandardStreams(File file)
 {
-    File file(::openat(directory, path.c_str(), flags | O_CLOEXEC, mode));
     if (!file.isOpen() || file.get() > STDERR_FILENO)
         return file;
     return File(::fcntl(file.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+}
+
+File openFile(int directory, const std::string& path, int flags, mode_t mode)
+{
+    return keepClearOfStandardStreams(File(::openat(directory, path.c_str(), flags | O_CLOEXEC, mode)));
 }
 
 bool readAll(const File& file, std::string& text, std::size_t limit)

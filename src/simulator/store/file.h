@@ -33,11 +33,12 @@ private:
     int descriptor = -1;
 };
 
+// Returns the file with a descriptor other than 0, 1 and 2: if the program was started with one of them
+// closed, it would otherwise print into the file or read its input from it.
+File keepClearOfStandardStreams(File file);
+
 // Opens a file relative to `directory`, a descriptor or AT_FDCWD. The file is not open, and errno says why,
-// if that fails.
-//
-// The descriptor is never 0, 1 or 2: if the program was started with one of them closed, it would otherwise
-// print into the file or read its input from it.
+// if that fails. The descriptor is never 0, 1 or 2.
 File openFile(int directory, const std::string& path, int flags, mode_t mode = 0);
 
 // Appends the rest of the file to `text`, or as much of it as `text` has at most `limit` bytes. Returns

@@ -116,11 +116,12 @@ std::string readText(const File& file, const struct stat& status, const std::str
 bool load(const UnitLocation& location)
 {
     struct stat status = {};
-    if (::fstatat(location.directory.get(), location.name.c_str(), &status, 0) == 0 && isCached(status))
+    if (::fstatat(location.directory.get(), location.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+        isCached(status))
         return true;
 
     // Without O_NONBLOCK, opening a named pipe would wait for a writer.
-    File file = openFile(location.directory.get(), location.name, O_RDONLY | O_NONBLOCK);
+    File file = openFile(location.directory.get(), location.name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW);
     if (!file.isOpen() && errno == ENOENT)
         return false;
     if (!file.isOpen() || ::fstat(file.get(), &status) != 0)
@@ -146,7 +147,7 @@ void save(const UnitLocation& location, const Json& json)
 
 File lock(const UnitLocation& location)
 {
-    return waitForLock(location, ".lock");
+    return waitForLock(location, lockSuffix);
 }
 
 void create(const UnitLocation& location)

@@ -4,8 +4,12 @@
 
 #include <climits>
 #include <cstdlib>
+#include <linux/openat2.h>
+#include <optional>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
+#include <utility>
 
 namespace simulator
 {
@@ -18,7 +22,7 @@ constexpr int mostLinks = 40; // the kernel's limit
 // Returns null if the variable is unset or empty.
 const char* environment(const char* name)
 {
-    const char* value = std::getenv(name);
+    const char* value = ::secure_getenv(name); // not from the caller of a set-user-ID program
     return value && *value ? value : nullptr;
 }
 
@@ -40,37 +44,96 @@ std::string directoryOf(const std::string& path)
     return path.substr(0, path.rfind('/') + 1);
 }
 
-// `path` is relative to the directory `base`. The location's directory is not open if it cannot be opened.
-UnitLocation locationFrom(int base, const std::string& path)
+// Opens a directory whose path has no symbolic links. The file is not open if it has, and where the kernel,
+// or an emulator, lacks this.
+File openWithoutLinks(const std::string& path)
 {
-    const std::string directory = directoryOf(path);
-    const std::string name = path.substr(directory.size());
-    return {openFile(base, directory.empty() ? "." : directory, O_PATH | O_DIRECTORY),
-            name.empty() ? "." : name, path};
+    open_how how = {};
+    how.flags = O_PATH | O_DIRECTORY | O_CLOEXEC;
+    how.resolve = RESOLVE_NO_SYMLINKS;
+    return keepClearOfStandardStreams(
+        File(static_cast<int>(::syscall(SYS_openat2, AT_FDCWD, path.c_str(), &how, sizeof how))));
 }
 
-// Follows symbolic links one at a time, each relative to its own directory. A change then replaces the file
-// and not the link. The file need not exist.
-UnitLocation resolveLinks(UnitLocation location)
+// In a directory where everyone can create files, such as /tmp, a link is followed only if it belongs to the
+// caller or to the owner of the directory. The kernel has the same rule, but it may be switched off
+// (fs.protected_symlinks), and it applies to the last link of a path only.
+bool mayFollow(const struct stat& link, const File& directory)
 {
-    for (int links = 0; location.directory.isOpen(); ++links)
+    struct stat in = {};
+    if (::fstat(directory.get(), &in) != 0)
+        return false;
+    constexpr mode_t shared = S_ISVTX | S_IWOTH;
+    return (in.st_mode & shared) != shared || link.st_uid == ::geteuid() || link.st_uid == in.st_uid;
+}
+
+// Returns the target of an open link, or nothing if the entry is no link. The link that is checked is the one
+// that is read, even if its name is replaced meanwhile.
+std::optional<std::string> targetOf(const File& entry, const File& directory, const std::string& path)
+{
+    struct stat status = {};
+    if (!entry.isOpen() || ::fstat(entry.get(), &status) != 0 || !S_ISLNK(status.st_mode))
+        return std::nullopt;
+    if (!mayFollow(status, directory))
+        fail(unitFileUnreadable, path, "link of another user in a sticky directory");
+    char target[PATH_MAX];
+    const ssize_t length = ::readlinkat(entry.get(), "", target, sizeof target);
+    if (length <= 0)
+        failWithErrno(unitFileUnreadable, path);
+    return std::string(target, static_cast<std::size_t>(length));
+}
+
+// Removes the first name and the slashes before it from the path. A path that ends with a slash has the name
+// "." at its end.
+std::string takeName(std::string& path)
+{
+    path.erase(0, path.find_first_not_of('/'));
+    const std::string name = path.substr(0, path.find('/'));
+    path.erase(0, name.size());
+    return name.empty() ? "." : name;
+}
+
+File openStart(const std::string& path)
+{
+    return openFile(AT_FDCWD, path.starts_with('/') ? "/" : ".", O_PATH | O_DIRECTORY);
+}
+
+// Follows symbolic links one at a time. A change then replaces the file and not the link. The file need not
+// exist. The location's directory is not open, and errno says why, if it cannot be opened.
+UnitLocation resolve(std::string path)
+{
+    std::string rest = path;
+    const std::string parent = directoryOf(path);
+    File directory = openWithoutLinks(parent.empty() ? "." : parent);
+    if (directory.isOpen())
+        rest.erase(0, parent.size());
+    else
+        directory = openStart(path);
+
+    for (int links = 0; directory.isOpen();)
     {
-        char target[PATH_MAX];
-        const ssize_t length =
-            ::readlinkat(location.directory.get(), location.name.c_str(), target, sizeof target);
-        if (length <= 0)
-            return location;
-        if (links == mostLinks)
+        const std::string name = takeName(rest);
+        File entry = openFile(directory.get(), name, O_PATH | O_NOFOLLOW);
+        if (const auto target = targetOf(entry, directory, path))
         {
-            errno = ELOOP;
-            failWithErrno(unitFileUnreadable, location.path);
+            if (++links > mostLinks)
+            {
+                errno = ELOOP;
+                failWithErrno(unitFileUnreadable, path);
+            }
+            const bool isAbsolute = target->starts_with('/');
+            if (rest.empty())
+                path = (isAbsolute ? "" : directoryOf(path)) + *target;
+            if (isAbsolute)
+                directory = openStart(*target);
+            rest.insert(0, *target);
         }
-        const std::string next(target, static_cast<std::size_t>(length));
-        const std::string prefix = next.front() == '/' ? "" : directoryOf(location.path);
-        location = locationFrom(location.directory.get(), next);
-        location.path = prefix + next;
+        else if (rest.empty())
+            return {std::move(directory), name, path};
+        else
+            directory = std::move(entry);
     }
-    return location;
+    return {{}, ".", path};
 }
 
 // Its entry in the parent directory is durable when this returns, or it does not exist.
@@ -97,16 +160,42 @@ void makeDirectories(const std::string& path)
             makeDirectory(path.substr(0, slash));
 }
 
+bool isSameFile(const struct stat& one, const struct stat& other)
+{
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+bool isSameName(const UnitLocation& one, const UnitLocation& other)
+{
+    struct stat directory = {};
+    struct stat otherDirectory = {};
+    return one.name == other.name && ::fstat(one.directory.get(), &directory) == 0 &&
+           ::fstat(other.directory.get(), &otherDirectory) == 0 && isSameFile(directory, otherDirectory);
+}
+
+// The location's directory is not open if the unit cannot be located.
+UnitLocation findUnit()
+{
+    try
+    {
+        return resolve(configuredPath());
+    }
+    catch (const StoreError&)
+    {
+        return {};
+    }
+}
+
 } // namespace
 
 UnitLocation locateUnit()
 {
     const std::string path = configuredPath();
-    UnitLocation location = resolveLinks(locationFrom(AT_FDCWD, path));
+    UnitLocation location = resolve(path);
     if (!location.directory.isOpen() && errno == ENOENT && !environment("QVAUX_UNIT"))
     {
         makeDirectories(path);
-        location = resolveLinks(locationFrom(AT_FDCWD, path));
+        location = resolve(path);
     }
     if (!location.directory.isOpen())
     {
@@ -115,6 +204,28 @@ UnitLocation locateUnit()
         failWithErrno(unitFileUnreadable, location.path);
     }
     return location;
+}
+
+bool isFileOfUnit(const std::string& path)
+{
+    UnitLocation unit = findUnit();
+    const UnitLocation other = resolve(path);
+    if (!unit.directory.isOpen())
+        return false;
+    struct stat file = {};
+    const bool exists = ::stat(path.c_str(), &file) == 0;
+    const std::string name = unit.name;
+    for (const char* suffix : {"", lockSuffix, jobSuffix, newSuffix})
+    {
+        unit.name = name + suffix;
+        struct stat status = {};
+        const bool isHardLink = exists &&
+                                ::fstatat(unit.directory.get(), unit.name.c_str(), &status, 0) == 0 &&
+                                isSameFile(status, file);
+        if (isHardLink || isSameName(unit, other))
+            return true;
+    }
+    return false;
 }
 
 } // namespace simulator

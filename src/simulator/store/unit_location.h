@@ -18,8 +18,17 @@ struct UnitLocation
     std::string path; // for diagnostics
 };
 
+// The suffixes of the names of its companions: files in the same directory that are named like it.
+inline constexpr const char* lockSuffix = ".lock"; // held during a change
+inline constexpr const char* jobSuffix = ".job";   // held while a firmware job runs
+inline constexpr const char* newSuffix = ".new";   // the new file while it is written
+
 // Locates the unit's file and follows its symbolic links. The file need not exist; the default directory is
 // created. Throws StoreError.
 UnitLocation locateUnit();
+
+// Returns whether `path` leads to the unit's file or to one of its companions, which need not exist. Returns
+// false if the unit cannot be located. Throws StoreError if the links of `path` cannot be followed.
+bool isFileOfUnit(const std::string& path);
 
 } // namespace simulator

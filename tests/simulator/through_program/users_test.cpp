@@ -150,6 +150,47 @@ TEST_F(Users, CanTakeTheLockOfAnotherInAStickyDirectory)
     EXPECT_EQ(statusOf(unit.file()).st_uid, isRoot() ? nobody : getuid());
 }
 
+// As with fs.protected_symlinks, even where the kernel does not have that set.
+TEST_F(Users, FollowNoLinkOfAnotherInAStickyDirectory)
+{
+    const TemporaryDirectory target;
+    const std::string file = target / "unit.json";
+    const std::string link = unit.directory / "link";
+    const std::pair<std::string, std::string> pathsAndTargets[] = {
+        {link, file},
+        {link, target / "new.json"},
+        {link + "/unit.json", target.path},
+        {link + "/new.json", target.path},
+    };
+    for (const auto& [path, linked] : pathsAndTargets)
+    {
+        SCOPED_TRACE(path + ", " + linked);
+        writeFile(file, before);
+        std::filesystem::remove(target / "new.json");
+        std::filesystem::remove(link);
+        std::filesystem::create_symlink(linked, link);
+        ASSERT_TRUE(lchown(link.c_str(), nobody, static_cast<gid_t>(-1)) == 0 || !isRoot());
+        const auto changeThroughLink = [&] { return runCommand(programOn(path, "--buzzer --volume=40")); };
+
+        chmod(unit.directory.path.c_str(), 01777);
+        const Outcome outcome = changeThroughLink();
+        EXPECT_EQ(outcome.errors,
+                  isRoot() ? "libqv-aux2: " + path + ": link of another user in a sticky directory\n" : "");
+        EXPECT_TRUE(!isRoot() || (readFile(file) == before && !fileExists(target / "new.json")));
+
+        chmod(unit.directory.path.c_str(), 0777);
+        EXPECT_EQ(changeThroughLink().output, changed);
+    }
+}
+
+TEST_F(Users, FollowNoLinkToALock)
+{
+    const std::string elsewhere = unit.directory / "elsewhere";
+    std::filesystem::create_symlink(elsewhere, unit.file() + ".lock");
+    EXPECT_EQ(change(0).errors, diagnostic(".lock", "Too many levels of symbolic links"));
+    EXPECT_FALSE(fileExists(elsewhere));
+}
+
 TEST_F(Users, AreToldWhichFileIsInTheWayInAStickyDirectory)
 {
     chmod(unit.directory.path.c_str(), 01777);
