@@ -1,7 +1,9 @@
 #include "simulator/call/trace.h"
 
+#include "simulator/call/problems.h"
 #include "simulator/store/c_locale.h"
-#include "simulator/store/file.h"
+#include "simulator/store/store_error.h"
+#include "simulator/store/unit_location.h"
 
 #include <climits>
 #include <cstdio>
@@ -19,7 +21,7 @@ namespace
 
 const char* tracePath()
 {
-    return std::getenv("QVAUX_TRACE");
+    return ::secure_getenv("QVAUX_TRACE");
 }
 
 std::string quoted(const char* text, std::size_t length)
@@ -58,6 +60,23 @@ bool fits(const std::string& line, const File& file)
     return limit.rlim_cur == RLIM_INFINITY || end <= limit.rlim_cur;
 }
 
+// Returns false if the trace would be written into a file of the unit, and reports that once.
+bool mayTrace(const char* path)
+{
+    static ProblemReport problems;
+    try
+    {
+        if (!isFileOfUnit(path))
+            return true;
+        problems.report(path + std::string(": QVAUX_TRACE names a file of the unit"));
+    }
+    catch (const StoreError&)
+    {
+        // The path cannot be followed.
+    }
+    return false;
+}
+
 } // namespace
 
 bool isTracing()
@@ -67,7 +86,10 @@ bool isTracing()
 
 void appendToTrace(const std::string& line)
 {
-    const File file = openFile(AT_FDCWD, tracePath(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK, 0666);
+    const char* const path = tracePath();
+    if (!mayTrace(path))
+        return;
+    const File file = openFile(AT_FDCWD, path, O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK, 0666);
     if (file.isOpen() && fits(line, file))
         writeAll(file, line);
 }

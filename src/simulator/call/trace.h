@@ -8,7 +8,8 @@
 //     Buzzer_getFrequency([800]) = 0
 //     Buzzer_release() = 0
 //
-// A trace that cannot be written is silently ignored: tracing does not change what the caller sees.
+// If QVAUX_TRACE names a file of the unit, that is reported on standard error and no trace is written. Any
+// other trace that cannot be written is silently ignored: tracing does not change what the caller sees.
 
 #pragma once
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -167,6 +168,40 @@ TEST(Trace, IsIgnoredIfItCannotBeWritten)
         EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     }
     EXPECT_EQ(unit["/buzzer/volume"], 40);
+}
+
+TEST(Trace, IsNotWrittenToAFileOfTheUnit)
+{
+    const std::string before = R"({"buzzer": {"volume": 5}})";
+    for (const std::string suffix : {"", ".lock", ".job", ".new"})
+    {
+        const CalledUnit unit(before);
+        const std::string companion = unit.file() + suffix;
+        const std::string link = unit.directory / "link";
+        const std::string hardLink = unit.directory / "hard-link";
+        const std::string directory = unit.directory / "directory";
+        std::filesystem::create_symlink(companion, link);
+        std::filesystem::create_directory_symlink(".", directory);
+        std::vector<std::string> traces = {companion, link, directory + "/unit.json" + suffix};
+        if (suffix == "")
+        {
+            std::filesystem::create_hard_link(companion, hardLink);
+            traces.push_back(hardLink);
+        }
+        for (const std::string& trace : traces)
+        {
+            SCOPED_TRACE(trace);
+            setenv("QVAUX_TRACE", trace.c_str(), 1);
+            testing::internal::CaptureStderr();
+            std::uint16_t volume = 0;
+            EXPECT_EQ(Buzzer_getVolume(GetBuzzer(), &volume), 0u);
+            EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                      "libqv-aux2: " + trace + ": QVAUX_TRACE names a file of the unit\n");
+            EXPECT_EQ(volume, 5);
+            EXPECT_EQ(readFile(unit.file()), before);
+            EXPECT_EQ(fileExists(companion), suffix == "");
+        }
+    }
 }
 
 } // namespace
