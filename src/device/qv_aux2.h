@@ -50,7 +50,7 @@ QV_AUX2_BEGIN
 
 typedef uint32_t ApiError;
 
-// The codes that callers may interpret. Any other code is a failure that is explained only by its text.
+// The codes that callers may interpret. Any other code is a failure that only its text explains.
 enum QvError QV_UINT32
 {
     QV_SUCCESS = 0,
@@ -112,12 +112,12 @@ ApiError About_getNrOfCfgInConnections(AboutHandle about, uint8_t* count);
 ApiError About_getNrOfPWMOutConnections(AboutHandle about, uint8_t* count);
 ApiError About_getNrOfButtons(AboutHandle about, int32_t* count);
 
-// `available` receives 0 if the unit lacks the equipment, and any other value if it has it.
+// `available` receives a nonzero value if the unit has the equipment, and 0 if it does not.
 ApiError About_getIsDisplayAvailable(AboutHandle about, uint8_t* available);
 ApiError About_getIsTouchScreenAvailable(AboutHandle about, uint8_t* available);
 
-// The add-on board. These return QV_BOARD_NOT_FITTED if the unit has none. `mounted` receives 0 if the board
-// lacks the radio, and any other value if it has it.
+// The add-on board. These return QV_BOARD_NOT_FITTED if the unit has none. `mounted` receives a nonzero value
+// if the board has the radio, and 0 if it does not.
 ApiError About_getAddOnPCBSerial(AboutHandle about, char* buffer, uint32_t length);
 ApiError About_getAddOnPCBArt(AboutHandle about, char* buffer, uint32_t length);
 ApiError About_getAddOnManufacturingDate(AboutHandle about, char* buffer, uint32_t length);
@@ -169,8 +169,8 @@ ApiError Backlight_release(BacklightHandle backlight);
 ApiError Backlight_getIntensity(BacklightHandle backlight, uint8_t* intensity);
 ApiError Backlight_setIntensity(BacklightHandle backlight, uint8_t intensity);
 
-// Automatic control by ambient light. `running` receives 0 if it is stopped, and any other value if it runs.
-// The meaning of the four filter parameters is unknown; they cannot be read.
+// Automatic control by ambient light. `running` receives a nonzero value while it runs, and 0 otherwise. The
+// meaning of the four filter parameters is unknown; they cannot be read.
 ApiError Backlight_getAutomaticBLStatus(BacklightHandle backlight, uint8_t* running);
 ApiError Backlight_setAutomaticBLFilter(BacklightHandle backlight, int32_t first, int32_t second,
                                         int32_t third, int32_t fourth);
@@ -241,7 +241,7 @@ ApiError Config_setLongButtonPressAction(ConfigHandle config, int32_t action);
 ApiError Config_getFrontBtnTrigTime(ConfigHandle config, uint16_t* milliseconds);
 ApiError Config_setFrontBtnTrigTime(ConfigHandle config, uint16_t milliseconds);
 
-// The action when the on/off signal turns off (QvAction), and the delay before the action, in seconds.
+// The action on the on/off signal (QvAction), and the trigger time of the signal, in seconds.
 ApiError Config_getOnOffSigAction(ConfigHandle config, int32_t* action);
 ApiError Config_setOnOffSigAction(ConfigHandle config, int32_t action);
 ApiError Config_getExtOnOffSigTrigTime(ConfigHandle config, uint32_t* seconds);
@@ -314,7 +314,7 @@ enum QvPmSensor QV_INT32
     QV_PM_SENSOR_CPU_BOARD = 1,
 };
 
-// Times in minutes, counted since the unit was manufactured.
+// Accumulated times since the unit was manufactured, in minutes.
 typedef struct DiagnosticTimer
 {
     uint32_t totalRunTime;
