@@ -13,7 +13,7 @@ bool isContinuationByte(char byte)
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
-// The beginning of a text, escaped as in a JSON string.
+// Returns the beginning of a text, escaped as in a JSON string.
 std::string excerpt(std::string_view text)
 {
     std::size_t length = text.size();

@@ -1,4 +1,4 @@
-// What is wrong with a document, and where.
+// Errors in a document.
 
 #pragma once
 
@@ -11,20 +11,20 @@
 namespace document
 {
 
-// A document has an error. The text names the key and the problem: "/buzzer/volum: unknown key".
+// Thrown if a document is invalid. The text names the key and the problem: "/buzzer/volum: unknown key".
 struct InvalidDocument : std::runtime_error
 {
     using std::runtime_error::runtime_error;
 };
 
-// The path of a key, from the value back to the document. It refers to `parent` and `key` and must not
-// outlive them. The text is built only if there is an error to report.
+// The path of a key, as a list that leads from the key to the root of the document. It refers to `parent` and
+// `key` and must not outlive them. The text is built only if there is an error to report.
 struct KeyPath
 {
     const KeyPath* parent = nullptr; // null for the document itself
     std::string_view key = {};
 
-    // Returns "/buzzer/volume", and "/" for the document itself. Long keys are shortened.
+    // Returns a text such as "/buzzer/volume", or "/" for the document itself. Long keys are truncated.
     std::string text() const;
 
     // Throws InvalidDocument.

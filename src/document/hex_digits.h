@@ -9,8 +9,8 @@
 namespace document
 {
 
-// Appends the bytes that `digits` encodes, upper or lower case, two digits per byte. Returns false if
-// `digits` has an odd length or another character; the bytes before the error may have been appended.
+// Decodes `digits`, two digits of either case per byte, and appends the bytes. Returns false if `digits` has
+// an odd length or contains another character; the bytes before the error may have been appended.
 bool appendBytes(std::vector<std::uint8_t>& bytes, std::string_view digits);
 
 } // namespace document

@@ -1,4 +1,4 @@
-// The JSON library, without the parts that need the stream library.
+// The JSON library, without the parts that need iostreams.
 
 #pragma once
 

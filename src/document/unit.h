@@ -1,10 +1,11 @@
-// The unit document: everything that one unit is and stores. The defaults are those of a healthy, fully
+// The unit document: the equipment and the state of one unit. The defaults are those of a healthy, fully
 // equipped unit.
 //
 // Each record lists its keys in describe(). Documents are read, checked and written from these lists alone.
 //
-// A value that a unit may lack is a std::optional and null in the document. Its operation then returns
-// QV_NOT_SUPPORTED. All other fields have the width of the device API's values, and may hold any of them.
+// A value that a unit may lack is a std::optional, which is null in the document if the unit lacks the value.
+// The operation that reads it then returns QV_NOT_SUPPORTED. All other fields have the width of the device
+// API's values, and may hold any of them.
 
 #pragma once
 
@@ -178,7 +179,7 @@ struct Diagnostic
     std::optional<std::int16_t> pcbTemperature = std::int16_t{34};
     std::optional<std::int16_t> cpuTemperature = std::int16_t{48};
     std::optional<std::int16_t> boardTemperature = std::int16_t{39};
-    std::int32_t sensorStatus = 0; // status word returned with the temperatures of CPU and CPU board
+    std::int32_t sensorStatus = 0; // status word of the sensors of CPU and CPU board
 
     static void describe(auto& key, auto& self)
     {
@@ -346,7 +347,7 @@ struct Config
 
 struct Touch
 {
-    // By QvTouchSetting. The last setting, QV_TOUCH_RESTORE_DEFAULTS, stores nothing.
+    // Indexed by QvTouchSetting. The last setting, QV_TOUCH_RESTORE_DEFAULTS, stores nothing.
     static constexpr std::array<const char*, QV_TOUCH_RESTORE_DEFAULTS> settingKeys = {
         "rightClickTime",      "lowLevel",           "untouchLevel",           "debounceTime",
         "debounceTimeoutTime", "doubleClickMaxTime", "doubleClickTime",        "maxRightClickDistance",
@@ -458,13 +459,13 @@ struct Boot
     }
 };
 
-// What calls of one operation do instead of their work. The first `skip` calls are not affected; the `times`
-// calls after them are, or all if `times` is null.
+// A fault of one operation. The first `skip` calls are not affected. The next `times` calls are, or all
+// further calls if `times` is null.
 struct Fault
 {
-    ApiError code = QV_SUCCESS; // return this code
-    bool ignored = false;       // return QV_SUCCESS, write no results and change nothing
-    bool null = false;          // return a null handle or text
+    ApiError code = QV_SUCCESS; // the call returns this code
+    bool ignored = false;       // the call returns QV_SUCCESS, writes no results and changes nothing
+    bool null = false;          // the call returns a null handle or text
     std::uint32_t skip = 0;
     std::optional<std::uint32_t> times;
 

@@ -264,7 +264,7 @@ template <typename Value>
 Json write(const std::map<std::string, Value>& values)
 {
     Json object = Json::object();
-    auto& members = object.get_ref<Json::object_t&>(); // does not search for each key
+    auto& members = object.get_ref<Json::object_t&>(); // Json::operator[] would search for each key
     for (const auto& [key, value] : values)
         members[key] = write(value);
     return object;
@@ -300,7 +300,7 @@ Json unitToJson(const Unit& unit)
 
 void updateJson(Json& json, const Json& before, const Json& after)
 {
-    auto next = before.begin(); // both have the same order, so that it is rarely necessary to search
+    auto next = before.begin(); // both documents have the same order, so a search is rarely needed
     for (const auto& [key, value] : after.items())
     {
         const auto old = next != before.end() && next.key() == key ? next : before.find(key);

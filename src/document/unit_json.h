@@ -9,15 +9,15 @@
 namespace document
 {
 
-// Missing keys keep their defaults. Throws InvalidDocument if a key is unknown or a duplicate, or if a value
+// Missing keys get their defaults. Throws InvalidDocument if a key is unknown or a duplicate, or if a value
 // has the wrong type or does not fit into its field. The ranges of settings are not checked.
 Unit unitFromJson(const Json& json);
 
 // Returns a document with every key.
 Json unitToJson(const Unit& unit);
 
-// Sets the keys in `json` whose values differ between `before` and `after`, two documents with every key. All
-// other keys, their order, and the way their values are written stay as they are.
+// Sets the keys in `json` whose values differ between `before` and `after`, which are documents with every
+// key. All other keys keep their order and the form of their values.
 void updateJson(Json& json, const Json& before, const Json& after);
 
 } // namespace document

@@ -1,5 +1,5 @@
-// How values are written in a document where a plain number would be hard to read. A format refers to the
-// field of a record and must not outlive it.
+// Formats of values in a document whose plain form would be hard to read. A format refers to the field of a
+// record and must not outlive it.
 
 #pragma once
 
@@ -9,7 +9,7 @@
 namespace document
 {
 
-// 0 and 1 are written as false and true, any other number as it is. All three can be read.
+// 0 and 1 are written as false and true, and any other number as a number. Both forms can be read.
 template <typename Integer>
 struct Flag
 {
@@ -26,7 +26,7 @@ struct Name
     const char* text;
 };
 
-// A value with a name is written as its name, any other number as it is. Names and numbers can be read.
+// A value with a name is written as its name, and any other value as a number. Both forms can be read.
 template <typename Integer>
 struct Named
 {

@@ -21,8 +21,8 @@ struct Version
 // Returns "major.minor.release.build".
 std::string toText(const Version& version);
 
-// Parses the version at the beginning of `text` and removes it from `text`. Returns nothing, and leaves
-// `text` alone, if there is none.
+// Parses the version at the beginning of `text` and removes it from `text`. If there is none, returns nothing
+// and leaves `text` unchanged.
 std::optional<Version> consumeVersion(std::string_view& text);
 
 } // namespace document
