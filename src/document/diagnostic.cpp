@@ -6,7 +6,7 @@ namespace document
 namespace
 {
 
-constexpr std::size_t longestExcerpt = 60; // bytes
+constexpr std::size_t maxExcerptSize = 60; // bytes
 
 bool isContinuationByte(char byte)
 {
@@ -17,8 +17,8 @@ bool isContinuationByte(char byte)
 std::string excerpt(std::string_view text)
 {
     std::size_t length = text.size();
-    if (length > longestExcerpt)
-        for (length = longestExcerpt; length > 0 && isContinuationByte(text[length]);)
+    if (length > maxExcerptSize)
+        for (length = maxExcerptSize; length > 0 && isContinuationByte(text[length]);)
             --length;
     const Json shown = text.substr(0, length);
     const std::string quoted = shown.dump(-1, ' ', false, Json::error_handler_t::replace);
