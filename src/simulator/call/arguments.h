@@ -1,4 +1,4 @@
-// The arguments of a call that receive its results, and whether an argument can be used.
+// Types of arguments that receive results, and the check of arguments.
 
 #pragma once
 
@@ -33,6 +33,8 @@ struct BytesOut
     std::uint8_t* buffer;
     std::uint32_t length;
 };
+
+// Return whether a call can use the argument: pointers are not null, and text buffers are not empty.
 
 inline bool isUsable(const auto&)
 {

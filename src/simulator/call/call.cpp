@@ -18,7 +18,7 @@ using document::Unit;
 namespace
 {
 
-// Only a call that touches the unit boots one that is shut down.
+// What a call touches. Only a call that touches the unit boots a unit that was shut down.
 enum class Scope
 {
     unit,
@@ -32,7 +32,7 @@ Outcome failed(ApiError code)
     return {code, false};
 }
 
-// Runs the work unless a fault replaces it or the handle is not valid.
+// Runs the work unless a fault replaces it or the handle is invalid.
 template <typename Work>
 Outcome execute(const Call& call, const std::optional<Fault>& fault, const Work& work)
 {
@@ -44,8 +44,8 @@ Outcome execute(const Call& call, const std::optional<Fault>& fault, const Work&
     return {code, code == success};
 }
 
-// Boots the unit if that is due and counts the call, in one change. Returns the fault to inject, if any. The
-// file is only locked and written if something changes.
+// Boots the unit if a boot is due and counts the call, in one change. Returns the fault to inject, if any.
+// The file is locked and written only if something changes.
 std::optional<Fault> bootAndCount(const Call& call, const UnitFile& file, Scope scope)
 {
     const Unit& unit = file.current();

@@ -1,7 +1,8 @@
-// Calls of the device API. Every operation of every module is made of these functions. They check the
-// arguments and the handle, inject faults, boot the unit if that is due, run the work, and write the trace.
+// Calls of the device API. Every operation of every module is implemented with these functions. They check
+// the arguments and the handle, inject faults, boot the unit if a boot is due, run the work, and write the
+// trace.
 //
-// Results are written on success only, and after the unit was saved. No exception leaves a call.
+// Results are written only on success, and only after the unit has been saved. No exception leaves a call.
 
 #pragma once
 
@@ -19,7 +20,7 @@ namespace simulator
 
 struct Call
 {
-    const char* operation; // its name, valid for as long as the library is loaded
+    const char* operation; // name of the operation, valid as long as the library is loaded
     const void* handle = nullptr;
 };
 
@@ -33,23 +34,23 @@ struct Outcome
 using Reading = FunctionRef<ApiError(const document::Unit&)>;
 using Change = FunctionRef<ApiError(document::Unit&)>;
 
-// Returns the code of the exception that `action` throws, if any: the caller may be written in C.
+// Runs `action`. Returns success, or the code of the exception that it throws: callers may be written in C.
 ApiError guarded(FunctionRef<void()> action);
 
-// Whether the handle is one of the operation's module.
+// Returns whether the handle is a valid handle of the operation's module.
 bool hasValidHandle(const Call& call);
 
-// Runs the work on the unit unless a fault replaces it or the handle is not valid. Throws StoreError.
+// Runs the work on the unit unless a fault replaces it or the handle is invalid. Throws StoreError.
 Outcome executeReading(const Call& call, const UnitFile& file, Reading work);
 
-// The unit is saved after the work, so the work must not write results.
+// Does the same and then saves the unit. Saving may fail, so the work must not write results.
 Outcome executeChange(const Call& call, const UnitFile& file, Change work);
 
-// Locates the unit's file and passes it to `execute`. An exception becomes an error code.
+// Locates the unit's file and passes it to `execute`. Converts an exception to an error code.
 Outcome withUnitFile(FunctionRef<Outcome(const UnitFile&)> execute);
 
-// Runs `execute` if all arguments can be used, and traces the call. `arguments` are those after the handle;
-// those that receive results are Out, TextOut or BytesOut.
+// Runs `execute` if all arguments can be used, and traces the call. `arguments` are the arguments after the
+// handle. Arguments that receive results are passed as Out, TextOut or BytesOut.
 template <typename... Arguments>
 ApiError tracedCall(const Call& call, FunctionRef<Outcome()> execute, Arguments... arguments)
 {
@@ -75,7 +76,7 @@ ApiError changeUnit(const Call& call, Change work, Arguments... arguments)
     return tracedCall(call, locateAndExecute, arguments...);
 }
 
-// Get<Module>(): returns a new handle, or null if the unit has that fault.
+// Implements Get<Module>(). Returns a new handle, or null if a fault requires it or no memory is left.
 void* acquireHandle(const char* operation);
 
 template <typename Handle>
@@ -84,11 +85,12 @@ Handle acquire(const char* operation)
     return static_cast<Handle>(acquireHandle(operation));
 }
 
-// <Module>_release().
+// Implements <Module>_release().
 ApiError release(const Call& call);
 
-// Get<...>StringA(): returns the text that `lookup` finds, or null if the unit has that fault. If the unit
-// cannot be loaded, a unit with the defaults is searched. Without memory for that, returns `fallback`.
+// Implements Get<...>StringA(). Returns the text that `lookup` finds, or null if a fault requires it. If the
+// unit cannot be loaded, looks the text up in a unit with the defaults. If memory runs out, returns
+// `fallback`.
 using TextLookup = FunctionRef<const char*(const document::Unit&)>;
 const char* textCall(const char* operation, std::uint32_t code, TextLookup lookup, const char* fallback);
 

@@ -21,7 +21,7 @@ constexpr auto at = [](auto& record) -> auto&
         return at<rest...>(record.*member);
 };
 
-// Writes the value to the result. Returns notSupported if the unit lacks the value.
+// Writes the value to `result`. Returns notSupported if the unit lacks the value.
 template <typename Value, typename Result>
 ApiError deliver(const Value& value, Result* result)
 {
@@ -35,7 +35,7 @@ ApiError deliver(const std::optional<Value>& value, Result* result)
     return value ? deliver(*value, result) : notSupported;
 }
 
-// An operation that reads a field.
+// Implements an operation that reads a field.
 template <typename Field, typename Result>
 ApiError getField(const Call& call, Field field, Result* result, Requirement requirement = requireNothing)
 {
@@ -43,7 +43,7 @@ ApiError getField(const Call& call, Field field, Result* result, Requirement req
     return readUnit(call, work, out(result));
 }
 
-// An operation that sets a field to a value for which `isValid` returns true.
+// Implements an operation that sets a field. Returns outOfRange if `isValid(value)` is false.
 template <typename Field, typename Value, typename Valid>
 ApiError setField(const Call& call, Field field, Value value, Valid isValid,
                   Requirement requirement = requireNothing)

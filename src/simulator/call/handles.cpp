@@ -13,7 +13,7 @@ namespace
 // Makes a handle look like an address.
 constexpr std::uintptr_t step = 16;
 
-std::uintptr_t last = 0; // the handle that was acquired last
+std::uintptr_t last = 0; // the newest handle
 
 // The module of each handle that has not been released.
 std::map<std::uintptr_t, std::string_view> modules;

@@ -8,12 +8,12 @@
 namespace simulator
 {
 
-// Keeps a reference to the name of the module. Returns null if all numbers have been used.
+// Returns null if all numbers have been used. `module` must stay valid until the handle is released.
 void* newHandle(std::string_view module);
 
 bool isHandleOf(std::string_view module, const void* handle);
 
-// Ends a handle for which isHandleOf() is true.
+// Releases a handle for which isHandleOf() returns true.
 void endHandle(const void* handle);
 
 } // namespace simulator

@@ -13,7 +13,7 @@ bool isOperation(const std::string& name)
         return false;
     void* const library = dlopen(own.dli_fname, RTLD_LAZY | RTLD_NOLOAD);
     if (!library)
-        throw std::bad_alloc(); // It is loaded, so nothing else can fail.
+        throw std::bad_alloc(); // The library is loaded, so nothing else can have failed.
     // dlsym() also searches the libraries that this one depends on.
     const void* const symbol = dlsym(library, name.c_str());
     Dl_info found{};

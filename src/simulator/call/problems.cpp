@@ -29,7 +29,7 @@ std::size_t escapedSize(char character)
     return isControl(character) ? 4 : 1;
 }
 
-// Appends the text, which must fit.
+// Appends the escaped text, which must fit. Returns the new end.
 char* append(char* end, std::string_view text)
 {
     constexpr const char* digits = "0123456789abcdef";

@@ -1,4 +1,4 @@
-// Problems that an error code cannot explain, on standard error.
+// Writes problems that an error code cannot explain to standard error.
 
 #pragma once
 
@@ -9,13 +9,12 @@
 namespace simulator
 {
 
-// Writes each problem as one line of at most 1 KiB. Control characters are escaped, and the middle of a text
-// that is too long is left out. Takes no memory, throws nothing, raises no signal, and keeps errno.
+// Writes each problem as one line of at most 1 KiB. Escapes control characters, and omits the middle of a
+// text that is too long. Allocates no memory, raises no signal, and preserves errno.
 class ProblemReport
 {
 public:
-    // Does nothing if the problem is the one that was reported last: every further call would report it
-    // again.
+    // Does nothing if the last report was the same, because the problem usually affects all further calls.
     void report(std::string_view problem) noexcept;
 
 private:

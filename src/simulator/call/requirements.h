@@ -1,4 +1,4 @@
-// What a unit must have for an operation.
+// The equipment that a unit needs for an operation.
 
 #pragma once
 
@@ -8,7 +8,7 @@
 namespace simulator
 {
 
-// Returns success or the error code of an operation on a unit that lacks what it needs.
+// Returns success, or the error code of the operation if the unit lacks the equipment.
 using Requirement = ApiError (*)(const document::Unit&);
 
 inline ApiError requireNothing(const document::Unit&)
@@ -74,7 +74,7 @@ inline ApiError requireBluetooth(const document::Unit& unit)
     return requireRadio(unit, unit.addOnBoard.bluetooth);
 }
 
-// Returns work that fails if the unit does not meet the requirement.
+// Returns a function that runs `work` if the unit meets the requirement, and fails otherwise.
 template <typename Work>
 auto requiring(Requirement requirement, Work work)
 {

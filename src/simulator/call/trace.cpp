@@ -44,8 +44,8 @@ std::string quoted(const char* text, std::size_t length)
     return result + "\"";
 }
 
-// Returns whether the file can take the whole line, as far as that is known. A pipe takes up to PIPE_BUF
-// bytes at once or none of them.
+// Returns whether the whole line fits into the file, as far as this is known before writing. A pipe accepts
+// up to PIPE_BUF bytes atomically.
 bool fits(const std::string& line, const File& file)
 {
     struct stat status = {};
@@ -60,7 +60,7 @@ bool fits(const std::string& line, const File& file)
     return limit.rlim_cur == RLIM_INFINITY || end <= limit.rlim_cur;
 }
 
-// Returns false if the trace would be written into a file of the unit, and reports that once.
+// Returns false, and reports the problem once, if `path` is a file of the unit.
 bool mayTrace(const char* path)
 {
     static ProblemReport problems;
@@ -72,7 +72,7 @@ bool mayTrace(const char* path)
     }
     catch (const StoreError&)
     {
-        // The path cannot be followed.
+        // The symbolic links of the path cannot be followed.
     }
     return false;
 }

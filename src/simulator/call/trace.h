@@ -1,5 +1,5 @@
-// The call trace. If QVAUX_TRACE names a file, each call appends one line to it, in a single write if the
-// file takes the line at once.
+// The call trace. If QVAUX_TRACE names a file, each call appends one line to it. The line is one write,
+// unless the file accepts only a part of it at a time.
 //
 // Arguments appear as they were passed, results in brackets. The brackets are empty if no result was written:
 //
@@ -8,8 +8,8 @@
 //     Buzzer_getFrequency([800]) = 0
 //     Buzzer_release() = 0
 //
-// If QVAUX_TRACE names a file of the unit, that is reported on standard error and no trace is written. Any
-// other trace that cannot be written is silently ignored: tracing does not change what the caller sees.
+// If QVAUX_TRACE names a file of the unit, this is reported on standard error and no trace is written. Any
+// other failure to write the trace is silently ignored: tracing does not change what the caller sees.
 
 #pragma once
 
@@ -66,7 +66,7 @@ void trace(const char* operation, const std::string& result, [[maybe_unused]] bo
     }
     catch (const std::exception&)
     {
-        // No memory.
+        // Out of memory: the line is lost.
     }
 }
 

@@ -43,7 +43,7 @@ struct Job
 
 std::optional<Job> lastJob;
 
-// Returns null if this process has not started a job. The job of a parent process is in its memory, too.
+// Returns null if this process has not started a job. After a fork, lastJob may be the job of the parent.
 Job* ownJob()
 {
     return lastJob && lastJob->owner == ::getpid() ? &*lastJob : nullptr;
@@ -53,7 +53,7 @@ constexpr std::size_t capacity = std::size_t{32} << 20; // of each target, in by
 
 // The shortest data record has one byte of data and takes 15 characters: a colon, 12 digits, a carriage
 // return and a newline. The 16th leaves room for address records and empty lines.
-constexpr std::size_t longestFile = capacity * 16;
+constexpr std::size_t maxFileSize = capacity * 16;
 
 bool isOver(const FirmwareStep& step)
 {
@@ -74,14 +74,15 @@ Firmware& firmwareIn(Unit& unit, FirmwareTarget target)
     return unit.firmware.front;
 }
 
-// Appends the content of the file. Pipes and devices are refused, because reading one may block or never end.
+// Appends the content of the file. Pipes and devices are rejected, because reading one may block or never
+// end.
 HexError readFile(const std::string& path, std::string& text)
 {
     const File file = openFile(AT_FDCWD, path, O_RDONLY | O_NONBLOCK);
     struct stat status = {};
     if (!file.isOpen() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
         return {firmwareUnreadable, 0};
-    if (static_cast<std::uint64_t>(status.st_size) > longestFile)
+    if (static_cast<std::uint64_t>(status.st_size) > maxFileSize)
         return {firmwareTooLarge, 0};
     return {readAll(file, text) ? success : firmwareUnreadable, 0};
 }
@@ -168,7 +169,7 @@ std::int32_t nextState(const Job& job)
     return job.progress.state + 1;
 }
 
-// Does the work of entering the next state.
+// Enters the next state and does its work.
 void advance(Job& job, Unit& unit, FirmwareStep& step)
 {
     Firmware& target = firmwareIn(unit, job.target);
@@ -198,7 +199,7 @@ void advance(Job& job, Unit& unit, FirmwareStep& step)
     step.state = job.attempted;
 }
 
-// The second word is the progress of the job in percent.
+// The second member of the status is the progress of the job in percent.
 UpgradeStatus statusOf(const FirmwareStep& step)
 {
     return {step.state, step.state * 100 / QV_UPGRADE_DONE, step.error.code};
@@ -210,8 +211,8 @@ UpgradeStatus scriptedStatus(const std::vector<ScriptedStatus>& statuses, std::s
     return {status.state, status.second, status.error};
 }
 
-// The lock would otherwise be held until every child process has ended. Closing the descriptor of a child
-// does not unlock the file.
+// Otherwise the lock would be held until every child process has ended. Closing the child's descriptor does
+// not release the lock of the parent.
 void closeLockInChild()
 {
     if (lastJob)

@@ -36,7 +36,7 @@ bool decode(std::string_view line, std::vector<std::uint8_t>& bytes)
     return !line.empty() && line.front() == ':' && document::appendBytes(bytes, line.substr(1));
 }
 
-// Whether a record of the type may have that many data bytes.
+// Returns whether a record of the type may have `length` data bytes.
 bool isValidLength(std::uint8_t type, std::size_t length)
 {
     switch (type)

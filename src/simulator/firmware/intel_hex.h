@@ -12,7 +12,7 @@
 namespace simulator
 {
 
-// The error in a file; none if `code` is success.
+// The error in a file. There is none if `code` is success.
 struct HexError
 {
     Code code = success;

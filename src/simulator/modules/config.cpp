@@ -6,7 +6,7 @@ using namespace simulator;
 namespace
 {
 
-// CAN and the configurable inputs can start the unit only in addition to the button or the signal.
+// CAN and the configurable inputs can be triggers only in addition to the button or the signal.
 constexpr auto isTriggerSet = [](std::int32_t triggers)
 {
     constexpr std::int32_t required = QV_TRIGGER_FRONT_BUTTON | QV_TRIGGER_ON_OFF_SIGNAL;

@@ -24,7 +24,7 @@ ApiError start(const Call& call, FirmwareTarget target, FirmwareTask task, const
     return tracedCall(call, locateAndExecute, path, flag);
 }
 
-// A job whose progress cannot be made or saved ends. Its status is reported even if the unit cannot be
+// If a step cannot be prepared or saved, the job ends. Its status is then reported even if the unit cannot be
 // loaded, because callers wait for the end of the job and not for a successful call.
 Outcome firmwareStatus(const Call& call, UpgradeStatus& status)
 {
@@ -100,7 +100,7 @@ ApiError FirmwareUpgrade_startFrontVerification(FirmwareUpgradeHandle upgrade, c
 ApiError FirmwareUpgrade_getUpgradeStatus(FirmwareUpgradeHandle upgrade, UpgradeStatus* status,
                                           std::int32_t flag)
 {
-    // Not under the lock, so that other processes can change the unit meanwhile.
+    // Waits without the lock, so that other processes can change the unit meanwhile.
     if (flag != 0)
         waitForFirmwareJob();
     const Call call{__func__, upgrade};

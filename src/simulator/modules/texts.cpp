@@ -28,7 +28,7 @@ const char* errorText(const Unit& unit, ApiError code)
     return line.empty() ? text : keep(text + line);
 }
 
-// An operation whose texts do not depend on the unit.
+// Implements an operation whose texts do not depend on the unit.
 const char* constantText(const char* operation, std::uint32_t code, const char* text)
 {
     const auto lookup = [=](const Unit&) { return text; };

@@ -40,7 +40,7 @@ ApiError TouchScreen_getAdvancedSetting(TouchScreenHandle touch, std::int32_t se
     {
         if (!isStored(setting) && setting != QV_TOUCH_RESTORE_DEFAULTS)
             return outOfRange;
-        // The setting that restores the others reads as 0.
+        // QV_TOUCH_RESTORE_DEFAULTS stores nothing and reads as 0.
         *value =
             isStored(setting) ? unit.touch.settings[static_cast<std::size_t>(setting)] : std::uint16_t{0};
         return success;

@@ -12,37 +12,37 @@ namespace simulator
 namespace
 {
 
-constexpr const char* listName = "system.posix_acl_access";
+constexpr const char* aclName = "system.posix_acl_access";
 constexpr auto keepId = static_cast<uid_t>(-1); // for fchown
 
-bool hasNoList(int error)
+bool hasNoAcl(int error)
 {
     return error == ENODATA || error == EOPNOTSUPP;
 }
 
-// Returns the access control list in the kernel's format, and "" if the file has none.
-std::string listOf(const File& file, const std::string& path)
+// Returns the access control list in the kernel's format, or "" if the file has none.
+std::string aclOf(const File& file, const std::string& path)
 {
-    std::string list;
-    ssize_t size = ::fgetxattr(file.get(), listName, nullptr, 0);
+    std::string acl;
+    ssize_t size = ::fgetxattr(file.get(), aclName, nullptr, 0);
     if (size > 0)
     {
-        list.resize(static_cast<std::size_t>(size));
-        size = ::fgetxattr(file.get(), listName, list.data(), list.size());
+        acl.resize(static_cast<std::size_t>(size));
+        size = ::fgetxattr(file.get(), aclName, acl.data(), acl.size());
     }
-    if (size < 0 && !hasNoList(errno))
+    if (size < 0 && !hasNoAcl(errno))
         failWithErrno(unitFileUnwritable, path);
-    list.resize(size < 0 ? 0 : static_cast<std::size_t>(size));
-    return list;
+    acl.resize(size < 0 ? 0 : static_cast<std::size_t>(size));
+    return acl;
 }
 
-// Removes the list that a new file inherits from its directory. Returns false, with errno set, if that fails.
-bool removeList(const File& file)
+// Removes the list that a new file inherits from its directory. Returns false, with errno set, on failure.
+bool removeAcl(const File& file)
 {
-    return ::fremovexattr(file.get(), listName) == 0 || hasNoList(errno);
+    return ::fremovexattr(file.get(), aclName) == 0 || hasNoAcl(errno);
 }
 
-// Returns false if the process may not do this.
+// Returns false if the process lacks the permission.
 bool changeOwner(const File& file, uid_t owner, gid_t group, const std::string& path)
 {
     if (::fchown(file.get(), owner, group) == 0)
@@ -59,17 +59,17 @@ void copyAccess(const File& old, const File& file, const std::string& path)
     struct stat status = {};
     if (::fstat(old.get(), &status) != 0)
         failWithErrno(unitFileUnwritable, path);
-    const std::string list = listOf(old, path);
+    const std::string acl = aclOf(old, path);
 
-    if (!removeList(file))
+    if (!removeAcl(file))
         failWithErrno(unitFileUnwritable, path);
     const bool keepsGroup = changeOwner(file, keepId, status.st_gid, path);
     const bool keepsOwner = changeOwner(file, status.st_uid, keepId, path);
-    if (!list.empty())
+    if (!acl.empty())
     {
         if (!keepsGroup || !keepsOwner)
             fail(unitFileUnwritable, path, "only its owner and root can keep its access control list");
-        if (::fsetxattr(file.get(), listName, list.data(), list.size(), 0) != 0)
+        if (::fsetxattr(file.get(), aclName, acl.data(), acl.size(), 0) != 0)
             failWithErrno(unitFileUnwritable, path);
         return;
     }
@@ -82,7 +82,7 @@ void copyAccess(const File& old, const File& file, const std::string& path)
 
 bool allowAllToRead(const File& file)
 {
-    return removeList(file) && ::fchmod(file.get(), 0444) == 0;
+    return removeAcl(file) && ::fchmod(file.get(), 0444) == 0;
 }
 
 } // namespace simulator

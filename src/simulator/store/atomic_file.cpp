@@ -21,7 +21,7 @@ File openDirectory(const UnitLocation& location)
     return directory;
 }
 
-// The file is not open if there is none.
+// Returns a file that is not open if the unit has none yet.
 File openOld(const UnitLocation& location)
 {
     const int directory = location.directory.get();
@@ -38,7 +38,7 @@ File createNew(const UnitLocation& location, const File& old)
 {
     const int directory = location.directory.get();
     const std::string name = location.name + newSuffix;
-    // A killed process may have left a file.
+    // A process that was killed may have left one.
     if (::unlinkat(directory, name.c_str(), 0) != 0 && errno != ENOENT)
         failWithErrno(unitFileUnwritable, location.path + newSuffix);
     File file = openFile(directory, name, O_WRONLY | O_CREAT | O_EXCL, old.isOpen() ? 0600 : 0666);
@@ -63,7 +63,7 @@ void fillAndRename(const UnitLocation& location, const File& file, const std::st
 
 void replaceFile(const UnitLocation& location, const std::string& content)
 {
-    // Everything that can be opened is, before anything changes.
+    // The directory and the old file are opened before anything changes.
     const File directory = openDirectory(location);
     const File old = openOld(location);
     const File file = createNew(location, old);
@@ -76,8 +76,8 @@ void replaceFile(const UnitLocation& location, const std::string& content)
         ::unlinkat(location.directory.get(), (location.name + newSuffix).c_str(), 0);
         throw;
     }
-    // The directory entry is durable only after this. The old file cannot be put back if this fails: that
-    // would not be durable either.
+    // The rename is durable only after this. If this fails, the old file is not restored: that would not be
+    // durable either.
     if (::fsync(directory.get()) != 0)
         fail(unitFileUnwritable, location.path,
              std::string("changed, but may not survive a power loss: cannot synchronize its directory: ") +

@@ -9,12 +9,11 @@
 namespace simulator
 {
 
-// Replaces the file with one that has the content, or creates it. A process that is killed, and a system that
-// crashes, leave either the old file or the new one. The new file has the access rights of the old one, see
-// copyAccess().
+// Creates the file with the content, or replaces it. If the process is killed or the system crashes, either
+// the old file or the new one remains. The new file has the access rights of the old one; see copyAccess().
 //
-// The caller holds the unit's lock. Throws StoreError. The file is then unchanged, unless the synchronization
-// of the directory failed: then the new file is in place, but may not survive a power loss.
+// The caller must hold the unit's lock. Throws StoreError on failure. The file is then unchanged, unless only
+// the synchronization of its directory failed: the new file is in place, but may not survive a power loss.
 void replaceFile(const UnitLocation& location, const std::string& content);
 
 } // namespace simulator

@@ -1,4 +1,4 @@
-// Keeps the signals of a failed write from the caller.
+// Suppresses the signals that a failed write raises.
 
 #pragma once
 
@@ -7,9 +7,9 @@
 namespace simulator
 {
 
-// Writing beyond the limit of file sizes raises SIGXFSZ, and writing to a pipe without a reader SIGPIPE. Both
-// end the process by default. While an object of this class exists, the calling thread gets neither of them,
-// and the write only fails. The signal actions of the process stay as they are. errno is kept.
+// Writing beyond the file size limit raises SIGXFSZ, and writing to a pipe without a reader raises SIGPIPE.
+// Both terminate the process by default. While an object of this class exists, neither is delivered to the
+// calling thread, and the write just fails. The signal actions of the process do not change. Preserves errno.
 class BlockedSignals
 {
 public:
@@ -19,7 +19,7 @@ public:
     BlockedSignals& operator=(const BlockedSignals&) = delete;
 
 private:
-    sigset_t consumed; // the signals that were not pending before
+    sigset_t consumed; // the signals to discard: those that were not pending before
     sigset_t callersMask;
 };
 

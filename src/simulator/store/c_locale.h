@@ -1,4 +1,4 @@
-// Numbers as in the C locale, whatever locale the caller has set.
+// Formats and parses numbers independently of the locale that the caller has set.
 
 #pragma once
 
@@ -24,7 +24,7 @@ public:
     CLocale& operator=(const CLocale&) = delete;
 
 private:
-    // Takes no memory: the C library has this locale built in.
+    // Allocates no memory: this locale is built into the C library.
     static locale_t locale()
     {
         static const locale_t c = ::newlocale(LC_ALL_MASK, "C", nullptr);

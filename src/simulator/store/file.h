@@ -1,4 +1,4 @@
-// An open file that closes itself.
+// A file descriptor that is closed automatically.
 
 #pragma once
 
@@ -33,19 +33,19 @@ private:
     int descriptor = -1;
 };
 
-// Returns the file with a descriptor other than 0, 1 and 2: if the program was started with one of them
-// closed, it would otherwise print into the file or read its input from it.
+// Moves the file to a descriptor above 2. If the program was started with a standard stream closed, it would
+// otherwise print to the file or read its input from it.
 File keepClearOfStandardStreams(File file);
 
-// Opens a file relative to `directory`, a descriptor or AT_FDCWD. The file is not open, and errno says why,
-// if that fails. The descriptor is never 0, 1 or 2.
+// Opens a file relative to `directory`, which is a descriptor or AT_FDCWD. On failure, the result is not open
+// and errno is set. The descriptor is never 0, 1 or 2.
 File openFile(int directory, const std::string& path, int flags, mode_t mode = 0);
 
-// Appends the rest of the file to `text`, or as much of it as `text` has at most `limit` bytes. Returns
-// false, with errno set, if it cannot be read.
+// Appends the rest of the file to `text`, but stops when `text` has `limit` bytes. Returns false, with errno
+// set, if the file cannot be read.
 bool readAll(const File& file, std::string& text, std::size_t limit = std::string::npos);
 
-// Returns whether the file consists of `text`. Returns false, too, if it cannot be read.
+// Returns whether the file contains exactly `text`. Returns false if the file cannot be read.
 bool contentEquals(const File& file, std::string_view text);
 
 // Returns false, with errno set, if `text` cannot be written completely. Raises no signal.

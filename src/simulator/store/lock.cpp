@@ -13,16 +13,16 @@ namespace simulator
 namespace
 {
 
-// O_NOFOLLOW: nobody can lead another user to a file elsewhere.
+// O_NOFOLLOW: a symbolic link cannot make another user open a file elsewhere.
 File openExisting(const UnitLocation& location, const std::string& name)
 {
     return openFile(location.directory.get(), name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW);
 }
 
-// Creates the file so that it gets its name only when it is readable for all. Neither the umask nor a process
-// that is killed can then leave a lock that other users cannot take. The file is not open if that fails, as
-// on file systems that do not support it.
-File createComplete(const UnitLocation& location, const std::string& name)
+// Creates the file without a name, makes it readable by all users, and then links it. If the process is
+// killed, no lock file remains that other users cannot open. The result is not open on failure, for example
+// if the file system does not support O_TMPFILE.
+File createAtomically(const UnitLocation& location, const std::string& name)
 {
     const int directory = location.directory.get();
     File file = openFile(directory, ".", O_TMPFILE | O_RDWR, 0600);
@@ -34,8 +34,8 @@ File createComplete(const UnitLocation& location, const std::string& name)
     return file;
 }
 
-// The file is not open if it exists or cannot be created.
-File createStepByStep(const UnitLocation& location, const std::string& name)
+// The result is not open if the file exists or cannot be created.
+File createInSteps(const UnitLocation& location, const std::string& name)
 {
     File file = openFile(location.directory.get(), name, O_RDONLY | O_CREAT | O_EXCL, 0444);
     if (!file.isOpen() || allowAllToRead(file))
@@ -46,19 +46,19 @@ File createStepByStep(const UnitLocation& location, const std::string& name)
     return {};
 }
 
-// Every user who can open the file can lock it, so it is readable for all, whatever the umask. It is never
-// written.
+// flock() only requires that the file can be opened, so the lock file is readable by all users, regardless of
+// the umask. It is never written.
 File openLock(const UnitLocation& location, const char* suffix)
 {
     const std::string name = location.name + suffix;
     File file = openExisting(location, name);
-    // Created only if it is missing: in a sticky directory such as /tmp the kernel refuses O_CREAT for the
-    // file of another user.
+    // Created only if missing: in a sticky directory such as /tmp, the kernel may reject O_CREAT for an
+    // existing file of another user.
     if (!file.isOpen() && errno == ENOENT)
     {
-        file = createComplete(location, name);
+        file = createAtomically(location, name);
         if (!file.isOpen())
-            file = createStepByStep(location, name);
+            file = createInSteps(location, name);
         if (!file.isOpen() && errno == EEXIST)
             file = openExisting(location, name);
     }
@@ -67,7 +67,7 @@ File openLock(const UnitLocation& location, const char* suffix)
     return file;
 }
 
-// Returns false if another process has the lock and `operation` does not wait.
+// Returns false if another process holds the lock and `operation` does not wait for it.
 bool lock(const File& file, int operation, const std::string& path)
 {
     while (::flock(file.get(), operation) != 0)

@@ -1,4 +1,4 @@
-// Locks between processes: files next to the unit's file, named like it with a suffix.
+// Locks between processes. A lock is a file next to the unit's file, with the same name plus a suffix.
 
 #pragma once
 
@@ -7,10 +7,10 @@
 namespace simulator
 {
 
-// Waits for the lock. It is released when the file is closed. Throws StoreError.
+// Waits for the lock. Closing the file releases it. Throws StoreError.
 File waitForLock(const UnitLocation& location, const char* suffix);
 
-// Does not wait: the file is not open if another process has the lock. Throws StoreError.
+// Does not wait. The result is not open if another process holds the lock. Throws StoreError.
 File tryLock(const UnitLocation& location, const char* suffix);
 
 } // namespace simulator

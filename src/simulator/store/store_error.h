@@ -1,4 +1,4 @@
-// The unit's file cannot be used. The text names the file and the problem.
+// Thrown if the unit's file cannot be used. The text names the file and the problem.
 
 #pragma once
 

@@ -20,10 +20,9 @@ using document::Unit;
 namespace
 {
 
-constexpr int largestFile = 16 << 20; // bytes
+constexpr int maxFileSize = 16 << 20; // bytes
 
-// The file as it was read last. It stays open so that its inode number cannot be reused, which would make
-// another file look like it.
+// The file that was read last. It is kept open so that its inode number cannot be reused for another file.
 struct CachedFile
 {
     File file;
@@ -41,15 +40,15 @@ bool isSameFile(const struct stat& one, const struct stat& other)
            one.st_ctim.tv_sec == other.st_ctim.tv_sec && one.st_ctim.tv_nsec == other.st_ctim.tv_nsec;
 }
 
-// Time stamps cannot tell: on some file systems they have a resolution of one or two seconds. Comparing the
-// text costs much less than parsing it again.
+// Time stamps are not enough: on some file systems, they have a resolution of one or two seconds. Comparing
+// the text costs much less than parsing it again.
 bool isCached(const struct stat& status)
 {
     return cachedFile && isSameFile(status, cachedFile->status) &&
            contentEquals(cachedFile->file, cachedFile->text);
 }
 
-// Returns the parser's text without the prefix of its library: "line 3, column 7: ...".
+// Returns the parser's message without the prefix of the JSON library: "line 3, column 7: ...".
 std::string problemOf(const Json::exception& error)
 {
     const std::string text = error.what();
@@ -59,7 +58,7 @@ std::string problemOf(const Json::exception& error)
 }
 
 // The parser takes a NUL byte for the end of the text.
-void refuseNulByte(const std::string& text, const std::string& path)
+void rejectNulByte(const std::string& text, const std::string& path)
 {
     const auto found = text.find('\0');
     if (found == std::string::npos)
@@ -77,7 +76,7 @@ Json parse(const std::string& text, const std::string& path)
     try
     {
         Json json = Json::parse(text);
-        refuseNulByte(text, path);
+        rejectNulByte(text, path);
         return json;
     }
     catch (const Json::exception& error)
@@ -100,19 +99,19 @@ Unit toUnit(const Json& json, const std::string& path)
     }
 }
 
-// Reads the file, but not more than the largest unit file: it may be growing.
+// Reads the file. Stops after the maximum size, because the file may be growing.
 std::string readText(const File& file, const struct stat& status, const std::string& path)
 {
     std::string text;
-    const bool fits = status.st_size <= largestFile;
-    if (fits && !readAll(file, text, largestFile + 1))
+    const bool fits = status.st_size <= maxFileSize;
+    if (fits && !readAll(file, text, maxFileSize + 1))
         failWithErrno(unitFileUnreadable, path);
-    if (!fits || text.size() > largestFile)
+    if (!fits || text.size() > maxFileSize)
         fail(unitFileInvalid, path, "larger than 16 MiB");
     return text;
 }
 
-// Updates the cached file. Returns false if there is no file.
+// Updates the cached file. Returns false if the file does not exist.
 bool load(const UnitLocation& location)
 {
     struct stat status = {};
@@ -140,7 +139,7 @@ bool load(const UnitLocation& location)
 void save(const UnitLocation& location, const Json& json)
 {
     const std::string text = json.dump(2) + "\n";
-    if (text.size() > largestFile)
+    if (text.size() > maxFileSize)
         fail(unitFileUnwritable, location.path, "would be larger than 16 MiB");
     replaceFile(location, text);
 }

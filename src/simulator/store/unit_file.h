@@ -3,7 +3,7 @@
 // Reads take no lock: the file is replaced atomically, so a reader sees either the old unit or the new one. A
 // writer holds the lock file from reading to replacing.
 //
-// Any number of processes may use a unit at once, but only one thread of each.
+// Any number of processes may use a unit at the same time, but only one thread of each process.
 
 #pragma once
 
@@ -16,22 +16,22 @@
 namespace simulator
 {
 
-// The file as one operation uses it. Every function throws StoreError.
+// The file during one operation. Every function may throw StoreError.
 class UnitFile
 {
 public:
     // Locates the file.
     UnitFile();
 
-    // Returns the unit as it is in the file now. A missing file is created with the defaults. The reference
-    // is valid until the next call of a function of this class.
+    // Returns the unit that is in the file now. Creates a missing file with the defaults. The reference is
+    // valid until the next call of a function of this class.
     const document::Unit& current() const;
 
-    // Runs `action` on the unit and saves what it changed, all under the lock. The file is unchanged if this
-    // throws.
+    // Holds the lock, runs `action` on the unit and saves what it changed. If this throws, the file is
+    // unchanged, with the exception that replaceFile() describes.
     void change(const std::function<void(document::Unit&)>& action) const;
 
-    // Takes another lock next to the file without waiting. It is not open if another process has it.
+    // Takes another lock next to the file. Does not wait: the result is not open if another process holds it.
     File tryLock(const char* suffix) const;
 
 private:

@@ -1,4 +1,4 @@
-// Fault injection: what calls of an operation do instead of their work.
+// Fault injection. A fault replaces the work of a call.
 
 #pragma once
 
@@ -19,7 +19,7 @@ std::optional<document::Fault> uncountedFault(const document::Unit& unit, const 
 // Counts a call. Returns the fault to inject into it, if any.
 std::optional<document::Fault> countCall(document::Unit& unit, const std::string& operation);
 
-// Returns what an operation with the fault returns. An ignored call reports success.
+// Returns the code that a call with the fault returns. An ignored call returns success.
 ApiError resultOf(const document::Fault& fault);
 
 } // namespace simulator

@@ -22,7 +22,7 @@ namespace
 
 void validateFault(const std::string& operation, const Fault& fault, const KeyPath& path)
 {
-    const bool hasNulByte = operation.find('\0') != std::string::npos; // ends the name for the linker
+    const bool hasNulByte = operation.find('\0') != std::string::npos; // dlsym() would stop there
     if (hasNulByte || !isOperation(operation))
         path.fail("unknown operation");
     const bool returnsPointer = operation.starts_with("Get");
@@ -45,7 +45,7 @@ void validateEeprom(const EepromImage& image, const KeyPath& path)
 
 void validateFirmware(const Firmware& firmware, const KeyPath& path)
 {
-    constexpr std::size_t digits = 64; // of a SHA-256
+    constexpr std::size_t digits = 64; // of a SHA-256 digest
     std::vector<std::uint8_t> bytes;
     const std::string& digest = firmware.digest;
     if (!digest.empty() && (digest.size() != digits || !document::appendBytes(bytes, digest)))

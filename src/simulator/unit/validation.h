@@ -1,4 +1,4 @@
-// What a unit document must not contain on the simulated unit, besides what is wrong in any document.
+// Checks of a unit document that go beyond those of document::unitFromJson().
 
 #pragma once
 
@@ -7,8 +7,8 @@
 namespace simulator
 {
 
-// Throws document::InvalidDocument if the content of an EEPROM is too long, a digest is not a SHA-256, a
-// fault has no operation or one that cannot have it, or an error text has no code.
+// Throws document::InvalidDocument if the content of an EEPROM is too long, a digest is not a SHA-256 digest,
+// a fault names an unknown operation or one that cannot have it, or the key of an error text is not a code.
 void validate(const document::Unit& unit);
 
 } // namespace simulator
