@@ -45,7 +45,7 @@ bool recordOption(std::span<const CategoryOption> options, int code, RepeatWitho
 }
 
 ParsedOptions parseOptions(int argc, char** argv, int longIndex, std::span<const CategoryOption> options,
-                           RepeatWithoutValue repeat, const char* refusal)
+                           RepeatWithoutValue repeat, const char* invalidOptionLine)
 {
     ParsedOptions parsed;
     for (int code; (code = nextOption(argc, argv, longIndex)) != endOfOptions;)
@@ -61,8 +61,8 @@ ParsedOptions parseOptions(int argc, char** argv, int longIndex, std::span<const
             continue;
         }
         parsed.invalidOption = true;
-        if (refusal)
-            printLine(refusal);
+        if (invalidOptionLine)
+            printLine(invalidOptionLine);
     }
     return parsed;
 }

@@ -25,7 +25,7 @@ constexpr const char* noArgument()
 // Returns the value of the option that was parsed last, or noArgument() if the value is missing or empty.
 const char* givenValue();
 
-// Compares a word of the command line with a known word, ignoring case.
+// Returns whether `text` and `word` are equal, ignoring case.
 bool equalsIgnoringCase(const char* text, const char* word);
 
 // Returns the decimal number at the start of `text`, or 0 if there is none. A number that does not fit is
@@ -69,13 +69,13 @@ struct ParsedOptions
     }
 };
 
-// Parses the rest of the command line and records the options that are in `options`. Prints the line
-// `refusal` for every other option, unless `refusal` is null.
+// Parses the rest of the command line and records the options that are in `options`. Prints
+// `invalidOptionLine` for every other option, unless it is null.
 ParsedOptions parseOptions(int argc, char** argv, int longIndex, std::span<const CategoryOption> options,
                            RepeatWithoutValue repeat = RepeatWithoutValue::clearsValue,
-                           const char* refusal = nullptr);
+                           const char* invalidOptionLine = nullptr);
 
-// Returns whether `value` means that the setting is to be read. Any other value sets it.
+// Returns whether `value` is a request to read the setting. Any other value sets it.
 bool isReadRequest(const char* value);
 
 // Calls `read` or `set`, depending on `value`.
@@ -102,7 +102,7 @@ void readOrSet(Handle module, const Setting& setting, const char* value, void (*
 // Returns whether the value of the category option selects the item `name`. noArgument() selects every item.
 bool isSelected(const char* argument, const char* name);
 
-// Calls `show` for each item that is selected. Returns false if there is none.
+// Calls `show` for each selected item. Returns false if there is none.
 template <typename Handle, typename Item, std::size_t count>
 bool showSelected(Handle module, const char* argument, const Item (&items)[count],
                   void (*show)(Handle, const Item&))

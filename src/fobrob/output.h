@@ -1,7 +1,7 @@
 // Writes complete lines to standard output.
 //
-// A null text suppresses all further output. The earlier parts of its line are written; the rest of the line,
-// the newline and all later lines are not.
+// A null text suppresses all further output: the earlier parts of its line are written, but the rest of the
+// line, the newline and all later lines are not.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// Tables of the words for device values, for parsing and printing.
+// Tables that translate between device values and words.
 
 #pragma once
 

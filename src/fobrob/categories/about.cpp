@@ -119,8 +119,8 @@ void showEquipment(AboutHandle about)
     showCount<About_getNrOfVideoConnections>(about, "Number of video connections=", "getNrOfVideoConnections",
                                              count);
 
-    // Intentional: from here on `count` keeps the value of the previous row. If an operation succeeds without
-    // writing its result, that value is printed.
+    // Intentional: from here on, `count` is not reset. If an operation succeeds without writing its result,
+    // the previous count is printed.
     if (succeededIfSupported("getNrOfDigIOConnections", About_getNrOfDigIOConnections(about, &count)))
         printLine("Nr of digital I/O connections=", count);
 

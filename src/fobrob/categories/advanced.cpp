@@ -152,7 +152,7 @@ enum class Action
     none,
 };
 
-// Returns the only action that is performed: the first of these that was requested.
+// Returns the first of these actions that was requested. No other action is performed.
 Action chooseAction()
 {
     if (advancedArgs.systemModeGiven)
@@ -218,7 +218,7 @@ bool parseAdvancedOptions(int argc, char** argv, int longIndex)
     return true;
 }
 
-constexpr unsigned closingWait = 100; // seconds
+constexpr unsigned finalDelay = 100; // seconds
 
 } // namespace
 
@@ -238,9 +238,9 @@ int handleAdvanced(const char*, int argc, char** argv, const char*, const option
     }
     runAction(action, upgrade, about);
 
-    // Intentional: --update and --verify cause the wait even if another action took precedence.
+    // Intentional: --update and --verify cause the delay even if another action took precedence.
     if (isFirmwareRequested())
-        sleep(closingWait);
+        sleep(finalDelay);
     About_release(about);
     return static_cast<int>(FirmwareUpgrade_release(upgrade));
 }

@@ -47,7 +47,7 @@ void printBacklightHelp()
               "Set led dimming status.");
 }
 
-void refuseIntensity()
+void rejectIntensity()
 {
     printLine("Invalid argument: The intensity is not within allowed range (1 - 255).");
 }
@@ -65,7 +65,7 @@ void setIntensity(BacklightHandle backlight, const char* value)
 {
     const long intensity = parseNumber(value);
     if (intensity < BACKLIGHT_INTENSITY_MIN)
-        refuseIntensity();
+        rejectIntensity();
     else if (succeeded("setIntensity",
                        Backlight_setIntensity(backlight, static_cast<std::uint8_t>(intensity))))
         printLine("Backlight intensity set to: ", intensity);
@@ -97,7 +97,7 @@ void setAutomatic(BacklightHandle backlight, const char* value)
 {
     const std::int32_t state = valueOf(enabledDisabled, value, noSuchState);
     if (state == noSuchState)
-        refuseIntensity(); // Intentional: the message names the intensity. The output is fixed.
+        rejectIntensity(); // Intentional: the message names the intensity. The output is fixed.
     else if (state)
         startAutomatic(backlight);
     else

@@ -16,7 +16,7 @@ namespace
 
 struct FirmwareOperation
 {
-    const char* name; // in error messages
+    const char* name; // of the operation, in error messages
     ApiError (*start)(FirmwareUpgradeHandle upgrade, const char* path, std::int32_t flag);
     const char* success;
 };
@@ -123,14 +123,15 @@ bool checkFirmwareFile(const char* path, const char* expectedExtension)
     return true;
 }
 
-// Reads one line. Endless input without a newline is not read to the end: it counts as another answer.
+// Reads one line from standard input. A line that is too long, which may never end, is not read completely
+// and counts as "no".
 bool isAnswerYes()
 {
     constexpr char yes[] = {'y', 'e', 's'};
-    constexpr std::size_t longestLine = 65536;
+    constexpr std::size_t maxLength = 65536;
     std::size_t length = 0;
     bool matches = true;
-    for (int c = std::getchar(); c != EOF && c != '\n' && length < longestLine; c = std::getchar())
+    for (int c = std::getchar(); c != EOF && c != '\n' && length < maxLength; c = std::getchar())
     {
         matches = matches && length < sizeof yes && c == yes[length];
         ++length;

@@ -7,11 +7,11 @@
 struct FirmwareRequest
 {
     bool upgrade;       // false: verification
-    const char* target; // word that names the target
+    const char* target; // name of the target, as typed
     const char* path;   // of the firmware file, null if none was given
-    bool force;         // without confirmation
+    bool force;         // do not ask for confirmation
 };
 
-// Carries out `request` and prints everything about it, errors included. Unless it is forced, it is confirmed
-// on standard input first. Returns when the job has ended.
+// Performs `request` and prints its progress, its result and all errors. Asks for confirmation first, unless
+// `force` is set. Returns when the job has ended.
 void runFirmwareOperation(FirmwareUpgradeHandle upgrade, AboutHandle about, const FirmwareRequest& request);

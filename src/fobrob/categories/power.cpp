@@ -110,7 +110,7 @@ const char* modeName(Mode mode)
     return mode == Mode::current ? "Current" : "Start-up";
 }
 
-// Each function calls the operation for the mode.
+// Getters and setters. Each calls the operation for `mode`.
 
 ApiError getVideo(const Modules& modules, Mode mode, std::uint8_t* mask)
 {
