@@ -1,5 +1,5 @@
-// Fuzzes the program: runs it on any command line with a scripted device, and checks the guarantees that hold
-// for every run.
+// Fuzzes the program: runs it with arbitrary command lines on a scripted device, and checks the guarantees
+// that hold for every run.
 //
 // An input has three parts, separated by null bytes: the arguments of the command line, one per line;
 // standard input; the script of the device. The second and the third part are optional.
@@ -34,7 +34,7 @@ extern std::uint64_t program_state_end[];
 namespace
 {
 
-// What the C library provides to one run of the program, and what the run leaves there.
+// The environment of one run of the program: its input, its output and its user.
 struct Environment
 {
     std::string output;
@@ -91,8 +91,8 @@ private:
     std::FILE* original[3];
 };
 
-// Gives the program's variables their initial values. AddressSanitizer is off because its red zones between
-// the variables are copied as well.
+// Restores the initial values of the program's variables. AddressSanitizer is disabled here because its red
+// zones between the variables are copied as well.
 __attribute__((no_sanitize("address"))) void restoreProgramState()
 {
     static volatile std::uint64_t* const begin = program_state_begin;
@@ -179,7 +179,7 @@ bool printedCategoryHelp()
     return !device.readRawEeprom && hasLine("Category - ");
 }
 
-// The general help, the list, the version, and the error for a command line that does not begin with a
+// The general help, the list, the version, or the error for a command line that does not begin with a
 // category.
 bool printedGeneralText()
 {

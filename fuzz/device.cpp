@@ -28,8 +28,8 @@ std::uint8_t nextScriptByte()
 namespace
 {
 
-// A handle is its number in device.handles, counted from 1 and scaled. It is not an address: an address could
-// be reused after a release, and the use of a stale handle would go unnoticed.
+// A handle is its position in device.handles, counted from 1 and scaled. It is not an address: an address
+// could be reused after a release, and the use of a stale handle would not be detected.
 constexpr std::uintptr_t handleStep = 16;
 
 #define MODULE(module)                                                                                       \
@@ -48,7 +48,7 @@ ModuleHandle provideHandle()
                                       : reinterpret_cast<ModuleHandle>(device.handles.size() * handleStep);
 }
 
-// Returns null if the module did not provide the handle, or if the handle is released.
+// Returns null if the handle is unknown, belongs to another module or has been released.
 template <typename ModuleHandle>
 Handle* findHandle(ModuleHandle handle)
 {
@@ -63,12 +63,12 @@ Handle* findHandle(ModuleHandle handle)
     return nullptr;
 }
 
-// Begins every operation that takes a handle.
+// Every operation that takes a handle calls this first.
 template <typename ModuleHandle>
 void checkCall(ModuleHandle handle)
 {
     checkOutputSoFar();
-    expect(findHandle(handle), "an operation gets a handle of its module that is not released");
+    expect(findHandle(handle), "an operation gets a handle of its module that has not been released");
 }
 
 template <typename Value>
@@ -121,7 +121,7 @@ ApiError scriptedCode()
     return code;
 }
 
-// Ends every operation: returns a scripted code, with or without writing the results.
+// Returns a scripted code, with or without writing the results.
 template <typename... Result>
 ApiError respond(Result... results)
 {
@@ -151,7 +151,7 @@ ApiError change(bool allowed)
     return respond();
 }
 
-// Whether one of the numbers on the command line meets the condition.
+// Returns whether a number on the command line meets the condition.
 template <typename Condition>
 bool isAnyNumber(Condition condition)
 {
@@ -159,18 +159,19 @@ bool isAnyNumber(Condition condition)
                                [&](const char* value) { return condition(std::strtol(value, nullptr, 10)); });
 }
 
-// Whether `sent` is a number on the command line, truncated to its width. Only numbers from `least` to `most`
-// count.
+// Returns whether `sent` is a number on the command line, truncated to its width. Ignores numbers that are
+// not within `minimum` and `maximum`.
 template <std::integral Value>
-bool isGivenNumber(Value sent, long least = LONG_MIN, long most = LONG_MAX)
+bool isGivenNumber(Value sent, long minimum = LONG_MIN, long maximum = LONG_MAX)
 {
-    return isAnyNumber([&](long number)
-                       { return number >= least && number <= most && static_cast<Value>(number) == sent; });
+    return isAnyNumber(
+        [&](long number)
+        { return number >= minimum && number <= maximum && static_cast<Value>(number) == sent; });
 }
 
-bool isInRange(std::int32_t value, std::int32_t least, std::int32_t most)
+bool isInRange(std::int32_t value, std::int32_t minimum, std::int32_t maximum)
 {
-    return value >= least && value <= most;
+    return value >= minimum && value <= maximum;
 }
 
 bool isIdleTime(std::uint8_t sent)
@@ -401,7 +402,7 @@ ApiError Diagnostic_getPMTemp(DiagnosticHandle diagnostic, std::int32_t sensor, 
     return respond(temperature, status);
 }
 
-// The job ends with the script, so that it always ends.
+// The job is done at the end of the script, so it always ends.
 ApiError FirmwareUpgrade_getUpgradeStatus(FirmwareUpgradeHandle upgrade, UpgradeStatus* status,
                                           std::int32_t flag)
 {
@@ -420,7 +421,7 @@ ApiError FirmwareUpgrade_getUpgradeStatus(FirmwareUpgradeHandle upgrade, Upgrade
     case 1:
         return respond(&status->error);
     default:
-        // Any state, the one before the first or the one after the last.
+        // A state, or the number before the first state or after the last.
         constexpr int stateCount = QV_UPGRADE_DONE_WITH_ERROR + 1;
         status->state = byte / 4 % (stateCount + 2) - 1;
         return QV_SUCCESS;
@@ -436,7 +437,7 @@ ApiError FrontLED_getSignal(FrontLEDHandle led, double* frequency, std::uint8_t*
     return code;
 }
 
-// The program changes one of the two and sends the other as it read it.
+// The program changes one of the two values and sends the other one unchanged.
 ApiError FrontLED_setSignal(FrontLEDHandle led, double frequency, std::uint8_t dutyCycle)
 {
     checkCall(led);

@@ -28,7 +28,7 @@ struct Device
     bool returnedNullText = false; // the program must suppress all further output
     bool readRawEeprom = false;    // the output may end with the EEPROM's bytes
 
-    // What the program holds after its last read: the result, or what it initialised the result with.
+    // The program's values after its last read: the results, or the initial values if nothing was written.
     std::uint8_t canChannels = 0;
     double ledFrequency = 0;
     std::uint8_t ledDutyCycle = 0;

@@ -1,5 +1,5 @@
-// Fuzzes the simulated unit: calls its operations with any unit file or any firmware file, and checks that
-// every call returns a code or a result and that no file is lost.
+// Fuzzes the simulated unit: calls its operations with arbitrary unit files and firmware files, and checks
+// that every call returns and that no data is lost.
 //
 // The first byte of an input selects an operation. The next 16 bytes are four numbers for its arguments. The
 // rest is the unit file. For some operations it is a firmware file instead, and the unit is healthy:
@@ -110,8 +110,8 @@ private:
 
 using Numbers = std::array<std::uint32_t, 4>; // no operation takes more
 
-// Converts to the arguments of any operation, from left to right: to the numbers, truncated to the
-// parameter's type, and to pointers to one buffer for all results.
+// Converts to each argument of an operation, from left to right: to the next number, truncated to the type of
+// the parameter, or to a pointer to one buffer for all results.
 struct Arguments
 {
     Numbers numbers;
@@ -123,7 +123,8 @@ struct Arguments
     operator Integer()
     {
         const std::uint32_t number = numbers[used++];
-        const bool isLength = hasBuffer && std::same_as<Integer, std::uint32_t>; // follows its buffer
+        const bool isLength =
+            hasBuffer && std::same_as<Integer, std::uint32_t>; // a length follows its buffer
         return static_cast<Integer>(isLength ? number % (buffer.size() + 1) : number);
     }
 
@@ -154,7 +155,7 @@ ApiError call(ApiError (*operation)(Handle, Parameter...), Handle handle, Argume
     return std::apply([&](Parameter... each) { return operation(handle, each...); }, converted);
 }
 
-// One handle per module, obtained before the first input so that its faults cannot prevent it.
+// One handle per module, obtained before the first input, because the faults of an input could prevent it.
 #define MODULE(module) module##Handle handleOf##module;
 #include "operations.def"
 
@@ -190,7 +191,7 @@ const Operation operations[] = {
 #include "operations.def"
 };
 
-// Whether `after` has every key of `before`.
+// Returns whether `after` has every key of `before`.
 bool keepsKeys(const Json& before, const Json& after)
 {
     if (!before.is_object())
@@ -219,9 +220,9 @@ void checkDirectory(const std::string& unitBefore, const std::vector<ApiError>& 
     const std::string after = readFile(directory().unitFile());
     const auto before = parse(unitBefore);
     // A fault in a valid file may return this error too.
-    const bool refused =
+    const bool rejected =
         std::ranges::count(codes, simulator::unitFileInvalid) > 0 && !(before && before->contains("faults"));
-    expect((before && !refused) || after == unitBefore, "an invalid unit file does not change");
+    expect((before && !rejected) || after == unitBefore, "an invalid unit file does not change");
     expect(!before || keepsKeys(*before, Json::parse(after)), "no key is lost");
     for (const auto& entry : std::filesystem::directory_iterator(directory().path))
         expect(isExpectedFile(entry), "no temporary file remains");
@@ -260,7 +261,7 @@ void fuzzUnitFile(const Operation& operation, const Arguments& arguments, const 
     checkDirectory(content, codes);
     if (!jobStarted)
         return;
-    // If a scripted status kept the job from ending, the next input could not start one.
+    // A scripted status may have kept the job from ending. The next input could not start another one.
     writeFile(directory().unitFile(), "{}");
     finishJob();
 }
