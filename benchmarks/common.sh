@@ -19,8 +19,8 @@ rm -rf "$work"
 mkdir -p "$work"
 cmake --install "build/$preset" --prefix "$work" --strip >/dev/null
 
-# Each operation returns success at once and writes no results. The only exception is the number of CAN channels, which
-# is 4, so that there are channels to read and set.
+# Each operation returns success immediately and writes no results. The only exception is the number of CAN channels,
+# which is 4, so that there are channels to read and set.
 make_instant_library() # compiler
 {
     {
@@ -41,7 +41,8 @@ make_instant_library() # compiler
     "$1" -O2 -fPIC -shared -Wl,-soname,libqv-aux2.so.2.11 -o "$library" "$work/instant.c"
 }
 
-# One row for each command that reads: the row of the floor, and the arguments of fobrob. Together they read every value.
+# A row for each command that reads values: the row of the floor, and the arguments of fobrob. Together, the commands
+# read every value.
 read_rows()
 {
     cat <<'END'
@@ -80,8 +81,8 @@ instructions() # command
 }
 
 # Prints the first quartile of the wall time of each command, over 200 rounds. In each round, all commands run once in
-# random order, so that load on the machine affects all of them and none runs with caches that it has just filled. The
-# slower runs measure other processes.
+# random order, so that load on the machine affects all of them and none benefits from caches that it has just filled.
+# The slower runs mostly measure other processes.
 microseconds() # commands
 {
     printf '%s\n' "$@" >"$work/commands"

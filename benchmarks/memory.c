@@ -1,7 +1,7 @@
 /* memory COMMAND [ARGUMENT]...
 
-   Runs a command and prints the memory that it has mapped in when it exits, in KiB, to standard error: a line
-   for each mapping, then a line with the sum and the number of page faults.
+   Runs a command and prints its resident memory at its exit, in KiB, to standard error: a line for each
+   mapping, then a line with the sum and the number of page faults.
 
    The kernel's own figure, the peak that getrusage() returns, is updated in batches and varies between runs.
    This program adds up the mappings while the process is stopped at its exit. Only memory that the command
@@ -58,7 +58,7 @@ int main(int count, char** arguments)
     require(process >= 0, "fork");
     if (process == 0)
     {
-        /* The number of file pages that a fault maps in depends on the address. */
+        /* How many pages of a file one fault maps depends on the address. */
         require(personality(ADDR_NO_RANDOMIZE) != -1, "personality");
         require(ptrace(PTRACE_TRACEME, 0, 0, 0) == 0, "ptrace");
         execv(arguments[1], arguments + 1);
