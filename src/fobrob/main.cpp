@@ -43,7 +43,7 @@ const Category* findCategory(int code)
 
 } // namespace
 
-// Intentional: the exit status is always 0. Scripts depend on it and detect errors by the output.
+// Intentional: the exit status is always 0. Scripts depend on it and detect errors from the output.
 int main(int argc, char** argv)
 {
     setProgramName("fobrob");

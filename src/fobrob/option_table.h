@@ -84,6 +84,6 @@ extern const option longOptions[]; // ends with an empty row
 constexpr int endOfOptions = -1;
 
 // Continues parsing the command line. Returns the code of the next option or endOfOptions. For an invalid
-// option, getopt_long prints an error on standard error, and the function returns '?'. If the option is a
+// option, getopt_long prints an error to standard error, and the function returns '?'. If the option is a
 // long option, its row in longOptions is stored in `longIndex`.
 int nextOption(int argc, char** argv, int& longIndex);

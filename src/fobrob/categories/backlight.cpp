@@ -117,7 +117,7 @@ void setLedDimming(BacklightHandle backlight, const char* value)
     if (state == noSuchState)
         printLine("setLedDimming: Invalid argument");
     else if (succeeded("setLedDimming", Backlight_setLedDimming(backlight, state)))
-        printLine("LedDimming enabled."); // Intentional: also after disabling. The output is fixed.
+        printLine("LedDimming enabled."); // Intentional: printed after disabling, too. The output is fixed.
 }
 
 } // namespace

@@ -123,8 +123,8 @@ bool checkFirmwareFile(const char* path, const char* expectedExtension)
     return true;
 }
 
-// Reads one line from standard input. A line that is too long, which may never end, is not read completely
-// and counts as "no".
+// Reads one line from standard input and returns whether it is "yes". Stops reading after `maxLength`
+// characters, because the input may never end.
 bool isAnswerYes()
 {
     constexpr char yes[] = {'y', 'e', 's'};
