@@ -48,7 +48,8 @@ struct Environment
 
 Environment environment;
 
-// Whether the caller of a wrapped function is the program. The fuzzer and its other threads call them too.
+// Whether the caller of a wrapped function is the program. The fuzzer and its threads call these functions,
+// too.
 thread_local bool programRunning = false;
 
 ssize_t appendTo(void* text, const char* bytes, std::size_t count)
