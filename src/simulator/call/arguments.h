@@ -1,4 +1,4 @@
-// Types of arguments that receive results, and the check of arguments.
+// Types of arguments that receive results, and a check that arguments can be used.
 
 #pragma once
 

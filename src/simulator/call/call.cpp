@@ -64,7 +64,7 @@ std::optional<Fault> bootAndCount(const Call& call, const UnitFile& file, Scope 
 }
 
 // Returns the fault to inject into a call that does not touch the unit's state, if any. If the unit cannot be
-// loaded there is none: the first call that needs the unit fails instead.
+// loaded, there is none: the first call that needs the unit fails instead.
 std::optional<Fault> faultOfLibraryCall(const Call& call)
 {
     std::optional<Fault> fault;

@@ -1,4 +1,4 @@
-// Formats and parses numbers independently of the locale that the caller has set.
+// The C locale, for numbers that do not depend on the locale of the caller.
 
 #pragma once
 

@@ -57,7 +57,7 @@ std::string problemOf(const Json::exception& error)
     return text.substr(found == std::string::npos ? text.find("] ") + 2 : found + mark.size());
 }
 
-// The parser takes a NUL byte for the end of the text.
+// The parser treats a NUL byte as the end of the text.
 void rejectNulByte(const std::string& text, const std::string& path)
 {
     const auto found = text.find('\0');

@@ -27,8 +27,8 @@ public:
     // valid until the next call of a function of this class.
     const document::Unit& current() const;
 
-    // Holds the lock, runs `action` on the unit and saves what it changed. If this throws, the file is
-    // unchanged, with the exception that replaceFile() describes.
+    // Takes the lock, runs `action` on the unit and saves what it changed. If this throws, the file is
+    // unchanged, except in the case that replaceFile() describes.
     void change(const std::function<void(document::Unit&)>& action) const;
 
     // Takes another lock next to the file. Does not wait: the result is not open if another process holds it.

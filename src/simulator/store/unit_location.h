@@ -1,4 +1,4 @@
-// Where the unit's file is.
+// The location of the unit's file.
 
 #pragma once
 
@@ -9,8 +9,8 @@
 namespace simulator
 {
 
-// A name in an open directory. It stays the same directory even if it is renamed or replaced meanwhile, so
-// the file that is locked is the file that is read and replaced.
+// A file name in an open directory. Renaming or replacing the directory has no effect, so the file that is
+// locked is always the one that is read and replaced.
 struct UnitLocation
 {
     File directory;
@@ -18,7 +18,7 @@ struct UnitLocation
     std::string path; // for diagnostics
 };
 
-// The suffixes of the names of its companions: files in the same directory that are named like it.
+// Suffixes of its companions: files in the same directory that have the same name plus a suffix.
 inline constexpr const char* lockSuffix = ".lock"; // held during a change
 inline constexpr const char* jobSuffix = ".job";   // held while a firmware job runs
 inline constexpr const char* newSuffix = ".new";   // the new file while it is written
@@ -27,8 +27,8 @@ inline constexpr const char* newSuffix = ".new";   // the new file while it is w
 // created. Throws StoreError.
 UnitLocation locateUnit();
 
-// Returns whether `path` leads to the unit's file or to one of its companions, which need not exist. Returns
-// false if the unit cannot be located. Throws StoreError if the links of `path` cannot be followed.
+// Returns whether `path` refers to the unit's file or to one of its companions, which need not exist. Returns
+// false if the unit cannot be located. Throws StoreError if the symbolic links of `path` cannot be followed.
 bool isFileOfUnit(const std::string& path);
 
 } // namespace simulator
