@@ -17,7 +17,7 @@ Unit unitFromJson(const Json& json);
 Json unitToJson(const Unit& unit);
 
 // Sets the keys in `json` whose values differ between `before` and `after`, which are documents with every
-// key. All other keys keep their order and the form of their values.
+// key. The order of the keys and the form of all other values do not change.
 void updateJson(Json& json, const Json& before, const Json& after);
 
 } // namespace document
