@@ -48,8 +48,7 @@ struct Environment
 
 Environment environment;
 
-// Whether the caller of a wrapped function is the program. The fuzzer and its threads call these functions,
-// too.
+// Whether the program is the caller of the wrapped functions. The fuzzer and its threads call them, too.
 thread_local bool programRunning = false;
 
 ssize_t appendTo(void* text, const char* bytes, std::size_t count)

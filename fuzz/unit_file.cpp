@@ -123,8 +123,8 @@ struct Arguments
     operator Integer()
     {
         const std::uint32_t number = numbers[used++];
-        const bool isLength =
-            hasBuffer && std::same_as<Integer, std::uint32_t>; // a length follows its buffer
+        // The length of a buffer follows the buffer.
+        const bool isLength = hasBuffer && std::same_as<Integer, std::uint32_t>;
         return static_cast<Integer>(isLength ? number % (buffer.size() + 1) : number);
     }
 
