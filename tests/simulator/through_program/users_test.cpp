@@ -156,26 +156,33 @@ TEST_F(Users, FollowNoLinkOfAnotherInAStickyDirectory)
     const TemporaryDirectory target;
     const std::string file = target / "unit.json";
     const std::string link = unit.directory / "link";
-    const std::pair<std::string, std::string> pathsAndTargets[] = {
+    struct Case
+    {
+        std::string path;
+        std::string linked;
+    };
+    const Case cases[] = {
         {link, file},
         {link, target / "new.json"},
         {link + "/unit.json", target.path},
         {link + "/new.json", target.path},
     };
-    for (const auto& [path, linked] : pathsAndTargets)
+    for (const Case& tried : cases)
     {
-        SCOPED_TRACE(path + ", " + linked);
+        SCOPED_TRACE(tried.path + ", " + tried.linked);
         writeFile(file, before);
         std::filesystem::remove(target / "new.json");
         std::filesystem::remove(link);
-        std::filesystem::create_symlink(linked, link);
+        std::filesystem::create_symlink(tried.linked, link);
         ASSERT_TRUE(lchown(link.c_str(), nobody, static_cast<gid_t>(-1)) == 0 || !isRoot());
-        const auto changeThroughLink = [&] { return runCommand(programOn(path, "--buzzer --volume=40")); };
+        const auto changeThroughLink = [&]
+        { return runCommand(programOn(tried.path, "--buzzer --volume=40")); };
 
         chmod(unit.directory.path.c_str(), 01777);
         const Outcome outcome = changeThroughLink();
         EXPECT_EQ(outcome.errors,
-                  isRoot() ? "libqv-aux2: " + path + ": link of another user in a sticky directory\n" : "");
+                  isRoot() ? "libqv-aux2: " + tried.path + ": link of another user in a sticky directory\n"
+                           : "");
         EXPECT_TRUE(!isRoot() || (readFile(file) == before && !fileExists(target / "new.json")));
 
         chmod(unit.directory.path.c_str(), 0777);
