@@ -17,12 +17,12 @@ namespace simulator
 namespace
 {
 
-constexpr int mostLinks = 40; // the kernel's limit
+constexpr int maxLinks = 40; // the kernel's limit
 
 // Returns null if the variable is unset or empty.
 const char* environment(const char* name)
 {
-    const char* value = ::secure_getenv(name); // not from the caller of a set-user-ID program
+    const char* value = ::secure_getenv(name); // ignored in a set-user-ID program
     return value && *value ? value : nullptr;
 }
 
@@ -67,8 +67,8 @@ bool mayFollow(const struct stat& link, const File& directory)
     return (in.st_mode & shared) != shared || link.st_uid == ::geteuid() || link.st_uid == in.st_uid;
 }
 
-// Returns the target of an open link, or nothing if the entry is no link. The link that is checked is the one
-// that is read, even if its name is replaced meanwhile.
+// Returns the target of an open link, or nothing if the entry is not a link. The link that is checked is the
+// one that is read, even if its name is replaced meanwhile.
 std::optional<std::string> targetOf(const File& entry, const File& directory, const std::string& path)
 {
     struct stat status = {};
@@ -93,9 +93,18 @@ std::string takeName(std::string& path)
     return name.empty() ? "." : name;
 }
 
-File openStart(const std::string& path)
+// Opens the directory where the path starts. Of an absolute path, it opens and removes the first name, too:
+// an emulator can show another root directory. Nobody but root can create links there.
+File openStart(std::string& path)
 {
-    return openFile(AT_FDCWD, path.starts_with('/') ? "/" : ".", O_PATH | O_DIRECTORY);
+    if (!path.starts_with('/'))
+        return openFile(AT_FDCWD, ".", O_PATH | O_DIRECTORY);
+    std::string rest = path;
+    const std::string name = takeName(rest);
+    if (rest.empty())
+        return openFile(AT_FDCWD, "/", O_PATH | O_DIRECTORY);
+    path = rest;
+    return openFile(AT_FDCWD, "/" + name, O_PATH | O_DIRECTORY);
 }
 
 // Follows symbolic links one at a time. A change then replaces the file and not the link. The file need not
@@ -108,15 +117,15 @@ UnitLocation resolve(std::string path)
     if (directory.isOpen())
         rest.erase(0, parent.size());
     else
-        directory = openStart(path);
+        directory = openStart(rest);
 
     for (int links = 0; directory.isOpen();)
     {
         const std::string name = takeName(rest);
         File entry = openFile(directory.get(), name, O_PATH | O_NOFOLLOW);
-        if (const auto target = targetOf(entry, directory, path))
+        if (auto target = targetOf(entry, directory, path))
         {
-            if (++links > mostLinks)
+            if (++links > maxLinks)
             {
                 errno = ELOOP;
                 failWithErrno(unitFileUnreadable, path);
@@ -125,7 +134,7 @@ UnitLocation resolve(std::string path)
             if (rest.empty())
                 path = (isAbsolute ? "" : directoryOf(path)) + *target;
             if (isAbsolute)
-                directory = openStart(*target);
+                directory = openStart(*target); // removes what it opens
             rest.insert(0, *target);
         }
         else if (rest.empty())
@@ -136,7 +145,7 @@ UnitLocation resolve(std::string path)
     return {{}, ".", path};
 }
 
-// Its entry in the parent directory is durable when this returns, or it does not exist.
+// Creates the directory durably: its entry in the parent directory is on disk when this returns.
 void makeDirectory(const std::string& path)
 {
     struct stat status = {};
