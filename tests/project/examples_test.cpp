@@ -102,7 +102,7 @@ TEST(DocumentExamples, ShowTheOutputOfTheirSessions)
                 ++sessions;
             }
     }
-    EXPECT_EQ(sessions, 14);
+    EXPECT_EQ(sessions, 15);
 }
 
 TEST(ManualExamples, SwitchTheFanOnAtStartUpAndLeaveCanOff)

@@ -42,6 +42,25 @@ TEST(Equipment, UnlistedCanChannelHasTheDefaultBaudRate)
     EXPECT_EQ(unit["/can/baudrates"], (json{125, 125, 500}));
 }
 
+TEST(Equipment, ListOfBaudRatesMayBeLongerOrShorterThanTheUnitHasChannels)
+{
+    const CalledUnit unit(R"({"about": {"canConnections": 4}, "can": {"baudrates": [250, 500]}})");
+    std::uint16_t baudrate = 0;
+    for (std::uint8_t channel = 1; channel <= 4; ++channel)
+    {
+        EXPECT_EQ(CanSetting_getBaudrate(GetCanSetting(), channel, &baudrate), 0u);
+        EXPECT_EQ(baudrate, channel == 1 ? 250 : channel == 2 ? 500 : 125);
+    }
+    EXPECT_EQ(unit["/can/baudrates"], (json{250, 500}));
+    EXPECT_EQ(CanSetting_setBaudrate(GetCanSetting(), 4, 1000), 0u);
+    EXPECT_EQ(unit["/can/baudrates"], (json{250, 500, 125, 1000}));
+
+    const CalledUnit small(R"({"about": {"canConnections": 1}, "can": {"baudrates": [250, 500]}})");
+    EXPECT_EQ(CanSetting_getBaudrate(GetCanSetting(), 2, &baudrate), 2u);
+    EXPECT_EQ(CanSetting_setBaudrate(GetCanSetting(), 1, 1000), 0u);
+    EXPECT_EQ(small["/can/baudrates"], (json{1000, 500}));
+}
+
 TEST(Equipment, AddOnBoardIsRequired)
 {
     const CalledUnit unit(R"({"addOnBoard": {"fitted": false}})");
