@@ -399,7 +399,8 @@ struct Firmware
     std::string digest;                 // SHA-256 of the flashed blocks, empty if nothing was flashed yet
     std::uint64_t bytes = 0;            // number of flashed bytes
     bool incomplete = false;            // an upgrade has started and not finished
-    std::optional<Version> nextVersion; // the version from the next boot on
+    std::optional<Version> nextVersion; // the version from the next boot on; of the System Supervisor, from
+                                        // the next power cut on
 
     static void describe(auto& key, auto& self)
     {
@@ -445,7 +446,8 @@ struct FirmwareWork
 
 struct Boot
 {
-    bool running = true; // false from a shutdown to the next call
+    bool running = true;   // false from a shutdown to the next call
+    bool powerCut = false; // set from outside: the next call is the first after a power cut
     bool completed = true;
     std::int32_t systemMode = QV_SYSTEM_NORMAL;
     std::int32_t nextMode = QV_BOOT_NORMAL;
@@ -453,6 +455,7 @@ struct Boot
     static void describe(auto& key, auto& self)
     {
         key("running", self.running);
+        key("powerCut", self.powerCut);
         key("completed", self.completed);
         key("systemMode", Named{self.systemMode, systemModeNames});
         key("nextMode", Named{self.nextMode, bootModeNames});

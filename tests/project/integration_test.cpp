@@ -362,6 +362,8 @@ TEST(UpgradeFirmware, UpgradesVerifiesAndShutsTheUnitDown)
         EXPECT_EQ(exitStatus(run.outcome), 0) << run.outcome.output;
         EXPECT_EQ(run.outcome.errors, "");
         EXPECT_EQ(run.calls, std::string(calls) + "FirmwareUpgrade_shutDown ");
+        if (target == std::string("SS"))
+            unit.cutPower();
         EXPECT_EQ(unit.run("--version=" + std::string(target)).output, version);
     }
 }

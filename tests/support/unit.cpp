@@ -204,6 +204,11 @@ void Unit::shutDown()
     run("--advanced --shutdown");
 }
 
+void Unit::cutPower()
+{
+    set("/boot/powerCut", true);
+}
+
 // What is preloaded must not be preloaded into the command, which may be for another processor.
 Outcome runOn(const Unit& unit, const std::vector<std::string>& words,
               std::map<std::string, std::string> environment)

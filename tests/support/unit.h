@@ -81,6 +81,9 @@ public:
     // Ends this boot, so that the next run is in the next one.
     void shutDown();
 
+    // Cuts the power, so that the next run is in the next boot.
+    void cutPower();
+
     std::string file() const;
     nlohmann::json content() const;
 

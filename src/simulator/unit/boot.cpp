@@ -43,6 +43,15 @@ void applyTouchProfile(document::Touch& touch)
         touch.profile = QV_TOUCH_TOUCH;
 }
 
+// A shutdown does not restart the System Supervisor: only a power cut does.
+void applyFirmwares(Unit& unit)
+{
+    applyFirmware(unit.firmware.fpga, unit.versions.fpga);
+    applyFirmware(unit.firmware.front, unit.versions.front);
+    if (unit.boot.powerCut)
+        applyFirmware(unit.firmware.ss, unit.versions.ss);
+}
+
 void boot(Unit& unit)
 {
     if (unit.boot.nextMode == QV_BOOT_RESCUE_WITH_FACTORY_RESET)
@@ -60,16 +69,15 @@ void boot(Unit& unit)
     applyStartupPower(unit.telematics.bluetooth);
 
     applyTouchProfile(unit.touch);
-    applyFirmware(unit.firmware.ss, unit.versions.ss);
-    applyFirmware(unit.firmware.fpga, unit.versions.fpga);
-    applyFirmware(unit.firmware.front, unit.versions.front);
+    applyFirmwares(unit);
+    unit.boot.powerCut = false;
 }
 
 } // namespace
 
 bool isBootDue(const Unit& unit)
 {
-    return !unit.boot.running;
+    return !unit.boot.running || unit.boot.powerCut;
 }
 
 void bootIfDue(Unit& unit)

@@ -1,4 +1,5 @@
-// The boot of the unit. A unit that was shut down boots at the next call that touches it.
+// The boot of the unit. If the unit was shut down or its power was cut, it boots at the next call that
+// touches it.
 
 #pragma once
 
@@ -9,7 +10,7 @@ namespace simulator
 
 bool isBootDue(const document::Unit& unit);
 
-// Applies everything that takes effect at the next boot.
+// Applies everything that takes effect at a boot, or only at one after a power cut.
 void bootIfDue(document::Unit& unit);
 
 } // namespace simulator

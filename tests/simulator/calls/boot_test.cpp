@@ -1,6 +1,8 @@
 #include "device/qv_aux2.h"
 #include "support/called_unit.h"
 
+#include <filesystem>
+
 namespace
 {
 
@@ -52,6 +54,44 @@ TEST(Boot, HappensEvenIfTheNextCallIsAShutdown)
     shutDown();
     EXPECT_EQ(unit["/boot/running"], false);
     EXPECT_EQ(unit["/diagnostic/powerCycles"], 8);
+}
+
+TEST(Boot, HappensAfterAPowerCut)
+{
+    CalledUnit unit(R"({"diagnostic": {"powerCycles": 7}, "boot": {"nextMode": "rescue"},
+                        "config": {"startupPower": {"video": 5}}, "touch": {"profile": "mouse next boot"}})");
+    unit.cutPower();
+    callTheUnit();
+    callTheUnit();
+    EXPECT_EQ(
+        unit["/boot"],
+        (json{{"powerCut", false}, {"completed", false}, {"systemMode", "rescue"}, {"nextMode", "normal"}}));
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], 8);
+    EXPECT_EQ(unit["/power/video"], 5);
+    EXPECT_EQ(unit["/touch/profile"], "mouse");
+}
+
+TEST(Boot, HappensOnceAfterAShutdownAndAPowerCut)
+{
+    CalledUnit unit(R"({"diagnostic": {"powerCycles": 7}})");
+    shutDown();
+    unit.cutPower();
+    callTheUnit();
+    callTheUnit();
+    EXPECT_EQ(unit["/boot/running"], true);
+    EXPECT_EQ(unit["/boot/powerCut"], false);
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], 8);
+}
+
+TEST(Boot, DoesNotHappenAfterAPowerCutIfTheUnitCannotBeSaved)
+{
+    CalledUnit unit(R"({"diagnostic": {"powerCycles": 7}})");
+    unit.cutPower();
+    std::filesystem::create_directory(unit.file() + ".new");
+    std::uint16_t volume = 0;
+    EXPECT_EQ(Buzzer_getVolume(GetBuzzer(), &volume), 67u);
+    EXPECT_EQ(unit["/boot/powerCut"], true);
+    EXPECT_EQ(unit["/diagnostic/powerCycles"], 7);
 }
 
 TEST(Boot, WrapsThePowerCycleCounter)
@@ -161,15 +201,30 @@ TEST(Boot, IsCompletedByTheCommand)
     EXPECT_EQ(unit["/boot/completed"], true);
 }
 
-TEST(Boot, ActivatesFlashedFirmware)
+const char* const flashedFirmware =
+    R"({"firmware": {"ss": {"nextVersion": "9.8.7.6"}, "fpga": {"nextVersion": "1.1.1.1"},
+                     "front": {"nextVersion": "2.2.2.2"}}})";
+
+TEST(Boot, ActivatesFlashedFirmwareAfterAPowerCut)
 {
-    const CalledUnit unit(
-        R"({"firmware": {"ss": {"nextVersion": "9.8.7.6"}, "fpga": {"nextVersion": "1.1.1.1"},
-                              "front": {"nextVersion": "2.2.2.2"}}})");
-    reboot();
+    CalledUnit unit(flashedFirmware);
+    unit.cutPower();
+    callTheUnit();
     EXPECT_EQ(unit["/versions"], (json{{"ss", "9.8.7.6"}, {"fpga", "1.1.1.1"}, {"front", "2.2.2.2"}}));
     for (const char* target : {"ss", "fpga", "front"})
         EXPECT_EQ(unit["/firmware"][target], (json{{"nextVersion", nullptr}}));
+}
+
+TEST(Boot, ActivatesFlashedFirmwareAfterAShutdownExceptForTheSystemSupervisor)
+{
+    CalledUnit unit(flashedFirmware);
+    reboot();
+    EXPECT_EQ(unit["/versions"], (json{{"fpga", "1.1.1.1"}, {"front", "2.2.2.2"}}));
+    EXPECT_EQ(unit["/firmware/ss/nextVersion"], "9.8.7.6");
+    unit.cutPower();
+    callTheUnit();
+    EXPECT_EQ(unit["/versions/ss"], "9.8.7.6");
+    EXPECT_EQ(unit["/firmware/ss/nextVersion"], nullptr);
 }
 
 TEST(Boot, IsNotNeededToResetTheSystemSupervisor)

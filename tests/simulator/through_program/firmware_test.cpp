@@ -119,6 +119,9 @@ TEST(Firmware, HasItsNewVersionFromTheNextBootOn)
     EXPECT_EQ(unit.run("--version=SS").output, "SSVersion: 2.7.1.0\n");
     EXPECT_EQ(unit["/firmware/ss/nextVersion"], "1.2.3.4");
     unit.shutDown();
+    EXPECT_EQ(unit.run("--version=SS").output, "SSVersion: 2.7.1.0\n");
+    EXPECT_EQ(unit["/firmware/ss/nextVersion"], "1.2.3.4");
+    unit.cutPower();
     EXPECT_EQ(unit["/versions/ss"], nullptr);
     EXPECT_EQ(unit.run("--version=SS").output, "SSVersion: 1.2.3.4\n");
     EXPECT_EQ(unit["/firmware/ss/nextVersion"], nullptr);
@@ -147,7 +150,7 @@ TEST(Firmware, KeepsItsVersionIfTheFileContainsNone)
         SCOPED_TRACE(text);
         FirmwareUnit unit;
         ASSERT_EQ(upgrade(unit, hexFile(text)), upgraded);
-        unit.shutDown();
+        unit.cutPower();
         EXPECT_EQ(unit.run("--version=SS").output, "SSVersion: 2.7.1.0\n");
     }
 }
@@ -157,7 +160,7 @@ TEST(Firmware, FindsItsVersionAcrossRecordsAndInAnyBlock)
     FirmwareUnit unit;
     ASSERT_EQ(upgrade(unit, hexData("other block") + hexData("FWVERSION=11.22.33.44 ", 0xFFFA, 3) + hexEnd),
               upgraded);
-    unit.shutDown();
+    unit.cutPower();
     EXPECT_EQ(unit.run("--version=SS").output, "SSVersion: 11.22.33.44\n");
 }
 
@@ -165,7 +168,7 @@ TEST(Firmware, HasTheFirstValidVersionInTheFile)
 {
     FirmwareUnit unit;
     ASSERT_EQ(upgrade(unit, hexFile("FWVERSION=%d FWVERSION=FWVERSION=1.2.3.4 FWVERSION=5.6.7.8")), upgraded);
-    unit.shutDown();
+    unit.cutPower();
     EXPECT_EQ(unit.run("--version=SS").output, "SSVersion: 1.2.3.4\n");
 }
 
