@@ -286,7 +286,7 @@ TEST(Manual, HasTheRangesThatTheUnitStores)
 
 TEST(Manual, NamesNoUnknownOption)
 {
-    const std::string pages = manualPage("fobrob.1") + manualPage("fobrob-sim.1");
+    const std::string pages = manualPage("fobrob.1") + replaced(manualPage("fobrob-sim.1"), "-no-wait", "");
     Names named = namesAfter(" -", macroLines("Fl", pages));
     named.merge(namesAfter(R"(\-\-)", pages));
     EXPECT_THAT(tableOptions(), testing::IsSupersetOf(named));

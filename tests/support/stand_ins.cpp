@@ -1,8 +1,9 @@
-// Preloaded: getuid() returns the user that the test chooses, and sleep() writes a line to the call trace
-// instead of waiting.
+// Preloaded: getuid() returns the user that the test chooses, and sleep() also writes a line to the call
+// trace.
 
 #include <cstdio>
 #include <cstdlib>
+#include <dlfcn.h>
 #include <sys/types.h>
 #include <unistd.h>
 
@@ -20,5 +21,5 @@ extern "C" __attribute__((visibility("default"))) unsigned sleep(unsigned second
             std::fprintf(trace, "sleep(%u)\n", seconds);
             std::fclose(trace);
         }
-    return 0;
+    return reinterpret_cast<decltype(&sleep)>(dlsym(RTLD_NEXT, "sleep"))(seconds);
 }

@@ -60,6 +60,11 @@ std::string namelessLibraryDirectory()
     return buildDirectory() + "/tests/nameless";
 }
 
+std::string noWait()
+{
+    return simulatorDirectory() + "/no-wait.so";
+}
+
 std::string standIns()
 {
     return buildDirectory() + "/tests/stand-ins.so";
@@ -75,8 +80,9 @@ Command programOn(const std::string& unit, const std::vector<std::string>& argum
     Command command{split(fromEnvironment("FOBROB_RUNNER", ""))};
     command.words.push_back(programPath());
     command.words.insert(command.words.end(), arguments.begin(), arguments.end());
-    command.environment = {
-        {"LD_LIBRARY_PATH", simulatorDirectory()}, {"LD_PRELOAD", standIns()}, {"QVAUX_UNIT", unit}};
+    command.environment = {{"LD_LIBRARY_PATH", simulatorDirectory()},
+                           {"LD_PRELOAD", standIns() + ":" + noWait()},
+                           {"QVAUX_UNIT", unit}};
     return command;
 }
 
@@ -99,6 +105,7 @@ Nobody::Nobody()
 {
     std::filesystem::copy(programPath(), copies / "fobrob");
     std::filesystem::copy(simulatorDirectory() + "/libqv-aux2.so.2.11", copies / "libqv-aux2.so.2.11");
+    std::filesystem::copy(noWait(), copies / "no-wait.so");
     std::filesystem::copy(standIns(), copies / "stand-ins.so");
 }
 
@@ -106,7 +113,7 @@ Outcome Nobody::run(Command command) const
 {
     std::ranges::replace(command.words, programPath(), copies / "fobrob");
     command.environment["LD_LIBRARY_PATH"] = copies.path;
-    command.environment["LD_PRELOAD"] = copies / "stand-ins.so";
+    command.environment["LD_PRELOAD"] = copies / "stand-ins.so" + ":" + copies / "no-wait.so";
     command.unprivileged = true;
     return runCommand(command);
 }
@@ -221,11 +228,13 @@ Outcome runOn(const Unit& unit, const std::vector<std::string>& words,
     for (const std::string& word : program.words)
         starter += " '" + word + "'";
     const TemporaryDirectory bin;
+    writeFile(bin / "fobrob", starter + " \"$@\"\n");
+    const std::string simulator = readFile(PROJECT_DIRECTORY "/src/simulator/fobrob-sim.in");
+    writeFile(bin / "fobrob-sim",
+              replaced(replaced(simulator, "@simulator_directory@", BUILD_DIRECTORY "/simulator"),
+                       "@search_path@", "$PATH"));
     for (const std::string name : {"fobrob", "fobrob-sim"})
-    {
-        writeFile(bin / name, starter + " \"$@\"\n");
         std::filesystem::permissions(bin / name, std::filesystem::perms::all);
-    }
     environment.insert({"PATH", bin.path + ":/usr/bin:/bin"});
     return runCommand({.words = words, .environment = environment});
 }

@@ -35,7 +35,8 @@ std::string programPath();
 std::string simulatorDirectory();
 std::string otherLibraryDirectory();    // a device library with only a light sensor
 std::string namelessLibraryDirectory(); // the simulated unit without a SONAME
-std::string standIns();                 // preloaded into the program
+std::string noWait();                   // preloaded into the program: sleep() returns at once
+std::string standIns();                 // preloaded before it: controls getuid(), sleep() and the clock
 
 // Returns whether `long` has 64 bits in the program under test. If not, its maximum is 2147483647.
 bool isProgram64Bit();
