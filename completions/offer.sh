@@ -1,12 +1,18 @@
-# Prints the words that can be completed at the cursor, one per line: sh -c SCRIPT fobrob TYPED WORD...
+# Prints the words that can be completed at the cursor, one per line: sh -c SCRIPT COMMAND TYPED WORD...
 #
-# TYPED is the part of the current word before the cursor. The WORDs are the words before it, from the category on. The
-# caller discards the words that do not start with TYPED. The completion scripts contain this file and options.txt
-# between single quotes, so neither may contain a single quote or two backslashes in a row.
+# COMMAND is fobrob or fobrob-sim, TYPED the part of the current word before the cursor. The WORDs are the words before
+# it. A tab and a description, which may be empty, follow each word. The caller discards the words that do not start
+# with TYPED. The completion scripts contain this file and options.txt between single quotes, so neither may contain a
+# single quote or two backslashes in a row.
 
 set -f
 typed=$1
 shift
+
+first="--help --list -h -v"
+case $0 in
+*fobrob-sim) if [ "${1-}" = --no-wait ]; then shift; else first="$first --no-wait"; fi ;;
+esac
 
 category=${1%%=*}
 given=" "
@@ -26,7 +32,7 @@ typed=$taker$typed
 print_lines() # LINE...
 {
     for line; do
-        printf "%s\n" "${line#"$taker"}"
+        printf "%s\t%s\n" "${line#"$taker"}" "$description"
     done
 }
 
@@ -56,14 +62,26 @@ print_firmware() # OPTION, PATH as far as typed
     esac
 }
 
-# Prints the name of an option, or the words of its value once the "=" is typed.
-offer() # OPTION WORD..., a row of options.txt
+# Prints the name of an option with the description, or the words of its value once the "=" is typed. A name with "="
+# also shows the range.
+offer() # OPTION WORD..., a row of options.txt without its description
 {
     option=$1
     name=${1%%=*}
+    range=
     shift
+    case $* in
+    "<firmware>") ;;
+    "<"*)
+        range=$*
+        range=${range#<}
+        range=", ${range%>}"
+        shift $#
+        ;;
+    esac
     case $typed in
     "$name="*)
+        description=
         if [ "$*" = "<firmware>" ]; then
             print_firmware "$name" "${typed#*=}"
         else
@@ -79,16 +97,29 @@ offer() # OPTION WORD..., a row of options.txt
     *" $name "*) return ;;
     esac
     case $option in
-    *"=?") print_lines "$name" "$name=" ;;
-    *) print_lines "$option" ;;
+    *=) ;;
+    *) print_lines "$name" ;;
+    esac
+    case $option in
+    *=*) description=$description$range && print_lines "$name=" ;;
     esac
 }
 
-if [ -z "$category" ]; then
-    for option in --help --list -h -v; do
+offer_general() # OPTION...
+{
+    for option; do
+        case $option in
+        --help | -h) description="help" ;;
+        --list) description="list all options" ;;
+        -v) description="version of the program" ;;
+        --no-wait) description="skip the wait of firmware commands, for development only" ;;
+        esac
         offer "$option"
     done
-fi
+}
+
+# shellcheck disable=SC2086  # a list of words
+[ -n "$category" ] || offer_general $first
 while IFS= read -r row; do
     case $row in
     "" | "#"*) continue ;;
@@ -96,11 +127,13 @@ while IFS= read -r row; do
     *)
         place=
         heading=${row%%[= ]*}
-        [ "$heading" != "$category" ] || offer --help
+        [ "$heading" != "$category" ] || offer_general --help
         ;;
     esac
+    [ "$place" = "$category" ] || continue
+    description=${row##* # }
     # shellcheck disable=SC2086  # a row is a list of words
-    [ "$place" != "$category" ] || offer $row
+    offer ${row% # *}
 done <<END
 @OPTIONS@
 END

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <gmock/gmock.h>
+#include <regex>
 
 namespace
 {
@@ -34,11 +35,22 @@ std::vector<std::string> typed(const std::string& shell, const std::string& keys
     return linesOf({"zsh", "-f", driver, keys});
 }
 
+// Returns the offers of fish, each with a tab and its description.
+std::vector<std::string> describedOffers(const std::string& line)
+{
+    return linesOf(
+        {"fish", "--no-config", "-c", "source $COMPLETIONS/fobrob.fish; complete -C $argv[1]", line});
+}
+
 std::vector<std::string> answers(const std::string& shell, const std::string& line)
 {
     if (shell == "fish")
-        return linesOf(
-            {"fish", "--no-config", "-c", "source $COMPLETIONS/fobrob.fish; complete -C $argv[1]", line});
+    {
+        std::vector<std::string> words;
+        for (const std::string& offer : describedOffers(line))
+            words.push_back(offer.substr(0, offer.find('\t')));
+        return words;
+    }
     // The arguments include the words before the completed one.
     std::vector<std::string> words = typed(shell, line + "\x1b*");
     const long before = std::count(line.begin(), line.end(), ' ') - 1;
@@ -123,14 +135,21 @@ INSTANTIATE_TEST_SUITE_P(Shells, TypedCompletions, testing::Values("bash", "zsh"
 
 TEST_P(Completions, BeginWithTheCategoriesAndTheGeneralOptions)
 {
-    const Words first = {
+    Words first = {
         "--about=",       "--advanced",   "--backlight", "--buzzer", "--can",        "--can=",
         "--digitalio",    "--digitalio=", "--heater",    "--help",   "--led",        "--lightsensor",
         "--list",         "--onoff",      "--power=",    "--touch",  "--telematics", "--temperature",
         "--temperature=", "--version",    "--version=",  "-h",       "-v",
     };
     EXPECT_EQ(offers("fobrob "), first);
+    first.insert("--no-wait");
     EXPECT_EQ(offers("fobrob-sim "), first);
+}
+
+TEST_P(Completions, ContinueAfterTheOptionOfTheSimulatedUnit)
+{
+    EXPECT_EQ(offers("fobrob-sim --no-wait --l"), (Words{"--led", "--lightsensor", "--list"}));
+    EXPECT_EQ(offers("fobrob-sim --no-wait --lightsensor --i"), Words{"--illuminance"});
 }
 
 TEST_P(Completions, OfferACategoryItsOwnOptions)
@@ -269,7 +288,7 @@ TEST_P(TypedCompletions, ServeAWordInQuotes)
         EXPECT_EQ(typed(GetParam(), "fobrob --advanced " + beginning + directory / "new  f\tt\t --fo\t"),
                   words);
     EXPECT_EQ(typed(GetParam(), "fobrob \"--led\" \"--color=y\t"),
-              (std::vector<std::string>{"--led", "--color=Yellow"}));
+              (std::vector<std::string>{"--led", "--color=YELLOW"}));
 }
 
 TEST_P(TypedCompletions, ServeTheMiddleOfALine)
@@ -277,13 +296,70 @@ TEST_P(TypedCompletions, ServeTheMiddleOfALine)
     const std::string behind = " --pulses";
     EXPECT_EQ(
         typed(GetParam(), "fobrob --led --color=Y" + behind + std::string(behind.size(), '\x02') + "\t"),
-        (std::vector<std::string>{"--led", "--color=Yellow", "--pulses"}));
+        (std::vector<std::string>{"--led", "--color=YELLOW", "--pulses"}));
 }
 
 TEST(CompletionsOfBash, WorkIfTheEqualsSignIsNotAWordBreak)
 {
     EXPECT_EQ(typed("bash", "COMP_WORDBREAKS=${COMP_WORDBREAKS//=}\nfobrob --about=D\t--eep\tI\t"),
               (std::vector<std::string>{"--about=Diagnostic", "--eeprom=ICM"}));
+}
+
+// Returns what zsh lists when Ctrl-D is typed after `line`.
+std::vector<std::string> listed(const std::string& line)
+{
+    std::vector<std::string> shown;
+    for (std::string text :
+         linesOf({"zsh", "-f", PROJECT_DIRECTORY "/tests/support/typed.zsh", line + "\x04", "list"}))
+    {
+        text.erase(text.find_last_not_of(" \r") + 1);
+        shown.push_back(text);
+    }
+    return shown;
+}
+
+TEST(CompletionsOfFish, DescribeTheOptionsAndShowTheirRanges)
+{
+    EXPECT_THAT(describedOffers("fobrob --buzzer --"),
+                testing::IsSupersetOf({"--frequency\tfrequency", "--frequency=\tfrequency, 700 to 10000 Hz",
+                                       "--volume=\tvolume, 0 to 2000", "--status=\ton or off"}));
+    EXPECT_THAT(describedOffers("fobrob --heater --te"),
+                testing::Contains("--temperature=\ttemperature limit, -25 to 5 °C"));
+    EXPECT_THAT(describedOffers("fobrob --led --f"),
+                testing::Contains("--frequency=\tblink frequency, 0.2 to 50 Hz"));
+    EXPECT_EQ(
+        describedOffers("fobrob-sim --no"),
+        std::vector<std::string>{"--no-wait\tskip the wait of firmware commands, for development only"});
+}
+
+TEST(CompletionsOfFish, DescribeEveryOption)
+{
+    int descriptions = 0;
+    const auto expectDescriptions = [&](const std::vector<std::string>& offers)
+    {
+        for (const std::string& offer : offers)
+        {
+            EXPECT_TRUE(std::regex_match(offer, std::regex("--?[\\w-]+=?\t[^@<>#]+"))) << offer;
+            ++descriptions;
+        }
+    };
+    const std::vector<std::string> categories = describedOffers("fobrob --");
+    expectDescriptions(categories);
+    for (const std::string& category : categories)
+        if (category.find('=') == category.npos)
+            expectDescriptions(describedOffers("fobrob " + category.substr(0, category.find('\t')) + " --"));
+    EXPECT_GT(descriptions, 100);
+}
+
+TEST(CompletionsOfZsh, DescribeTheOptionsAndShowTheirRanges)
+{
+    SKIP_WITHOUT_TERMINAL();
+    EXPECT_THAT(
+        listed("fobrob --buzzer --"),
+        testing::IsSupersetOf({"--frequency   -- frequency", "--frequency=  -- frequency, 700 to 10000 Hz",
+                               "--volume=     -- volume, 0 to 2000"}));
+    EXPECT_THAT(listed("fobrob --buzzer --status="),
+                testing::Contains(testing::ContainsRegex("^Disable +Enable$")));
 }
 
 TEST(CompletionsOfAllShells, AreTheSame)

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <gmock/gmock.h>
 #include <optional>
 #include <regex>
@@ -248,10 +249,21 @@ bool isShown(const std::string& category, const std::string& option, const std::
                                });
 }
 
-Texts wordsOrNone(std::istringstream& line)
+// The words of a value in a row of options.txt. A range has none.
+Texts wordsOrNone(std::istringstream& row)
 {
-    Texts words(std::istream_iterator<std::string>(line), {});
+    Texts words;
+    for (std::string word; row >> word && word != "#" && !word.starts_with('<');)
+        words.push_back(word);
     return words.empty() ? Texts{""} : words;
+}
+
+TEST(ScriptingTable, HasTheWordsAndRangesOfTheCompletions)
+{
+    const Outcome outcome =
+        runCommand({.words = {PROJECT_DIRECTORY "/tools/update-option-table", "--check", BUILD_DIRECTORY},
+                    .environment = {{"PATH", std::getenv("PATH")}}});
+    EXPECT_EQ(outcome.status, 0) << outcome.output << outcome.errors;
 }
 
 TEST(ScriptingTable, HasARowForEverySetting)
@@ -265,18 +277,19 @@ TEST(ScriptingTable, HasARowForEverySetting)
         if (text.starts_with('#') || !(line >> name))
             continue;
         const std::string option = name.substr(0, name.find('='));
+        const Texts words = wordsOrNone(line);
         if (!text.starts_with(' '))
         {
             categories.clear();
             if (option != "--about" && option != "--advanced") // no settings
-                for (const std::string& word : wordsOrNone(line))
+                for (const std::string& word : words)
                     categories.push_back(option + (word.empty() ? "" : "=" + word));
         }
         else if (option != name)
             for (const std::string& category : categories)
             {
                 ++options;
-                for (const std::string& word : wordsOrNone(line))
+                for (const std::string& word : words)
                     EXPECT_TRUE(isShown(category, option, word)) << category << " " << option << " " << word;
             }
     }

@@ -1,5 +1,5 @@
 # Types its argument into an interactive zsh. TAB completes, M-* puts all that is offered into the line, and the command
-# prints its words.
+# prints its words. With a second argument, prints all that the terminal shows.
 
 if [[ -o interactive ]]; then
     # The groundwork of the completion alone, for all the commands there are take long to read.
@@ -21,4 +21,4 @@ zpty session zsh -f -i
 zpty -w session "source ${(q)0}"
 zpty -r session shown '*ready> *'
 zpty -w session $1
-while zpty -r session shown; do :; done
+while zpty -r session shown; do [[ -z $2 ]] || print -r -- ${shown%$'\n'}; done
