@@ -193,7 +193,7 @@ TEST_P(CommandLinesOf, CallTheOperationsOfANullHandle)
                     for (const std::string& module : modulesOf(line))
                     {
                         Unit unit(line.keys);
-                        unit.givesNull("Get" + module);
+                        unit.returnsNull("Get" + module);
                         Failures failures;
                         for (std::size_t index = 0; index < line.steps.size(); ++index)
                             if (line.steps[index].call.starts_with(module + "_"))

@@ -78,33 +78,33 @@ TEST(DeviceInterface, PrintsAnErrorTextToTheByte)
 }
 
 // The program with a device library that has a light sensor only, found before the simulated unit.
-Outcome runOnOtherLibrary(const std::string& arguments)
+Outcome runOnPartialLibrary(const std::string& arguments)
 {
     const Unit unit;
     Command command = programOn(unit.file(), arguments);
-    command.environment["LD_LIBRARY_PATH"] = otherLibraryDirectory() + ":" + simulatorDirectory();
+    command.environment["LD_LIBRARY_PATH"] = partialLibraryDirectory() + ":" + simulatorDirectory();
     return runCommand(command);
 }
 
-TEST(OtherLibrary, IsEnoughForItsCategories)
+TEST(PartialLibrary, IsEnoughForItsCategories)
 {
     for (const char* arguments : {"--lightsensor", "--lightsensor --illuminance"})
     {
-        const Outcome outcome = runOnOtherLibrary(arguments);
+        const Outcome outcome = runOnPartialLibrary(arguments);
         EXPECT_EQ(outcome.output, "Illuminance: 4711\n");
         EXPECT_EQ(outcome.errors, "");
         EXPECT_EQ(outcome.status, 0);
     }
 }
 
-TEST(OtherLibrary, IsEnoughForWhatCallsNoMissingOperation)
+TEST(PartialLibrary, IsEnoughForWhatCallsNoMissingOperation)
 {
     for (const char* arguments : {"", "-h", "-v", "--help", "--list", "--frequency", "--lightsensor --help",
                                   "--lightsensor --frequency", "--about --help"})
     {
         SCOPED_TRACE(arguments);
         Unit unit;
-        const Outcome outcome = runOnOtherLibrary(arguments);
+        const Outcome outcome = runOnPartialLibrary(arguments);
         EXPECT_EQ(outcome.errors, "");
         EXPECT_EQ(outcome.status, 0);
         EXPECT_EQ(outcome.output, unit.run(arguments).output);
@@ -112,9 +112,9 @@ TEST(OtherLibrary, IsEnoughForWhatCallsNoMissingOperation)
 }
 
 // The program ends at the first operation that the library lacks.
-TEST(OtherLibrary, EndsTheProgramAfterTheLinesBeforeAMissingOperation)
+TEST(PartialLibrary, EndsTheProgramAfterTheLinesBeforeAMissingOperation)
 {
-    const Outcome outcome = runOnOtherLibrary("--about --volume --status");
+    const Outcome outcome = runOnPartialLibrary("--about --volume --status");
     EXPECT_EQ(outcome.output, "Error: Version should not take any more options.\n"
                               "Error: Version should not take any more options.\n");
     EXPECT_NE(outcome.errors.find("GetAdc"), std::string::npos) << outcome.errors;

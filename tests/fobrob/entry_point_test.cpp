@@ -106,7 +106,7 @@ void expectDiagnosticAndHint(const std::string& arguments, const std::string& di
 {
     SCOPED_TRACE(arguments);
     Unit unit;
-    const Result result = unit.runComplaining(arguments);
+    const Result result = unit.runExpectingErrors(arguments);
     EXPECT_EQ(result.output, hint);
     EXPECT_NE(result.errors.find(diagnostic), std::string::npos) << result.errors;
     EXPECT_EQ(result.calls, Calls{});
@@ -172,7 +172,7 @@ TEST(OptionTable, IsParsedByTheCategories)
     for (const Row& row : rows)
         all += " '" + dashed(row) + "'";
     Unit unit;
-    EXPECT_NE(unit.runComplaining("--lightsensor --=x").errors.find(all + "\n"), std::string::npos);
+    EXPECT_NE(unit.runExpectingErrors("--lightsensor --=x").errors.find(all + "\n"), std::string::npos);
 }
 
 TEST(EntryPoint, PrintsAHintWithoutAnOption)

@@ -119,7 +119,7 @@ TEST_P(HelpOf, IsPrintedAfterTheDiagnosticOfAnUnknownOption)
 {
     const std::string commandLine = std::string("--") + GetParam().name + " --bogus --help";
     Unit unit;
-    const Result result = unit.runComplaining(commandLine);
+    const Result result = unit.runExpectingErrors(commandLine);
     EXPECT_EQ(result.output, GetParam().refusal + help);
     EXPECT_EQ(result.calls, callsBeforeOptions(commandLine));
     EXPECT_THAT(result.errors, testing::HasSubstr("unrecognized option '--bogus'"));

@@ -188,7 +188,8 @@ INSTANTIATE_TEST_SUITE_P(Category, OtherOptionsAfter, testing::ValuesIn(categori
 Result runExpecting(const std::string& commandLine, const Group& group)
 {
     Unit unit;
-    const Result result = group.diagnostic.empty() ? unit.run(commandLine) : unit.runComplaining(commandLine);
+    const Result result =
+        group.diagnostic.empty() ? unit.run(commandLine) : unit.runExpectingErrors(commandLine);
     EXPECT_EQ(result.output, group.output);
     EXPECT_THAT(result.errors, testing::HasSubstr(group.diagnostic));
     return result;

@@ -163,7 +163,7 @@ TEST(Streams, WaitForAnAnswerUntilAnInterrupt)
     Command command = programOn(unit.file(), "--advanced --update=Front --filepath=" + unit.hex);
     command.environment["QVAUX_TRACE"] = unit.directory / "waiting";
     Terminal terminal(command);
-    ASSERT_TRUE(terminal.sees("Do you wish to continue [yes/no]?"));
+    ASSERT_TRUE(terminal.waitFor("Do you wish to continue [yes/no]?"));
     const std::string before = readFile(unit.file());
     EXPECT_EQ(unit.run("--advanced --verify=Front --force --filepath=" + unit.hex).output.find("Another"),
               std::string::npos);
@@ -185,7 +185,7 @@ TEST(Streams, EndTheProgramIfTheTerminalHangsUp)
                      programOn(unit.file(), "--advanced --update=Front --filepath=" + unit.hex));
     command.environment["QVAUX_TRACE"] = unit.directory / "waiting";
     Terminal terminal(command);
-    ASSERT_TRUE(terminal.sees("Do you wish to continue [yes/no]?"));
+    ASSERT_TRUE(terminal.waitFor("Do you wish to continue [yes/no]?"));
     const std::string before = readFile(unit.file());
 
     const int status = terminal.hangUp();

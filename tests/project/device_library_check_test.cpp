@@ -26,7 +26,7 @@ std::string changedLibrary(const TemporaryDirectory& directory, const std::strin
 
 TEST(DeviceLibraryCheck, AcceptsTheSimulatedUnitWithAndWithoutASoname)
 {
-    for (const std::string& directory : {simulatorDirectory(), namelessLibraryDirectory()})
+    for (const std::string& directory : {simulatorDirectory(), noSonameLibraryDirectory()})
     {
         const std::string library = directory + "/" + name;
         const Outcome outcome = check(library);
@@ -57,7 +57,7 @@ TEST(DeviceLibraryCheck, NamesASingleMissingOperation)
 
 TEST(DeviceLibraryCheck, NamesAllMissingOperations)
 {
-    const std::string library = otherLibraryDirectory() + "/" + name;
+    const std::string library = partialLibraryDirectory() + "/" + name;
     const Outcome outcome = check(library);
     EXPECT_NE(outcome.output.find("missing operation: Buzzer_setVolume\n"), std::string::npos);
     EXPECT_NE(outcome.output.find("missing operation: GetBuzzer\n"), std::string::npos);
@@ -70,7 +70,7 @@ TEST(DeviceLibraryCheck, NamesAllMissingOperations)
 TEST(DeviceLibraryCheck, FindsItsListThroughALinkAndFailsWithoutIt)
 {
     namespace fs = std::filesystem;
-    const std::string library = otherLibraryDirectory() + "/" + name;
+    const std::string library = partialLibraryDirectory() + "/" + name;
     const TemporaryDirectory directory;
     fs::create_symlink(checker, directory / "link");
     EXPECT_EQ(exitStatus(check(library, directory / "link")), 1);

@@ -85,7 +85,7 @@ TEST(Integration, BuildsAndInstallsWithTheCommandsOfTheDocument)
     for (const char* part :
          {"CMakeLists.txt", "CMakePresets.json", "completions", "examples", "man", "src", "tools"})
         fs::copy(fs::path(PROJECT_DIRECTORY) / part, sources / part, fs::copy_options::recursive);
-    fs::copy(namelessLibraryDirectory() + "/libqv-aux2.so.2.11", work / "libqv-aux2.so.2.11");
+    fs::copy(noSonameLibraryDirectory() + "/libqv-aux2.so.2.11", work / "libqv-aux2.so.2.11");
 
     const std::string script = replaced(replaced(commands(), "release", preset()), "/path/to", work.path);
     const Outcome outcome = runShell("cd " + sources.string() + "\n" + script);
@@ -327,7 +327,7 @@ RollOut rollOut(const Unit& unit, const std::string& target, const std::string& 
 {
     const std::string trace = unit.directory / "trace";
     const Outcome outcome = runOn(unit, {example("upgrade-firmware"), target, file},
-                                  {{"QVAUX_TRACE", trace}, {"STAND_IN_UID", user}});
+                                  {{"QVAUX_TRACE", trace}, {"FAKE_UID", user}});
     std::string calls;
     for (const std::string& line : splitLines(readFile(trace)))
         if (line.starts_with("FirmwareUpgrade_s") || line.starts_with("sleep"))

@@ -108,7 +108,7 @@ TEST(ManualOfTheSimulatedUnit, HasTheTypeOfEveryKey)
     {
         Unit unit;
         set(unit, path, value);
-        EXPECT_THAT(unit.runComplaining("--lightsensor").errors, testing::HasSubstr(path)) << value;
+        EXPECT_THAT(unit.runExpectingErrors("--lightsensor").errors, testing::HasSubstr(path)) << value;
     };
     Unit lowest;
     Unit highest;

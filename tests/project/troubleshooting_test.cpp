@@ -78,7 +78,7 @@ Messages messagesOfTheLinker(const TemporaryDirectory& work)
          link(work / "i386")},
         {"libqv-helper.so.1, needed by /path/to/libqv-aux2.so.2.11, not found (try using -rpath or -rpath-link)",
          link(work / "needy")},
-        {"undefined reference to `Buzzer_setVolume'", link(BUILD_DIRECTORY "/tests/other")},
+        {"undefined reference to `Buzzer_setVolume'", link(BUILD_DIRECTORY "/tests/partial")},
     };
 }
 
@@ -123,7 +123,7 @@ Messages messagesOfTheStart(const TemporaryDirectory& work)
          start(work, replaced(program, "aux2.so.2.11", "aux2.so.2.12"), simulator)},
         {"libqv-aux2.so.2.11: wrong ELF class: ELFCLASS32", start(work, program, work / "i386")},
         {"symbol lookup error: fobrob: undefined symbol: GetBuzzer",
-         start(work, program, BUILD_DIRECTORY "/tests/other")},
+         start(work, program, BUILD_DIRECTORY "/tests/partial")},
         {"version `GLIBC_2.34' not found (required by fobrob)", startWithOlderLibc(work)},
         {"cannot execute binary file: Exec format error",
          start(work, forAnotherProcessor(program), simulator)},
@@ -143,9 +143,9 @@ Messages messagesOfTheProgram()
     const std::string upgrade = "--advanced --force --update=SS --filepath=";
     Messages messages = {
         {"To get help how to use Fobrob, add --help or -h as options.", unit.run("--frequency").output},
-        {"unrecognized option", unit.runComplaining("--buzzer --frequenzy").errors},
+        {"unrecognized option", unit.runExpectingErrors("--buzzer --frequenzy").errors},
         {"BootMode set to rescue mode. Shutdown (power off) the device and restart it",
-         unit.runComplaining("--advanced --shutdwon").output},
+         unit.runExpectingErrors("--advanced --shutdwon").output},
     };
     unit.userId = 1000;
     messages.push_back({"This feature requires superuser privileges", unit.run(upgrade + good).output});
@@ -158,8 +158,9 @@ Messages messagesOfTheProgram()
                      {"Failed to mark boot completed: Not supported by this unit",
                       unit.run("--advanced --boot_completed").output}});
     Unit broken(R"({"buzzer": 5})");
-    messages.push_back({"libqv-aux2: /home/me/unit.json: ", replaced(broken.runComplaining("--buzzer").errors,
-                                                                     broken.file(), "/home/me/unit.json")});
+    messages.push_back(
+        {"libqv-aux2: /home/me/unit.json: ",
+         replaced(broken.runExpectingErrors("--buzzer").errors, broken.file(), "/home/me/unit.json")});
     return messages;
 }
 

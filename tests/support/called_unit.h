@@ -1,4 +1,4 @@
-// A simulated unit for tests that call the device library themselves: Called<FirmwareUnit>, or CalledUnit.
+// A simulated unit for tests that call the device library directly: CalledUnit, or Called<FirmwareUnit>.
 
 #pragma once
 
@@ -27,7 +27,7 @@ public:
         return this->directory / "calls";
     }
 
-    // Returns the calls so far.
+    // Returns the calls made so far.
     Calls calls() const
     {
         return splitLines(readFile(traceFile()));

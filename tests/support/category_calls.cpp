@@ -45,7 +45,7 @@ const CategoryCalls& find(const std::string& commandLine)
     for (const CategoryCalls& calls : categories)
         if (calls.category == category)
             return calls;
-    throw std::invalid_argument("no category in: " + commandLine);
+    throw std::invalid_argument("not a category: " + commandLine);
 }
 
 } // namespace
@@ -59,7 +59,7 @@ Calls callsOf(const std::string& commandLine, const Calls& work)
     return calls;
 }
 
-// --about obtains its handles after it has read its options.
+// --about obtains its handles after it has parsed its options.
 Calls callsBeforeOptions(const std::string& commandLine)
 {
     const CategoryCalls& category = find(commandLine);

@@ -8,7 +8,7 @@
 #include <unistd.h>
 #include <vector>
 
-// Starts a process that does the work and exits with status 0.
+// Starts a process that calls `work` and exits with status 0. Returns its process ID.
 inline int startChild(const std::function<void()>& work)
 {
     const pid_t child = fork();
@@ -18,6 +18,7 @@ inline int startChild(const std::function<void()>& work)
     _exit(0);
 }
 
+// Waits for the processes to exit. Each must exit with status 0.
 inline void waitForAll(const std::vector<int>& children)
 {
     for (const int child : children)

@@ -1,5 +1,5 @@
-// A unit for firmware jobs: states take no time, questions are answered with yes, and there is a valid file
-// for each target.
+// A unit for firmware jobs: the states take no time, the answer to the confirmation question is yes, and
+// there is a valid file for each target.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// Firmware files in Intel HEX.
+// Generates firmware files in Intel HEX format.
 
 #pragma once
 
@@ -14,9 +14,9 @@ std::string hexRecord(unsigned type, unsigned address, const std::string& data);
 
 const std::string hexEnd = ":00000001FF\n";
 
-// Returns data records for `content` from `address` on, with `recordSize` bytes each, and an extended linear
-// address record before the first and at each multiple of 64 KiB. There is no end record.
+// Returns data records for `content`, starting at `address`, with `recordSize` bytes each. An extended linear
+// address record precedes the first one and each multiple of 64 KiB. There is no end record.
 std::string hexData(const std::string& content, std::uint32_t address = 0, std::size_t recordSize = 16);
 
-// Returns a complete file.
+// Returns the same records and an end record.
 std::string hexFile(const std::string& content, std::uint32_t address = 0, std::size_t recordSize = 16);

@@ -1,4 +1,4 @@
-// Makes the wall clock of this process jump by days each time it is read.
+// While the object exists, the wall clock of this process jumps each time it is read.
 
 #pragma once
 
@@ -8,11 +8,11 @@ struct JumpingClock
 {
     JumpingClock()
     {
-        setenv("STAND_IN_CLOCK", "jumps", 1);
+        setenv("JUMPING_CLOCK", "1", 1);
     }
 
     ~JumpingClock()
     {
-        unsetenv("STAND_IN_CLOCK");
+        unsetenv("JUMPING_CLOCK");
     }
 };

@@ -1,4 +1,4 @@
-// Kills a command at a chosen system call.
+// Kills a command at a given system call.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// Words in another letter case.
+// Functions that change the case of letters.
 
 #pragma once
 

@@ -1,4 +1,5 @@
-// The operations of the device API that fuzz/operations.def lists, and those for texts.
+// The operations of the device API that fuzz/operations.def lists, and the functions that return the text of
+// a code.
 
 #pragma once
 

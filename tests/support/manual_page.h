@@ -1,4 +1,4 @@
-// The source text of the manual pages.
+// Parses the source of the manual pages.
 
 #pragma once
 
@@ -16,7 +16,7 @@ inline std::string manualPage(const std::string& name)
     return readFile(PROJECT_DIRECTORY "/man/" + name);
 }
 
-// The text without the escapes of the manual.
+// Returns the text without mdoc escapes.
 inline std::string unescaped(std::string text)
 {
     const std::pair<const char*, const char*> escapes[] = {{"\\-", "-"}, {"\\(dq", "\""}, {" Ns Ar ", ""}};
@@ -27,7 +27,7 @@ inline std::string unescaped(std::string text)
 
 using Cells = std::vector<std::string>;
 
-// The cells of a table row, or nothing if the line is not a row or is the head of its table.
+// Returns the cells of a table row. Returns none if the line is the header row or not a table row.
 inline Cells cellsOf(const std::string& line)
 {
     const std::string item = ".It ";
@@ -45,7 +45,7 @@ inline Cells cellsOf(const std::string& line)
     return cells;
 }
 
-// The part of the manual from one heading to the next.
+// Returns the section with the given heading line, up to the next heading.
 inline std::string sectionOf(const std::string& manual, const std::string& heading)
 {
     const auto begin = manual.find(heading + "\n");

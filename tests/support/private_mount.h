@@ -1,4 +1,4 @@
-// A file system in a mount namespace of its own. Programs reach it by its path.
+// A file system that is mounted in its own mount namespace. Any process can access it by its path in /proc.
 
 #pragma once
 
@@ -8,17 +8,17 @@
 class PrivateMount
 {
 public:
-    // A file system in memory, with options such as "size=64k,nr_inodes=8".
+    // Mounts a file system in memory with options such as "size=64k,nr_inodes=8".
     static PrivateMount disk(const std::string& options);
 
-    // A read-only view of the directory.
+    // Mounts the directory read-only.
     static PrivateMount readOnly(const std::string& directory);
 
     ~PrivateMount();
     PrivateMount(const PrivateMount&) = delete;
     PrivateMount& operator=(const PrivateMount&) = delete;
 
-    // Mounting needs root, and in a container a capability.
+    // Mounting requires root and, in a container, CAP_SYS_ADMIN.
     bool isMounted() const
     {
         return keeper > 0;
@@ -34,6 +34,6 @@ public:
 private:
     PrivateMount(const char* type, const std::string& options, const std::string& directory);
 
-    pid_t keeper = -1; // the process that the mount namespace belongs to
+    pid_t keeper = -1; // the process that keeps the mount namespace alive
     std::string where;
 };

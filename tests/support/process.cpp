@@ -54,7 +54,7 @@ int startChild(const Command& command, const std::string& input, int output, con
     }
     close(output);
     if (child < 0)
-        throw std::runtime_error("no process for " + command.words.front());
+        throw std::runtime_error("cannot start " + command.words.front());
     return child;
 }
 
@@ -107,9 +107,9 @@ int startCommand(const Command& command, const std::string& output)
 
 std::vector<std::string> writesOf(const Command& command)
 {
-    int ends[2]; // of a socket that keeps every write apart
+    int ends[2]; // of a socket that preserves write boundaries
     if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0)
-        throw std::runtime_error("no socket for " + command.words.front());
+        throw std::runtime_error("cannot create a socket for " + command.words.front());
     const pid_t child = startChild(command, "/dev/null", ends[1], "/dev/null");
     std::vector<std::string> writes;
     std::string packet(65536, '\0');
@@ -124,7 +124,7 @@ TemporaryDirectory::TemporaryDirectory()
 {
     std::string pattern = std::filesystem::temp_directory_path() / "fobrob-test-XXXXXX";
     if (!mkdtemp(pattern.data()) || chmod(pattern.c_str(), 0777) != 0)
-        throw std::runtime_error("no temporary directory");
+        throw std::runtime_error("cannot create a temporary directory");
     path = pattern;
 }
 

@@ -1,4 +1,4 @@
-// Child processes and their files.
+// Child processes and temporary files.
 
 #pragma once
 
@@ -9,7 +9,7 @@
 struct Command
 {
     std::vector<std::string> words;                   // the executable and its arguments
-    std::map<std::string, std::string> environment{}; // all of it
+    std::map<std::string, std::string> environment{}; // nothing else is inherited
     std::string input{};                              // the content of standard input
     bool unprivileged = false;                        // runs as nobody, if the tests run as root
 };
@@ -19,26 +19,27 @@ struct Outcome
     std::string output;
     std::string errors;
     int status;           // the wait status
-    double processorTime; // seconds, of the user and the system
+    double processorTime; // seconds, user and system
 };
 
-// Returns -1 if a signal ended the process.
+// Returns the exit status, or -1 if a signal ended the process.
 int exitStatus(const Outcome& outcome);
 
-// Runs the command to its end. It is killed after two minutes.
+// Runs the command until it exits. It is killed after two minutes.
 Outcome runCommand(const Command& command);
 
 // Starts the command with an empty standard input and appends its output to the file `output`. Returns its
-// process id.
+// process ID.
 int startCommand(const Command& command, const std::string& output = "/dev/null");
 
-// Replaces this process by the command, which keeps standard input and output.
+// Replaces this process with the command. The standard streams stay open.
 [[noreturn]] void executeCommand(const Command& command);
 
-// Returns the writes of the command to standard output, each up to 64 KiB. Standard input is empty.
+// Runs the command with an empty standard input. Returns what each of its writes to standard output
+// contained, up to 64 KiB each.
 std::vector<std::string> writesOf(const Command& command);
 
-// A temporary directory that is removed with the object. All users may write to it.
+// A temporary directory that all users can write to. The destructor removes it.
 class TemporaryDirectory
 {
 public:
@@ -57,4 +58,6 @@ public:
 
 std::string readFile(const std::string& path);
 void writeFile(const std::string& path, const std::string& content);
+
+// Returns true for a dangling symbolic link too.
 bool fileExists(const std::string& path);

@@ -25,7 +25,7 @@ Terminal::Terminal(const Command& command)
 {
     child = forkpty(&master, nullptr, nullptr, nullptr);
     if (child < 0)
-        throw std::runtime_error("no terminal for " + command.words.front());
+        throw std::runtime_error("cannot open a terminal for " + command.words.front());
     if (child == 0)
         executeCommand(command);
 }
@@ -41,7 +41,7 @@ Terminal::~Terminal()
     }
 }
 
-// Returns false if nothing comes within the time, or if the terminal is closed.
+// Returns false on a timeout, or if the terminal is closed.
 bool Terminal::readMore(int milliseconds)
 {
     pollfd ready{master, POLLIN, 0};
@@ -55,7 +55,7 @@ bool Terminal::readMore(int milliseconds)
     return count > 0;
 }
 
-bool Terminal::sees(const std::string& line)
+bool Terminal::waitFor(const std::string& line)
 {
     using namespace std::chrono;
     const auto deadline = steady_clock::now() + milliseconds(timeLimit);
@@ -75,17 +75,17 @@ int Terminal::end()
 {
     while (readMore(timeLimit))
         continue;
-    return statusAtTheEnd();
+    return waitForExit();
 }
 
 int Terminal::hangUp()
 {
     close(master);
     master = -1;
-    return statusAtTheEnd();
+    return waitForExit();
 }
 
-int Terminal::statusAtTheEnd()
+int Terminal::waitForExit()
 {
     int status = -1;
     waitpid(child, &status, 0);

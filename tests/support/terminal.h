@@ -1,4 +1,4 @@
-// Runs a command at a pseudo-terminal and types at it.
+// Runs a command on a pseudo-terminal and sends input to it.
 
 #pragma once
 
@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-// Returns whether a pseudo-terminal can be opened. It cannot in a chroot without /dev/pts.
+// Returns whether a pseudo-terminal can be opened. This fails in a chroot without /dev/pts.
 bool isTerminalAvailable();
 
 #define SKIP_WITHOUT_TERMINAL()                                                                              \
@@ -19,24 +19,24 @@ class Terminal
 public:
     explicit Terminal(const Command& command);
 
-    // Kills the command if it still runs.
+    // Kills the command if it is still running.
     ~Terminal();
     Terminal(const Terminal&) = delete;
     Terminal& operator=(const Terminal&) = delete;
 
-    // Reads until the line `line` is complete. Returns false if it does not come within half a minute, or if
-    // the command ends without it.
-    bool sees(const std::string& line);
+    // Reads until the complete line `line` has been printed. Returns false if that takes more than 30
+    // seconds, or if the command exits first.
+    bool waitFor(const std::string& line);
 
     void type(const std::string& text);
 
-    // Reads until the command ends. Returns its wait status.
+    // Reads until the command exits. Returns its wait status.
     int end();
 
     // Closes the terminal. Returns the command's wait status.
     int hangUp();
 
-    // Everything on the screen so far, including the echo of what was typed, with plain newlines.
+    // Everything that has been read, including the echoed input, without carriage returns.
     const std::string& screen() const
     {
         return text;
@@ -44,7 +44,7 @@ public:
 
 private:
     bool readMore(int milliseconds);
-    int statusAtTheEnd();
+    int waitForExit();
 
     int master = -1;
     int child = -1;

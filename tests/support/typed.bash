@@ -1,5 +1,5 @@
-# The start file of an interactive bash that gets on its standard input what is typed. TAB completes, M-* puts all that
-# is offered into the line, and the command prints its words.
+# The startup file of an interactive bash whose standard input is the typed keys. TAB completes, M-* inserts all offers
+# into the line, and the commands print their arguments.
 
 # shellcheck source=/dev/null
 source "$COMPLETIONS/fobrob.bash"

@@ -2,7 +2,7 @@
 # prints its words. With a second argument, prints all that the terminal shows.
 
 if [[ -o interactive ]]; then
-    # The groundwork of the completion alone, for all the commands there are take long to read.
+    # Only the completion system itself: loading the completions of all other commands takes long.
     fpath=($COMPLETIONS ${(M)fpath:#*/(Completion|Base)})
     autoload -Uz compinit
     compinit -D -u

@@ -10,10 +10,10 @@ using nlohmann::json;
 namespace
 {
 
-std::string fromEnvironment(const char* name, const char* otherwise)
+std::string fromEnvironment(const char* name, const char* fallback)
 {
     const char* value = std::getenv(name);
-    return value && *value ? value : otherwise;
+    return value && *value ? value : fallback;
 }
 
 std::vector<std::string> split(const std::string& text)
@@ -50,14 +50,14 @@ std::string simulatorDirectory()
     return buildDirectory() + "/simulator";
 }
 
-std::string otherLibraryDirectory()
+std::string partialLibraryDirectory()
 {
-    return buildDirectory() + "/tests/other";
+    return buildDirectory() + "/tests/partial";
 }
 
-std::string namelessLibraryDirectory()
+std::string noSonameLibraryDirectory()
 {
-    return buildDirectory() + "/tests/nameless";
+    return buildDirectory() + "/tests/no-soname";
 }
 
 std::string noWait()
@@ -65,9 +65,9 @@ std::string noWait()
     return simulatorDirectory() + "/no-wait.so";
 }
 
-std::string standIns()
+std::string libcInterposer()
 {
-    return buildDirectory() + "/tests/stand-ins.so";
+    return buildDirectory() + "/tests/libc-interposer.so";
 }
 
 bool isProgram64Bit()
@@ -81,7 +81,7 @@ Command programOn(const std::string& unit, const std::vector<std::string>& argum
     command.words.push_back(programPath());
     command.words.insert(command.words.end(), arguments.begin(), arguments.end());
     command.environment = {{"LD_LIBRARY_PATH", simulatorDirectory()},
-                           {"LD_PRELOAD", standIns() + ":" + noWait()},
+                           {"LD_PRELOAD", libcInterposer() + ":" + noWait()},
                            {"QVAUX_UNIT", unit}};
     return command;
 }
@@ -93,7 +93,7 @@ Command programOn(const std::string& unit, const std::string& arguments)
 
 Command throughShell(const std::string& script, Command command)
 {
-    // The stand-ins are not made for the shell where the program is for another processor.
+    // The interposer must not be preloaded into the shell, which may be for another processor.
     const std::vector<std::string> shell = {
         "/bin/sh", "-c", script, "sh", "env", "LD_PRELOAD=" + command.environment["LD_PRELOAD"]};
     command.words.insert(command.words.begin(), shell.begin(), shell.end());
@@ -106,14 +106,14 @@ Nobody::Nobody()
     std::filesystem::copy(programPath(), copies / "fobrob");
     std::filesystem::copy(simulatorDirectory() + "/libqv-aux2.so.2.11", copies / "libqv-aux2.so.2.11");
     std::filesystem::copy(noWait(), copies / "no-wait.so");
-    std::filesystem::copy(standIns(), copies / "stand-ins.so");
+    std::filesystem::copy(libcInterposer(), copies / "libc-interposer.so");
 }
 
 Outcome Nobody::run(Command command) const
 {
     std::ranges::replace(command.words, programPath(), copies / "fobrob");
     command.environment["LD_LIBRARY_PATH"] = copies.path;
-    command.environment["LD_PRELOAD"] = copies / "stand-ins.so" + ":" + copies / "no-wait.so";
+    command.environment["LD_PRELOAD"] = copies / "libc-interposer.so" + ":" + copies / "no-wait.so";
     command.unprivileged = true;
     return runCommand(command);
 }
@@ -134,7 +134,7 @@ Result Unit::finish(const Command& command)
     writeFile(trace, "");
     Command traced = command;
     traced.environment["QVAUX_TRACE"] = trace;
-    traced.environment["STAND_IN_UID"] = std::to_string(userId);
+    traced.environment["FAKE_UID"] = std::to_string(userId);
     traced.input = input;
     const Outcome outcome = runCommand(traced);
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
@@ -153,7 +153,7 @@ Result Unit::run(const std::string& arguments)
     return run(split(arguments));
 }
 
-Result Unit::runComplaining(const std::string& arguments)
+Result Unit::runExpectingErrors(const std::string& arguments)
 {
     Result result = finish(programOn(file(), arguments));
     EXPECT_NE(result.errors, "");
@@ -165,18 +165,18 @@ json Unit::content() const
     return json::parse(readFile(file()));
 }
 
-json Unit::operator[](const std::string& place) const
+json Unit::operator[](const std::string& path) const
 {
     const json unit = content();
-    const json::json_pointer pointer(place);
+    const json::json_pointer pointer(path);
     return unit.contains(pointer) ? unit.at(pointer) : json();
 }
 
-void Unit::set(const std::string& place, const json& value)
+void Unit::set(const std::string& path, const json& value)
 {
-    // Key by key, because a pointer takes a key that is a number for a place in a list.
+    // A JSON pointer would treat the numeric keys of new objects as array indexes.
     std::vector<std::string> keys;
-    for (json::json_pointer at(place); !at.empty(); at.pop_back())
+    for (json::json_pointer at(path); !at.empty(); at.pop_back())
         keys.insert(keys.begin(), at.back());
     json unit = content();
     json* at = &unit;
@@ -201,7 +201,7 @@ void Unit::ignores(const std::string& operation)
     set("/faults/" + operation, {{"ignored", true}});
 }
 
-void Unit::givesNull(const std::string& operation)
+void Unit::returnsNull(const std::string& operation)
 {
     set("/faults/" + operation, {{"null", true}});
 }
@@ -216,7 +216,7 @@ void Unit::cutPower()
     set("/boot/powerCut", true);
 }
 
-// What is preloaded must not be preloaded into the command, which may be for another processor.
+// The libraries must not be preloaded into the command, which may be for another processor.
 Outcome runOn(const Unit& unit, const std::vector<std::string>& words,
               std::map<std::string, std::string> environment)
 {

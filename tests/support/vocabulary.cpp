@@ -7,7 +7,7 @@
 namespace
 {
 
-// completions/options.txt: the options of each category.
+// Returns the options of each category in completions/options.txt.
 std::map<std::string, std::set<std::string>> listedOptions()
 {
     std::map<std::string, std::set<std::string>> options;
@@ -26,7 +26,7 @@ std::map<std::string, std::set<std::string>> listedOptions()
     return options;
 }
 
-// Whether a value must, may or cannot follow the option.
+// Returns required_argument, optional_argument or no_argument.
 int argumentOf(const std::string& option)
 {
     for (const auto* row = longOptions; row->name; ++row)
@@ -36,7 +36,7 @@ int argumentOf(const std::string& option)
     return no_argument;
 }
 
-// The category with an argument that its options need.
+// Returns the category with the value that its options require, if any.
 std::string withArgument(const std::string& category)
 {
     if (category == "--about")
@@ -48,7 +48,7 @@ std::string withArgument(const std::string& category)
     return category;
 }
 
-// A unit to try a command line on.
+// Tries command lines on a unit.
 class Trial
 {
 public:
@@ -82,7 +82,7 @@ public:
         return !output.empty() && !contains("Invalid") && !contains("out of range") && !contains("full path");
     }
 
-    // The words that the program compares the value at the end of `commandLine` with.
+    // Returns the words that the program compares a value of the last option of `commandLine` with.
     Words comparedWords(const std::string& commandLine)
     {
         const std::string value = "anything";
@@ -90,7 +90,7 @@ public:
         const std::string record = unit.directory / "words";
         writeFile(record, "");
         command.environment["COMPARED_WORDS"] = record;
-        command.environment["LD_PRELOAD"] += ":" + buildDirectory() + "/tests/compared-words.so";
+        command.environment["LD_PRELOAD"] += ":" + buildDirectory() + "/tests/strcasecmp-interposer.so";
         runCommand(command);
         Words words;
         for (const std::string& line : splitLines(readFile(record)))
@@ -100,7 +100,7 @@ public:
         return words;
     }
 
-    // What makes a difference to the option, if it has no effect alone.
+    // Returns a command line on which the option has an effect.
     std::string contextOf(const std::string& category, const std::string& option) const
     {
         if (option == "--force")
@@ -116,7 +116,7 @@ private:
     FirmwareUnit unit;
 };
 
-// A listed option has an effect of its own: not that of --list, which belongs to no category.
+// Expects that the option has another effect than --list, which is not an option of any category.
 void expectOwnOption(Trial& trial, const std::string& category, const std::string& option)
 {
     const std::string context = trial.contextOf(category, option);
@@ -125,7 +125,7 @@ void expectOwnOption(Trial& trial, const std::string& category, const std::strin
         << "no effect: " << category << " " << option;
 }
 
-// All others together have no other effect than --list as often.
+// Expects that all other options together have the same effect as --list given as many times.
 void expectNoOtherOption(Trial& trial, const std::string& category, const std::set<std::string>& own)
 {
     std::string others = withArgument(category);
@@ -159,7 +159,8 @@ Words acceptedWords(Trial& trial, const std::string& commandLine, int argument)
     for (const std::string& word : trial.comparedWords(commandLine))
         if (trial.accepts(commandLine + "=" + word))
             words.insert(inLowercase(word));
-    words.erase("ts_calibtation_width"); // Intentional: accepted as it is printed, and listed nowhere.
+    words.erase(
+        "ts_calibtation_width"); // Intentional: accepted because it is printed, but listed nowhere as a word.
     return words;
 }
 

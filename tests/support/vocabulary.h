@@ -1,4 +1,4 @@
-// What the program accepts on its command line, as its runs show it.
+// What the program accepts on its command line, determined by running it.
 
 #pragma once
 
@@ -8,10 +8,10 @@
 
 using Words = std::set<std::string>;
 
-// By category and by option of a category ("--led", "--led --color"), what may follow it: "" if it may be
-// given alone, "=" if a value may follow, and the words that the value may be, in lowercase.
+// Maps each category and each of its options ("--led", "--led --color") to what may follow it: "" if it may
+// be given without a value, "=" if it may have a value, and the accepted words in lowercase.
 using Vocabulary = std::map<std::string, Words>;
 
-// The categories and their options are those of completions/options.txt. Reports a failure of the test if the
-// program has others.
+// Tries the categories and options that completions/options.txt lists. The test fails if the program has
+// others.
 Vocabulary vocabularyOfTheProgram();

@@ -90,7 +90,7 @@ TEST(AboutDiagnostic, RatesTheHardwareStatus)
 TEST(AboutDiagnostic, SuppressesOutputIfTheStartupReasonHasNoText)
 {
     Unit unit;
-    unit.givesNull("GetStartupReasonStringA");
+    unit.returnsNull("GetStartupReasonStringA");
     const Result result = unit.run("--about=Diagnostic");
     EXPECT_EQ(result.output, "StartupReason=");
     EXPECT_THAT(result.calls, Contains("Diagnostic_getPMTemp(1, [39], [0]) = 0"));
@@ -100,7 +100,7 @@ TEST(AboutDiagnostic, SuppressesOutputIfTheStartupReasonHasNoText)
 TEST(AboutDiagnostic, SuppressesOutputIfTheHardwareStatusHasNoText)
 {
     Unit unit;
-    unit.givesNull("GetHwErrorStatusStringA");
+    unit.returnsNull("GetHwErrorStatusStringA");
     const Result result = unit.run("--about=Diagnostic");
     EXPECT_EQ(result.output, "StartupReason=Front button OK\n"
                              "ShutdownReason=No error OK\n"

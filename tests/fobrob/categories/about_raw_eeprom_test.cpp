@@ -54,7 +54,7 @@ TEST(AboutRawEeprom, RefusesAnotherEepromWithoutReading)
 TEST(AboutRawEeprom, RequiresAValueForItsOption)
 {
     Unit unit;
-    const Result result = unit.runComplaining("--about=RawEEPROM --eeprom");
+    const Result result = unit.runExpectingErrors("--about=RawEEPROM --eeprom");
     EXPECT_EQ(result.output, refusal + mainEeprom);
     EXPECT_NE(result.errors.find("option '--eeprom' requires an argument"), std::string::npos);
 }
@@ -69,7 +69,7 @@ TEST(AboutRawEeprom, IsPrintedAfterTheRefusalOfOtherOptions)
 TEST(AboutRawEeprom, IsPrintedAfterTheDiagnosticOfAnUnknownOption)
 {
     Unit unit;
-    const Result result = unit.runComplaining("--about=RawEEPROM --bogus");
+    const Result result = unit.runExpectingErrors("--about=RawEEPROM --bogus");
     EXPECT_EQ(result.output, refusal + mainEeprom);
     EXPECT_NE(result.errors.find("unrecognized option '--bogus'"), std::string::npos);
 }

@@ -109,7 +109,7 @@ TEST(Advanced, LeavesTheUnitUnchangedIfAnActionFails)
 TEST(Advanced, ResetsNothingWithoutPrivateAccess)
 {
     Unit unit;
-    unit.givesNull("GetQVAuxPrivate");
+    unit.returnsNull("GetQVAuxPrivate");
     const Result result = unit.run("--advanced --factory");
     EXPECT_EQ(result.output, "Initialization error. Settings are not reset.\n");
     EXPECT_EQ(result.calls, callsOf("--advanced", {"GetQVAuxPrivate() = null"}));
@@ -135,7 +135,7 @@ TEST(Advanced, CallsTheOperationsOfEveryOtherNullHandle)
     {
         SCOPED_TRACE(option);
         Unit unit;
-        unit.givesNull(obtained);
+        unit.returnsNull(obtained);
         const Result result = unit.run("--advanced " + std::string(option));
         EXPECT_EQ(result.output, output + std::string("The module handle is not valid\n"));
         EXPECT_EQ(std::ranges::count(result.calls, released), 1);
@@ -145,7 +145,7 @@ TEST(Advanced, CallsTheOperationsOfEveryOtherNullHandle)
 TEST(Advanced, ResetsToFactorySettingsIfTheAboutHandleIsNull)
 {
     Unit unit;
-    unit.givesNull("GetAbout");
+    unit.returnsNull("GetAbout");
     const Result result = unit.run("--advanced --factory");
     EXPECT_EQ(result.output, "Factory reset completed.\n");
     EXPECT_EQ(result.calls,

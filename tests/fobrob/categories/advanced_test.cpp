@@ -181,7 +181,7 @@ TEST(Advanced, TakesAMistypedOptionAsTheRescueMode)
     {
         SCOPED_TRACE(mistake.options);
         Unit unit;
-        const Result result = unit.runComplaining("--advanced " + std::string(mistake.options));
+        const Result result = unit.runExpectingErrors("--advanced " + std::string(mistake.options));
         EXPECT_EQ(result.output, rescueModeSet);
         EXPECT_NE(result.errors.find(mistake.diagnostic), std::string::npos) << result.errors;
         EXPECT_EQ(result.calls, wholeRun(rescueCalls(3)));
@@ -192,7 +192,7 @@ TEST(Advanced, TakesAMistypedOptionAsTheRescueMode)
 TEST(Advanced, TakesAMistypedOptionAndTheFactoryResetAsBoth)
 {
     Unit unit;
-    EXPECT_EQ(unit.runComplaining("--advanced --bogus --factory_reset").calls, wholeRun(rescueCalls(4)));
+    EXPECT_EQ(unit.runExpectingErrors("--advanced --bogus --factory_reset").calls, wholeRun(rescueCalls(4)));
 }
 
 TEST(Advanced, PrefersAMistypedOptionToFirmwareWork)
@@ -201,7 +201,7 @@ TEST(Advanced, PrefersAMistypedOptionToFirmwareWork)
     {
         Unit unit;
         unit.userId = user;
-        const Result result = unit.runComplaining("--advanced --update=SS --filepath=/x.hex --frce");
+        const Result result = unit.runExpectingErrors("--advanced --update=SS --filepath=/x.hex --frce");
         EXPECT_EQ(result.output, rescueModeSet);
         EXPECT_EQ(result.calls, wholeRun(rescueCalls(3), true));
     }
@@ -231,9 +231,9 @@ TEST(Advanced, PerformsTheActionsBeforeFirmwareWorkForAnyUser)
 TEST(Advanced, PrefersTheActionsBeforeTheRescueModeToAMistypedOption)
 {
     Unit unit;
-    EXPECT_EQ(unit.runComplaining("--advanced --bogus --boot_completed").output,
+    EXPECT_EQ(unit.runExpectingErrors("--advanced --bogus --boot_completed").output,
               "Boot completed successfully.\n");
-    EXPECT_EQ(unit.runComplaining("--advanced --bogus --system_mode").output, "System mode: 0\n");
+    EXPECT_EQ(unit.runExpectingErrors("--advanced --bogus --system_mode").output, "System mode: 0\n");
 }
 
 TEST(Advanced, BootsIntoRescueModeWithAFactoryReset)

@@ -259,7 +259,7 @@ TEST(Can, AssumesFourChannelsIfTheAboutHandleIsNull)
 {
     Unit unit;
     unit.set("/about/canConnections", 1);
-    unit.givesNull("GetAbout");
+    unit.returnsNull("GetAbout");
     EXPECT_EQ(unit.run("--can --help").output, help(4));
 }
 

@@ -204,7 +204,7 @@ TEST(FirmwareProgress, PollsTheStatusWithoutALimitOrADelay)
 {
     const FirmwareUnit unit;
     Command command = programOn(unit.file(), "--advanced --update=SS --force --filepath=" + unit.hex);
-    command.environment["LD_PRELOAD"] += ":" + buildDirectory() + "/tests/long-job.so";
+    command.environment["LD_PRELOAD"] += ":" + buildDirectory() + "/tests/upgrade-status-interposer.so";
     const auto start = std::chrono::steady_clock::now();
     const Outcome outcome = runCommand(command);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));

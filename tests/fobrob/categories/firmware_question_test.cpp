@@ -101,17 +101,17 @@ TEST(FirmwareQuestion, PrintsItsProgressAtATerminalLineByLine)
     FirmwareUnit unit;
     unit.set("/firmware/pace", 300); // ms
     Terminal terminal(programOn(unit.file(), "--advanced --update=SS --filepath=" + unit.hex));
-    ASSERT_TRUE(terminal.sees("Do you wish to continue [yes/no]?"));
+    ASSERT_TRUE(terminal.waitFor("Do you wish to continue [yes/no]?"));
     EXPECT_EQ(terminal.screen(), fileCorrect + upgradeQuestion);
     terminal.type("yes\n");
 
     using Clock = std::chrono::steady_clock;
-    ASSERT_TRUE(terminal.sees("Initiating"));
+    ASSERT_TRUE(terminal.waitFor("Initiating"));
     Clock::time_point last = Clock::now();
     for (const char* line :
          {"Preparing communication", "Reading File", "Converting file", "Flashing", "Verifying", "Done"})
     {
-        ASSERT_TRUE(terminal.sees(line)) << terminal.screen();
+        ASSERT_TRUE(terminal.waitFor(line)) << terminal.screen();
         const Clock::time_point now = Clock::now();
         EXPECT_GT(now - last, std::chrono::milliseconds(50)) << line;
         last = now;
@@ -135,7 +135,7 @@ TEST(FirmwareQuestion, TakesTheEndOfInputAtATerminalAsARefusal)
     SKIP_WITHOUT_TERMINAL();
     FirmwareUnit unit;
     Terminal terminal(programOn(unit.file(), "--advanced --verify=SS --filepath=" + unit.hex));
-    ASSERT_TRUE(terminal.sees("Do you wish to continue [yes/no]?"));
+    ASSERT_TRUE(terminal.waitFor("Do you wish to continue [yes/no]?"));
     terminal.type("\x04"); // the end of input
     EXPECT_EQ(terminal.end(), 0);
     EXPECT_NE(terminal.screen().find("Verify aborted.\n"), std::string::npos) << terminal.screen();

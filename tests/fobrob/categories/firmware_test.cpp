@@ -48,7 +48,7 @@ TEST(Firmware, ReportsAFailedStart)
 TEST(Firmware, CallsTheStartOfANullHandle)
 {
     FirmwareUnit unit;
-    unit.givesNull("GetFirmwareUpgrade");
+    unit.returnsNull("GetFirmwareUpgrade");
     const Result result = unit.run("--advanced --update=SS --force --filepath=" + unit.hex);
     EXPECT_EQ(result.output,
               fileCorrect + upgradeBegins + "startSSUpgrade: The module handle is not valid\n");
@@ -187,7 +187,7 @@ TEST(Firmware, FindsNoFrontMicrocontrollerIfTheDisplayCannotBeRead)
               "No FrontMCU present.\n");
 
     Unit withoutHandle;
-    withoutHandle.givesNull("GetAbout");
+    withoutHandle.returnsNull("GetAbout");
     EXPECT_EQ(withoutHandle.run("--advanced --verify=Front --filepath=/missing.hex").output,
               "No FrontMCU present.\n");
 }

@@ -218,11 +218,11 @@ TEST_P(Power, PrintsEverythingAsDisabledIfNothingIsWritten)
 
 TEST_P(Power, ReleasesBothHandlesEvenIfTheyAreNull)
 {
-    unit.givesNull("GetPower");
+    unit.returnsNull("GetPower");
     EXPECT_THAT(unit.run("--power=current --can").calls,
                 testing::IsSupersetOf({"Power_release() = 3", "Config_release() = 0"}));
     unit.set("/faults", nlohmann::json::object());
-    unit.givesNull("GetConfig");
+    unit.returnsNull("GetConfig");
     EXPECT_THAT(unit.run("--power=current --can").calls,
                 testing::IsSupersetOf({"Power_release() = 0", "Config_release() = 3"}));
     unit.set("/faults", {{"Power_release", {{"code", 77}}}, {"Config_release", {{"code", 77}}}});
@@ -234,7 +234,7 @@ TEST_P(Power, ReleasesBothHandlesEvenIfTheyAreNull)
 
 TEST_P(Power, NeedsNoHandleOfTheOtherMode)
 {
-    unit.givesNull(GetParam().module == "Power_" ? "GetConfig" : "GetPower");
+    unit.returnsNull(GetParam().module == "Power_" ? "GetConfig" : "GetPower");
     EXPECT_EQ(run("--vchannel1 --can").output,
               line("Video channel 1 power status: Enabled.") + line("CAN power status: Enabled."));
 }

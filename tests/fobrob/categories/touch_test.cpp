@@ -302,10 +302,10 @@ TEST(Touch, RefusesASettingAfterTheProfile)
 TEST(Touch, RequiresAWordForASetting)
 {
     Unit unit;
-    const Result alone = unit.runComplaining("--touch --setting");
+    const Result alone = unit.runExpectingErrors("--touch --setting");
     EXPECT_EQ(alone.output, "Invalid argument\n");
     EXPECT_THAT(alone.errors, testing::HasSubstr("option '--setting' requires an argument"));
-    EXPECT_EQ(unit.runComplaining("--touch --mode --setting").output, "TouchScreen Profile: TOUCH\n");
+    EXPECT_EQ(unit.runExpectingErrors("--touch --mode --setting").output, "TouchScreen Profile: TOUCH\n");
 }
 
 TEST(Touch, ReportsASettingThatTheUnitRefuses)

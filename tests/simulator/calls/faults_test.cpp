@@ -130,7 +130,7 @@ TEST(Faults, LeaveAHandleValidIfItsReleaseFails)
 TEST(Faults, CanReturnANullHandle)
 {
     CalledUnit unit;
-    unit.givesNull("GetBuzzer");
+    unit.returnsNull("GetBuzzer");
     EXPECT_EQ(GetBuzzer(), nullptr);
     EXPECT_EQ(GetBuzzer(), nullptr);
     EXPECT_NE(GetAdc(), nullptr);
@@ -144,9 +144,9 @@ TEST(Faults, CanReturnANullHandle)
 TEST(Faults, CanReturnANullText)
 {
     CalledUnit unit;
-    unit.givesNull("GetErrorStringA");
-    unit.givesNull("GetStartupReasonStringA");
-    unit.givesNull("GetHwErrorStatusStringA");
+    unit.returnsNull("GetErrorStringA");
+    unit.returnsNull("GetStartupReasonStringA");
+    unit.returnsNull("GetHwErrorStatusStringA");
     EXPECT_EQ(GetErrorStringA(3), nullptr);
     EXPECT_EQ(GetStartupReasonStringA(0), nullptr);
     EXPECT_EQ(GetHwErrorStatusStringA(0), nullptr);

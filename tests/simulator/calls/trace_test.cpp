@@ -107,7 +107,7 @@ TEST(Trace, EscapesControlCharacters)
 TEST(Trace, RecordsANullHandle)
 {
     CalledUnit unit;
-    unit.givesNull("GetBuzzer");
+    unit.returnsNull("GetBuzzer");
     GetBuzzer();
     Buzzer_release(nullptr);
     EXPECT_EQ(unit.calls(), (Calls{"GetBuzzer() = null", "Buzzer_release() = 3"}));

@@ -359,11 +359,11 @@ TEST(Store, RefusesAnInvalidFileAndKeepsIt)
         SCOPED_TRACE(content.substr(0, 80));
         Unit unit;
         writeFile(unit.file(), content);
-        const Result result = unit.runComplaining("--buzzer --volume");
+        const Result result = unit.runExpectingErrors("--buzzer --volume");
         EXPECT_EQ(result.output, isNotValid);
         EXPECT_THAT(result.errors, testing::StartsWith("libqv-aux2: " + unit.file() + ": " + expected));
         EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1);
-        EXPECT_EQ(unit.runComplaining("--buzzer --volume=40").output,
+        EXPECT_EQ(unit.runExpectingErrors("--buzzer --volume=40").output,
                   "setVolume: The unit file is not valid\n");
         EXPECT_EQ(readFile(unit.file()), content);
     }
@@ -373,7 +373,7 @@ TEST(Store, ReportsAnErrorOnce)
 {
     Unit unit;
     writeFile(unit.file(), "{");
-    const Result result = unit.runComplaining("--buzzer --frequency --volume --status");
+    const Result result = unit.runExpectingErrors("--buzzer --frequency --volume --status");
     EXPECT_EQ(result.output,
               lines({"getFrequency: The unit file is not valid", "getVolume: The unit file is not valid",
                      "getTrigger: The unit file is not valid"}));

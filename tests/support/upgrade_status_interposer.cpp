@@ -1,4 +1,4 @@
-// Preloaded: replaces a firmware job by one that is done after 100,000 status calls.
+// Preloaded into the program: FirmwareUpgrade_getUpgradeStatus() reports Done after 100,000 calls.
 
 #include "device/qv_aux2.h"
 

@@ -1,4 +1,5 @@
-// Preloaded into the program: records the words that it compares a text with, a line for each comparison.
+// Preloaded into the program: strcasecmp() also appends its arguments to the file COMPARED_WORDS, one line
+// per call.
 
 #include <cctype>
 #include <cstdio>

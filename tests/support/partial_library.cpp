@@ -1,4 +1,4 @@
-// A device library that provides only the light sensor.
+// A device library with only the operations of the light sensor.
 
 #include "device/qv_aux2.h"
 
@@ -22,5 +22,5 @@ ApiError Lightsensor_release(LightsensorHandle)
 
 const char* GetErrorStringA(ApiError)
 {
-    return "no error of this library";
+    return "unexpected error";
 }

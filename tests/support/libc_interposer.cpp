@@ -1,5 +1,5 @@
-// Preloaded: getuid() returns the user that the test chooses, and sleep() also writes a line to the call
-// trace.
+// Preloaded into the program: getuid() returns FAKE_UID, or 0 if it is unset, and sleep() also appends a line
+// to the call trace.
 
 #include <cstdio>
 #include <cstdlib>
@@ -9,7 +9,7 @@
 
 extern "C" __attribute__((visibility("default"))) uid_t getuid()
 {
-    const char* uid = std::getenv("STAND_IN_UID");
+    const char* uid = std::getenv("FAKE_UID");
     return uid ? static_cast<uid_t>(std::strtoul(uid, nullptr, 10)) : 0;
 }
 
