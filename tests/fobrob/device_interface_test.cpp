@@ -28,7 +28,7 @@ const std::pair<const char*, const char*> operations[] = {
     {"TouchScreen_getMode", "--touch"},
 };
 
-TEST(DeviceInterface, ReportsEveryCodeButSuccessInOneLine)
+TEST(DeviceInterface, ReportsEveryErrorCodeOnOneLine)
 {
     for (const auto& [operation, arguments] : operations)
         for (const unsigned code : {1u, 5u, 255u, 256u, 65536u, 4000000000u})
@@ -47,7 +47,7 @@ TEST(DeviceInterface, ReportsEveryCodeButSuccessInOneLine)
         }
 }
 
-TEST(DeviceInterface, SuppressesLaterReportsToo)
+TEST(DeviceInterface, SuppressesLaterReportsAfterAnErrorWithoutText)
 {
     Unit unit(R"({"errorTexts": {"77": null}})");
     unit.fails("Buzzer_getFrequency", 77);
@@ -68,7 +68,7 @@ TEST(DeviceInterface, PrintsAnEmptyErrorText)
     EXPECT_EQ(unit.run("--buzzer --volume --status").output, "getVolume: \nBuzzer status:  Disabled.\n");
 }
 
-TEST(DeviceInterface, PrintsAnErrorTextToTheByte)
+TEST(DeviceInterface, PrintsAnErrorTextUnchanged)
 {
     const std::string text = "100%d of %s, Gr\u00f6\u00dfe " + std::string(300, 'x');
     Unit unit;
@@ -86,7 +86,7 @@ Outcome runOnPartialLibrary(const std::string& arguments)
     return runCommand(command);
 }
 
-TEST(PartialLibrary, IsEnoughForItsCategories)
+TEST(PartialLibrary, SufficesForTheCategoriesThatItSupports)
 {
     for (const char* arguments : {"--lightsensor", "--lightsensor --illuminance"})
     {
@@ -97,7 +97,7 @@ TEST(PartialLibrary, IsEnoughForItsCategories)
     }
 }
 
-TEST(PartialLibrary, IsEnoughForWhatCallsNoMissingOperation)
+TEST(PartialLibrary, SufficesForCommandsThatCallNoMissingOperation)
 {
     for (const char* arguments : {"", "-h", "-v", "--help", "--list", "--frequency", "--lightsensor --help",
                                   "--lightsensor --frequency", "--about --help"})
@@ -112,7 +112,7 @@ TEST(PartialLibrary, IsEnoughForWhatCallsNoMissingOperation)
 }
 
 // The program ends at the first operation that the library lacks.
-TEST(PartialLibrary, EndsTheProgramAfterTheLinesBeforeAMissingOperation)
+TEST(PartialLibrary, EndsTheProgramAtTheFirstMissingOperation)
 {
     const Outcome outcome = runOnPartialLibrary("--about --volume --status");
     EXPECT_EQ(outcome.output, "Error: Version should not take any more options.\n"

@@ -140,7 +140,7 @@ TEST(OptionTable, HasEveryOptionInOrder)
     EXPECT_EQ(entry->val, 0);
 }
 
-TEST(OptionTable, GivesNoTwoOptionsTheSameCode)
+TEST(OptionTable, GivesEachOptionAUniqueCode)
 {
     std::set<int> codes{8}; // unused
     for (const Row& row : rows)
@@ -186,14 +186,14 @@ TEST(EntryPoint, PrintsAHintWithoutAnOption)
     EXPECT_EQ(unit.run(std::vector<std::string>{""}).output, hint);
 }
 
-TEST(EntryPoint, PrintsAHintIfTheFirstOptionIsNoCategory)
+TEST(EntryPoint, PrintsAHintIfTheFirstOptionIsNotACategory)
 {
     for (const Row& row : rows)
         if (row.use == Use::inner)
             expectHint(dashed(row) + (row.argument == required_argument ? "=100" : ""));
 }
 
-TEST(EntryPoint, PrintsAHintIfTheFirstOptionIsNoCategoryAndHasAValue)
+TEST(EntryPoint, PrintsAHintIfTheFirstOptionIsNotACategoryAndHasAValue)
 {
     for (const Row& row : rows)
         if (row.use == Use::inner && row.argument == optional_argument)
@@ -206,7 +206,7 @@ TEST(EntryPoint, PrintsAHintIfACategoryIsNotTheFirstOption)
     expectHint("--rescue_mode_next_boot --advanced");
 }
 
-TEST(EntryPoint, RefusesAValueForAnOptionThatTakesNone)
+TEST(EntryPoint, RejectsAValueForAnOptionThatTakesNone)
 {
     for (const Row& row : rows)
         if (row.argument == no_argument)
@@ -214,7 +214,7 @@ TEST(EntryPoint, RefusesAValueForAnOptionThatTakesNone)
                                     "option '" + dashed(row) + "' doesn't allow an argument");
 }
 
-TEST(EntryPoint, RefusesAnEmptyValueForAnOptionThatTakesNone)
+TEST(EntryPoint, RejectsAnEmptyValueForAnOptionThatTakesNone)
 {
     expectDiagnosticAndHint("--buzzer=", "option '--buzzer' doesn't allow an argument");
 }
@@ -226,7 +226,7 @@ TEST(EntryPoint, RequiresTheValueOfAnOptionThatNeedsOne)
             expectDiagnosticAndHint(dashed(row), "option '" + dashed(row) + "' requires an argument");
 }
 
-TEST(EntryPoint, RefusesUnknownOptions)
+TEST(EntryPoint, RejectsUnknownOptions)
 {
     expectDiagnosticAndHint("--bogus", "unrecognized option '--bogus'");
     expectDiagnosticAndHint("--bogus --version", "unrecognized option '--bogus'");
@@ -236,7 +236,7 @@ TEST(EntryPoint, RefusesUnknownOptions)
     expectDiagnosticAndHint("-list", "invalid option -- 'l'");
 }
 
-TEST(EntryPoint, MatchesOptionsWithCase)
+TEST(EntryPoint, MatchesOptionsCaseSensitively)
 {
     expectDiagnosticAndHint("--Version", "unrecognized option '--Version'");
     expectDiagnosticAndHint("--HELP", "unrecognized option '--HELP'");
@@ -244,7 +244,7 @@ TEST(EntryPoint, MatchesOptionsWithCase)
     expectDiagnosticAndHint("-V", "invalid option -- 'V'");
 }
 
-TEST(EntryPoint, RefusesAnAmbiguousAbbreviation)
+TEST(EntryPoint, RejectsAnAmbiguousAbbreviation)
 {
     expectDiagnosticAndHint("--l", "option '--l' is ambiguous; possibilities: '--led' '--list' "
                                    "'--longpress_time' '--longpress' '--led_dimming' '--lightsensor'\n");
@@ -272,7 +272,7 @@ TEST(EntryPoint, PrefersAnExactNameToALongerOne)
     EXPECT_EQ(unit.run("--onoff --onoff_signal").calls[1], "Config_getOnOffSigAction([2]) = 0");
 }
 
-TEST(EntryPoint, IgnoresWordsThatAreNoOptions)
+TEST(EntryPoint, IgnoresWordsThatAreNotOptions)
 {
     Unit unit;
     const Result result = unit.run("stray --version");
@@ -311,7 +311,7 @@ TEST(EntryPoint, DispatchesToEveryCategory)
         EXPECT_TRUE(unit.run(std::string(c.category) + " --help").output.starts_with(c.title)) << c.category;
 }
 
-TEST(EntryPoint, RunsOneCategoryOnly)
+TEST(EntryPoint, RunsOnlyOneCategory)
 {
     Unit unit;
     const Result result = unit.run("--lightsensor --illuminance --buzzer --version");
@@ -320,7 +320,7 @@ TEST(EntryPoint, RunsOneCategoryOnly)
 }
 
 // A value is written after an equals sign; a word after a space is ignored.
-TEST(EntryPoint, PassesNoValueToACategoryWithoutOne)
+TEST(EntryPoint, TreatsAnEmptyValueAndALaterWordAsNoValue)
 {
     const std::pair<std::string, std::string> categories[] = {
         {"--about", " EEPROM"},  {"--can", " CAN1"},        {"--digitalio", " DI1"},
@@ -380,7 +380,7 @@ TEST(EntryPoint, PrintsTheOptionList)
         EXPECT_EQ(unit.run(arguments).output, list) << arguments;
 }
 
-TEST(EntryPoint, CallsNoDeviceOperationForTheGeneralActions)
+TEST(EntryPoint, CallsNoDeviceOperationForTheGeneralOptions)
 {
     Unit unit;
     for (const char* arguments : {"-h", "--help", "-v", "--list"})

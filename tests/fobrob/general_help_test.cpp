@@ -66,7 +66,7 @@ TEST(ProgramVersion, HasFourNumbers)
     EXPECT_EQ(programVersionBuild(), 0);
 }
 
-TEST(ProgramVersion, EndsTheProcessWithSuccess)
+TEST(ProgramVersion, ExitsWithSuccess)
 {
     program_name = "fobrob";
     EXPECT_EXIT(printVersion(), testing::ExitedWithCode(0), "");
@@ -103,7 +103,7 @@ TEST(OptionList, HasItsSectionsInOrder)
 }
 
 // The help of --can is the exception: it is written line by line.
-TEST(GeneralTexts, AreWrittenInOneWrite)
+TEST(GeneralTexts, AreWrittenWithOneWrite)
 {
     Unit unit;
     for (const char* arguments :
@@ -119,7 +119,7 @@ TEST(GeneralTexts, AreWrittenInOneWrite)
 }
 
 // Errors of writing are ignored.
-TEST(GeneralTexts, EndWithSuccessIfTheyCannotBeWritten)
+TEST(GeneralTexts, ExitWithSuccessIfTheyCannotBeWritten)
 {
     const Unit unit;
     for (const char* arguments :

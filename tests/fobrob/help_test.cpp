@@ -12,9 +12,9 @@ struct Category
     const char* name; // of the option and of the file
     std::vector<const char*> commandLines;
 
-    // Those with options that are refused before --help is read, and their line.
-    std::vector<const char*> refusedFirst = {};
-    const char* refusal = "";
+    // Those with options that are rejected before --help is read, and their line.
+    std::vector<const char*> rejectedFirst = {};
+    const char* error = "";
 };
 
 const Category categories[] = {
@@ -103,16 +103,16 @@ void expectHelpInsteadOfWork(const std::string& commandLine, const std::string& 
     EXPECT_EQ(unit.content(), nlohmann::json::object());
 }
 
-TEST_P(HelpOf, IsPrintedInsteadOfAnyWork)
+TEST_P(HelpOf, IsPrintedInsteadOfPerformingTheCommand)
 {
     for (const char* commandLine : GetParam().commandLines)
         expectHelpInsteadOfWork(commandLine, help);
 }
 
-TEST_P(HelpOf, IsPrintedAfterTheRefusalOfOtherOptions)
+TEST_P(HelpOf, IsPrintedAfterTheErrorsOfOtherOptions)
 {
-    for (const char* commandLine : GetParam().refusedFirst)
-        expectHelpInsteadOfWork(commandLine, GetParam().refusal + help);
+    for (const char* commandLine : GetParam().rejectedFirst)
+        expectHelpInsteadOfWork(commandLine, GetParam().error + help);
 }
 
 TEST_P(HelpOf, IsPrintedAfterTheDiagnosticOfAnUnknownOption)
@@ -120,7 +120,7 @@ TEST_P(HelpOf, IsPrintedAfterTheDiagnosticOfAnUnknownOption)
     const std::string commandLine = std::string("--") + GetParam().name + " --bogus --help";
     Unit unit;
     const Result result = unit.runExpectingErrors(commandLine);
-    EXPECT_EQ(result.output, GetParam().refusal + help);
+    EXPECT_EQ(result.output, GetParam().error + help);
     EXPECT_EQ(result.calls, callsBeforeOptions(commandLine));
     EXPECT_THAT(result.errors, testing::HasSubstr("unrecognized option '--bogus'"));
 }

@@ -26,7 +26,7 @@ std::string callsLinesAndDiagnostics(const std::string& arguments)
     return runCommand(throughShell("exec \"$@\" 2>&1", withTraceInOutput(unit, arguments))).output;
 }
 
-TEST(Order, ARefusalIsPrintedBeforeTheRelease)
+TEST(Order, AnErrorIsPrintedBeforeTheRelease)
 {
     EXPECT_EQ(callsAndLines("--lightsensor --volume"),
               lines({"GetLightsensor() = handle", "Invalid argument", "Lightsensor_release() = 0"}));
@@ -118,7 +118,7 @@ TEST(Order, TheReportsPrintEachFieldBeforeTheNextCall)
               std::string::npos);
 }
 
-TEST(Order, EveryTemperatureIsPrintedBeforeTheNextIsRead)
+TEST(Order, EveryTemperatureIsPrintedBeforeTheNextOneIsRead)
 {
     EXPECT_EQ(
         callsAndLines("--temperature --volume"),
@@ -128,7 +128,7 @@ TEST(Order, EveryTemperatureIsPrintedBeforeTheNextIsRead)
                "Diagnostic_getPMTemp(1, [39], [0]) = 0", "CPU BOARD temp=39", "Diagnostic_release() = 0"}));
 }
 
-TEST(Order, EveryInputIsPrintedBeforeTheNextIsRead)
+TEST(Order, EveryInputIsPrintedBeforeTheNextOneIsRead)
 {
     EXPECT_EQ(callsAndLines("--digitalio --volume"),
               lines({"GetDigIO() = handle", "Error: Digital IO should not take any more options",
@@ -139,16 +139,16 @@ TEST(Order, EveryInputIsPrintedBeforeTheNextIsRead)
 
 TEST(Order, TheReportsObtainTheirHandlesAfterTheOptionsAreRead)
 {
-    const std::string refusal = "Invalid argument: Category argument could not be found. Valid are: EEPROM, "
-                                "Diagnostic and ADC.";
-    EXPECT_EQ(callsAndLines("--about --volume"),
-              lines({"Error: Version should not take any more options.", "GetAdc() = handle",
-                     "GetAbout() = handle", "GetDiagnostic() = handle", "GetQVAuxPrivate() = handle", refusal,
-                     "QVAuxPrivate_release() = 0", "Adc_release() = 0", "Diagnostic_release() = 0",
-                     "About_release() = 0"}));
+    const std::string error = "Invalid argument: Category argument could not be found. Valid are: EEPROM, "
+                              "Diagnostic and ADC.";
+    EXPECT_EQ(
+        callsAndLines("--about --volume"),
+        lines({"Error: Version should not take any more options.", "GetAdc() = handle", "GetAbout() = handle",
+               "GetDiagnostic() = handle", "GetQVAuxPrivate() = handle", error, "QVAuxPrivate_release() = 0",
+               "Adc_release() = 0", "Diagnostic_release() = 0", "About_release() = 0"}));
 }
 
-TEST(Order, TheShutdownIsAnnouncedBeforeItsCall)
+TEST(Order, AShutdownIsAnnouncedBeforeItIsRequested)
 {
     EXPECT_EQ(
         callsAndLines("--advanced --shutdown"),
@@ -164,7 +164,7 @@ TEST(Order, AFactoryResetIsPrintedAfterTheRelease)
                      "Factory reset completed.", "About_release() = 0", "FirmwareUpgrade_release() = 0"}));
 }
 
-TEST(Order, TheDiagnosticOfAnOptionIsPrintedBeforeItsRefusal)
+TEST(Order, TheDiagnosticOfGetoptIsPrintedBeforeTheErrorOfTheCategory)
 {
     EXPECT_TRUE(
         callsLinesAndDiagnostics("--about --bogus --volume")
@@ -185,7 +185,7 @@ TEST(Order, TheModulesAreObtainedBeforeTheOptionsAreRead)
     }
 }
 
-TEST(Order, TheCanChannelsAreCountedBeforeAnOptionIsRefused)
+TEST(Order, TheCanChannelsAreCountedBeforeAnOptionIsRejected)
 {
     EXPECT_EQ(
         callsAndLines("--can=CAN0 --volume"),
@@ -225,21 +225,21 @@ TEST(Order, TheCanLinesArePrintedBetweenTheirCallsAndTheRelease)
     }
 }
 
-TEST(Order, TheHeaterIsReleasedAfterItsRefusals)
+TEST(Order, TheHeaterIsReleasedAfterItsErrors)
 {
     EXPECT_EQ(callsAndLines("--heater --frequency"),
               lines({"GetConfig() = handle", "Invalid argument: Option is required (--temperature)",
                      "Invalid argument: Option is required (--temperature)", "Config_release() = 0"}));
 }
 
-TEST(Order, NegativePulsesAreSentBeforeTheyAreRefused)
+TEST(Order, NegativePulsesAreSentBeforeTheyAreRejected)
 {
     EXPECT_EQ(callsAndLines("--led --pulses=-3"),
               lines({"GetFrontLED() = handle", "FrontLED_setNrOfPulses(253) = 0",
                      "Invalid argument: Argument must be >0.", "FrontLED_release() = 0"}));
 }
 
-TEST(Order, FirmwareWorkIsAnnouncedBeforeItIsStarted)
+TEST(Order, AFirmwareJobIsAnnouncedBeforeItIsStarted)
 {
     FirmwareUnit unit(R"({"firmware": {"statuses": [{"state": 6}]}})");
     const struct

@@ -24,15 +24,15 @@ struct Category
 };
 
 const char* const unknown = "unrecognized option '--bogus'";
-const std::string refused = "Invalid argument\n";
-const std::string aboutRefusal = "Error: Version should not take any more options.\n";
+const std::string invalidArgument = "Invalid argument\n";
+const std::string aboutError = "Error: Version should not take any more options.\n";
 const std::string aboutNoReport =
     "Invalid argument: Category argument could not be found. Valid are: EEPROM, Diagnostic and ADC.\n";
-const std::string canRefusal = "Invalid option: Only --baudrate and --help are valid options.\n";
-const std::string digitalIoRefusal = "Error: Digital IO should not take any more options\n";
-const std::string heaterRefusal = "Invalid argument: Option is required (--temperature)\n";
-const std::string temperatureRefusal = "Error: Version should not take any more options\n";
-const std::string versionRefusal = "Error: Version does not take any more options.\n";
+const std::string canError = "Invalid option: Only --baudrate and --help are valid options.\n";
+const std::string digitalIoError = "Error: Digital IO should not take any more options\n";
+const std::string heaterError = "Invalid argument: Option is required (--temperature)\n";
+const std::string temperatureError = "Error: Version should not take any more options\n";
+const std::string versionError = "Error: Version does not take any more options.\n";
 
 const std::string allInputs =
     "Digital input 1: 0\nDigital input 2: 0\nDigital input 3: 0\nDigital input 4: 0\n";
@@ -42,13 +42,13 @@ const std::string allVersions = "fobrob 2.9.0.0\nFPGAVersion: 1.4.0.2\nFrontVers
                                 "OSVersion: 3.1.4.0\n";
 
 const Category categories[] = {
-    {"About", {{{"--about --frequency", "--about=xyz --about=ADC"}, aboutRefusal + aboutNoReport}}, {}},
+    {"About", {{{"--about --frequency", "--about=xyz --about=ADC"}, aboutError + aboutNoReport}}, {}},
     {"Backlight",
      {{{"--backlight --frequency", "--backlight --backlight", "--backlight --led", "--backlight -h",
         "--backlight -v", "--backlight --frequency --volume -v"},
-       refused},
-      {{"--backlight --bogus"}, refused, unknown},
-      {{"--backlight --help=now"}, refused, "option '--help' doesn't allow an argument"}},
+       invalidArgument},
+      {{"--backlight --bogus"}, invalidArgument, unknown},
+      {{"--backlight --help=now"}, invalidArgument, "option '--help' doesn't allow an argument"}},
      {{{"--backlight --frequency --automatic"}, "Automatic BL: Disabled\n"},
       {{"--backlight --intensity --frequency=5"}, "Intensity: 200\n"},
       {{"--backlight -h --led_dimming -v"}, "LedDimming: Disabled\n"},
@@ -60,13 +60,13 @@ const Category categories[] = {
     {"Buzzer",
      {{{"--buzzer --illuminance", "--buzzer --led", "--buzzer --baudrate=5", "--buzzer --buzzer",
         "--buzzer -h", "--buzzer -v", "--buzzer -hv", "--buzzer --illuminance --led -v"},
-       refused},
-      {{"--buzzer --bogus"}, refused, unknown},
-      {{"--buzzer --Frequency"}, refused, "unrecognized option '--Frequency'"},
-      {{"--buzzer -x"}, refused, "invalid option -- 'x'"},
-      {{"--buzzer --l"}, refused, "option '--l' is ambiguous"},
-      {{"--buzzer --force=1"}, refused, "option '--force' doesn't allow an argument"},
-      {{"--buzzer --setting"}, refused, "option '--setting' requires an argument"}},
+       invalidArgument},
+      {{"--buzzer --bogus"}, invalidArgument, unknown},
+      {{"--buzzer --Frequency"}, invalidArgument, "unrecognized option '--Frequency'"},
+      {{"--buzzer -x"}, invalidArgument, "invalid option -- 'x'"},
+      {{"--buzzer --l"}, invalidArgument, "option '--l' is ambiguous"},
+      {{"--buzzer --force=1"}, invalidArgument, "option '--force' doesn't allow an argument"},
+      {{"--buzzer --setting"}, invalidArgument, "option '--setting' requires an argument"}},
      {{{"--buzzer --illuminance --volume"}, "Buzzer Volume: 1000\n"},
       {{"--buzzer --status -h"}, "Buzzer status:  Disabled.\n"},
       {{"--buzzer --volume=40 --bogus", "--buzzer --bogus --volume=40"},
@@ -76,33 +76,33 @@ const Category categories[] = {
      {},
      {{{"--can=CAN1 --volume", "--can=CAN1 --can=CAN0", "--can=CAN1 --frequency=5", "--can=CAN1 -h",
         "--can=CAN1 -v"},
-       canRefusal + "CAN device 1 baud rate: 250\n"},
-      {{"--can=CAN1 --volume -h"}, canRefusal + canRefusal + "CAN device 1 baud rate: 250\n"},
+       canError + "CAN device 1 baud rate: 250\n"},
+      {{"--can=CAN1 --volume -h"}, canError + canError + "CAN device 1 baud rate: 250\n"},
       {{"--can=CAN1 --volume --baudrate=500", "--can=CAN1 --baudrate=500 --volume"},
-       canRefusal + "CAN device 1 baud rate set to: 500\n"},
-      {{"--can=CAN0 --bogus"}, canRefusal + "CAN device 0 baud rate: 250\n", unknown},
-      {{"--can=CAN0 --bogus --baudrate=500"}, canRefusal + "CAN device 0 baud rate set to: 500\n", unknown}}},
+       canError + "CAN device 1 baud rate set to: 500\n"},
+      {{"--can=CAN0 --bogus"}, canError + "CAN device 0 baud rate: 250\n", unknown},
+      {{"--can=CAN0 --bogus --baudrate=500"}, canError + "CAN device 0 baud rate set to: 500\n", unknown}}},
     {"DigitalIo",
-     {{{"--digitalio=DI5 --volume"}, digitalIoRefusal + refused}},
-     {{{"--digitalio --volume"}, digitalIoRefusal + allInputs},
-      {{"--digitalio --volume=3 -h -v"}, digitalIoRefusal + digitalIoRefusal + digitalIoRefusal + allInputs},
-      {{"--digitalio=DI2 --digitalio=DI3"}, digitalIoRefusal + "Digital input 2: 0\n"},
-      {{"--digitalio=DI1 --bogus"}, digitalIoRefusal + "Digital input 1: 0\n", unknown}}},
+     {{{"--digitalio=DI5 --volume"}, digitalIoError + invalidArgument}},
+     {{{"--digitalio --volume"}, digitalIoError + allInputs},
+      {{"--digitalio --volume=3 -h -v"}, digitalIoError + digitalIoError + digitalIoError + allInputs},
+      {{"--digitalio=DI2 --digitalio=DI3"}, digitalIoError + "Digital input 2: 0\n"},
+      {{"--digitalio=DI1 --bogus"}, digitalIoError + "Digital input 1: 0\n", unknown}}},
     {"Heater",
      {{{"--heater --frequency", "--heater --heater", "--heater --power=Enable", "--heater -h", "--heater -v"},
-       heaterRefusal + heaterRefusal},
-      {{"--heater --frequency -h"}, heaterRefusal + heaterRefusal + heaterRefusal},
-      {{"--heater --bogus"}, heaterRefusal + heaterRefusal, unknown},
+       heaterError + heaterError},
+      {{"--heater --frequency -h"}, heaterError + heaterError + heaterError},
+      {{"--heater --bogus"}, heaterError + heaterError, unknown},
       {{"--heater -v --temperature=6"},
-       heaterRefusal + "Invalid argument: The temperature is not within allowed range (-25 C - 5 C)\n"}},
-     {{{"--heater --frequency --temperature"}, heaterRefusal + "Heating limit: -10 C.\n"},
-      {{"--heater --temperature=3 --frequency"}, heaterRefusal + "Heater temperature set to: 3 C.\n"},
-      {{"--heater --bogus --temperature"}, heaterRefusal + "Heating limit: -10 C.\n", unknown}}},
+       heaterError + "Invalid argument: The temperature is not within allowed range (-25 C - 5 C)\n"}},
+     {{{"--heater --frequency --temperature"}, heaterError + "Heating limit: -10 C.\n"},
+      {{"--heater --temperature=3 --frequency"}, heaterError + "Heater temperature set to: 3 C.\n"},
+      {{"--heater --bogus --temperature"}, heaterError + "Heating limit: -10 C.\n", unknown}}},
     {"Led",
      {{{"--led --volume", "--led --led", "--led --intensity=5", "--led -h", "--led -v",
         "--led --volume -h -v"},
-       refused},
-      {{"--led --bogus"}, refused, unknown},
+       invalidArgument},
+      {{"--led --bogus"}, invalidArgument, unknown},
       {{"--led --color=black --volume"}, "Invalid argument: The color argument is not valid.\n"}},
      {{{"--led --volume=9 --pulses"}, "LED pulses: 1\n"},
       {{"--led --pulses=2 -v"}, "LED pulses set to: 2\n"},
@@ -111,9 +111,11 @@ const Category categories[] = {
     {"Lightsensor",
      {{{"--lightsensor --frequency", "--lightsensor -h", "--lightsensor -v",
         "--lightsensor --frequency --wlanpower --rescue_mode_next_boot -v"},
-       refused},
-      {{"--lightsensor --bogus"}, refused, unknown},
-      {{"--lightsensor --illuminance=5"}, refused, "option '--illuminance' doesn't allow an argument"}},
+       invalidArgument},
+      {{"--lightsensor --bogus"}, invalidArgument, unknown},
+      {{"--lightsensor --illuminance=5"},
+       invalidArgument,
+       "option '--illuminance' doesn't allow an argument"}},
      {{{"--lightsensor --illuminance --frequency", "--lightsensor --frequency --illuminance",
         "--lightsensor --illuminance -h", "--lightsensor -v --illuminance"},
        "Illuminance: 320\n"},
@@ -121,56 +123,56 @@ const Category categories[] = {
     {"OnOff",
      {{{"--onoff --frequency", "--onoff --startup=Enable", "--onoff -h", "--onoff -v",
         "--onoff --frequency --volume"},
-       refused},
-      {{"--onoff --shotpress=SUSPEND"}, refused, "unrecognized option '--shotpress=SUSPEND'"}},
+       invalidArgument},
+      {{"--onoff --shotpress=SUSPEND"}, invalidArgument, "unrecognized option '--shotpress=SUSPEND'"}},
      {{{"--onoff --bogus --shortpress"}, "ShortPressAction: SUSPEND\n", unknown}}},
     {"Power",
      {{{"--power=current --frequency --volume=3 -h -v", "--power=startup --frequency --volume=3 -h -v"},
-       refused + refused + refused + refused},
-      {{"--power=current --bogus", "--power=startup --bogus"}, refused, unknown},
-      {{"--power --frequency"}, refused + "Invalid argument: Current or Startup must be selected.\n"},
+       invalidArgument + invalidArgument + invalidArgument + invalidArgument},
+      {{"--power=current --bogus", "--power=startup --bogus"}, invalidArgument, unknown},
+      {{"--power --frequency"}, invalidArgument + "Invalid argument: Current or Startup must be selected.\n"},
       {{"--power=now --bogus --can"},
-       refused + "Invalid argument: Current or Startup must be selected.\n",
+       invalidArgument + "Invalid argument: Current or Startup must be selected.\n",
        unknown}},
      {{{"--power=current --can --frequency", "--power=current --frequency --can"},
-       refused + "Current - CAN power status: Enabled.\n"},
+       invalidArgument + "Current - CAN power status: Enabled.\n"},
       {{"--power=startup --can --frequency", "--power=startup --frequency --can"},
-       refused + "Start-up - CAN power status: Enabled.\n"},
+       invalidArgument + "Start-up - CAN power status: Enabled.\n"},
       {{"--power=current --bogus --can=Disable"},
-       refused + "Current - CAN power status set to Disable.\n",
+       invalidArgument + "Current - CAN power status set to Disable.\n",
        unknown},
       {{"--power=startup --bogus --can=Disable"},
-       refused + "Start-up - CAN power status set to Disable.\n",
+       invalidArgument + "Start-up - CAN power status set to Disable.\n",
        unknown}}},
     {"Telematics",
      {{{"--telematics --frequency", "--telematics --power=current", "--telematics -h", "--telematics -v",
         "--telematics --frequency --volume"},
-       refused},
-      {{"--telematics --bogus"}, refused, unknown}},
+       invalidArgument},
+      {{"--telematics --bogus"}, invalidArgument, unknown}},
      {{{"--telematics --bogus --gpspower=DISABLED"}, "GPS power set to: DISABLED\n", unknown}}},
     {"Temperature",
      {{{"--temperature=GPU --volume"},
-       temperatureRefusal + "Invalid argument: Could not find the specified argument.\n"}},
-     {{{"--temperature --volume"}, temperatureRefusal + allTemperatures},
+       temperatureError + "Invalid argument: Could not find the specified argument.\n"}},
+     {{{"--temperature --volume"}, temperatureError + allTemperatures},
       {{"--temperature -v --frequency=3 -h"},
-       temperatureRefusal + temperatureRefusal + temperatureRefusal + allTemperatures},
-      {{"--temperature=PCB --temperature=SS"}, temperatureRefusal + "PCB temp=34\n"},
-      {{"--temperature=SS --bogus"}, temperatureRefusal + "SS temp=31\n", unknown}}},
+       temperatureError + temperatureError + temperatureError + allTemperatures},
+      {{"--temperature=PCB --temperature=SS"}, temperatureError + "PCB temp=34\n"},
+      {{"--temperature=SS --bogus"}, temperatureError + "SS temp=31\n", unknown}}},
     {"Touch",
      {{{"--touch --frequency", "--touch -h", "--touch -v", "--touch --value=5 --frequency",
         "--touch --frequency --value"},
-       refused},
-      {{"--touch --bogus"}, refused, unknown}},
+       invalidArgument},
+      {{"--touch --bogus"}, invalidArgument, unknown}},
      {{{"--touch --frequency --mode -h"}, "TouchScreen Profile: TOUCH\n"},
       {{"--touch --setting=TS_LOW_LEVEL --frequency"}, "TS_LOW_LEVEL: 48\n"},
       {{"--touch --bogus --mode"}, "TouchScreen Profile: TOUCH\n", unknown}}},
     {"Version",
-     {{{"--version=XYZ --volume"}, versionRefusal + refused},
-      {{"--version=QVSettings --volume"}, versionRefusal}},
-     {{{"--version --frequency"}, versionRefusal + allVersions},
-      {{"--version -h --volume=3 -v"}, versionRefusal + versionRefusal + versionRefusal + allVersions},
-      {{"--version=SS --version=FPGA"}, versionRefusal + "SSVersion: 2.7.1.0\n"},
-      {{"--version=FPGA --bogus"}, versionRefusal + "FPGAVersion: 1.4.0.2\n", unknown}}},
+     {{{"--version=XYZ --volume"}, versionError + invalidArgument},
+      {{"--version=QVSettings --volume"}, versionError}},
+     {{{"--version --frequency"}, versionError + allVersions},
+      {{"--version -h --volume=3 -v"}, versionError + versionError + versionError + allVersions},
+      {{"--version=SS --version=FPGA"}, versionError + "SSVersion: 2.7.1.0\n"},
+      {{"--version=FPGA --bogus"}, versionError + "FPGAVersion: 1.4.0.2\n", unknown}}},
 };
 
 void PrintTo(const Category& category, std::ostream* stream)
@@ -195,7 +197,7 @@ Result runExpecting(const std::string& commandLine, const Group& group)
     return result;
 }
 
-TEST_P(OtherOptionsAfter, AreRefusedWithoutReadingOrChangingAnything)
+TEST_P(OtherOptionsAfter, AreRejectedWithoutReadingOrChangingAnything)
 {
     for (const Group& group : GetParam().withoutWork)
         for (const std::string commandLine : group.commandLines)
@@ -205,7 +207,7 @@ TEST_P(OtherOptionsAfter, AreRefusedWithoutReadingOrChangingAnything)
         }
 }
 
-TEST_P(OtherOptionsAfter, DoNotKeepTheCategoryFromItsWork)
+TEST_P(OtherOptionsAfter, DoNotPreventTheCategoryFromProcessingItsOwn)
 {
     for (const Group& group : GetParam().withWork)
         for (const std::string commandLine : group.commandLines)
@@ -215,31 +217,31 @@ TEST_P(OtherOptionsAfter, DoNotKeepTheCategoryFromItsWork)
         }
 }
 
-class OtherOptionsBeside : public testing::TestWithParam<SettingsCategory>
+class OtherOptionsWith : public testing::TestWithParam<SettingsCategory>
 {
 };
 
-INSTANTIATE_TEST_SUITE_P(Category, OtherOptionsBeside, testing::ValuesIn(settingsCategories()),
+INSTANTIATE_TEST_SUITE_P(Category, OtherOptionsWith, testing::ValuesIn(settingsCategories()),
                          [](const auto& test) { return test.param.name; });
 
 // What a category prints for another option beside its own.
-std::string refusalOf(const std::string& category)
+std::string errorFor(const std::string& category)
 {
-    return category.starts_with("--power") ? refused : category == "--heater" ? heaterRefusal : "";
+    return category.starts_with("--power") ? invalidArgument : category == "--heater" ? heaterError : "";
 }
 
-TEST_P(OtherOptionsBeside, EachOptionAreIgnored)
+TEST_P(OtherOptionsWith, EachOptionAreIgnored)
 {
     const auto& [name, category, keys, settings, repeated, reboot] = GetParam();
-    const std::string refusal = refusalOf(category);
+    const std::string error = errorFor(category);
     Unit unit(keys);
     for (const Setting& setting : settings)
     {
         SCOPED_TRACE(setting.option);
         EXPECT_EQ(unit.run(category + " --illuminance " + setting.option).output,
-                  refusal + setting.read.output);
+                  error + setting.read.output);
         EXPECT_EQ(unit.run(category + " " + setting.option + " --list -h").output,
-                  refusal + refusal + setting.read.output);
+                  error + error + setting.read.output);
     }
 }
 

@@ -55,7 +55,7 @@ TEST_P(SettingsOf, AreReadByAnOptionWithoutAValue)
         }
 }
 
-TEST_P(SettingsOf, AreReadInTheirOwnOrder)
+TEST_P(SettingsOf, AreReadInAFixedOrder)
 {
     std::string options;
     std::string output;
@@ -101,7 +101,7 @@ TEST_P(SettingsOf, AreReadAndChangedInOneRun)
     }
 }
 
-TEST_P(SettingsOf, TakeTheLastValueOfARepeatedOption)
+TEST_P(SettingsOf, UseTheLastValueOfARepeatedOption)
 {
     for (const Setting& setting : settings)
     {

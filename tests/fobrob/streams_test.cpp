@@ -86,7 +86,7 @@ TEST(Streams, DoNotAffectTheUnitIfOutputIsFull)
     }
 }
 
-TEST(Streams, DoNotAffectFirmwareWorkIfOutputIsFull)
+TEST(Streams, DoNotAffectAFirmwareJobIfOutputIsFull)
 {
     FirmwareUnit unit;
     const ShellRun run(unit, "exec \"$@\" >/dev/full", "--advanced --update=Front --filepath=" + unit.hex);
@@ -94,7 +94,7 @@ TEST(Streams, DoNotAffectFirmwareWorkIfOutputIsFull)
     EXPECT_NE(unit["/firmware/front/digest"], nullptr);
 }
 
-TEST(Streams, DoNotAffectTheUnitIfTheReaderCloses)
+TEST(Streams, DoNotAffectTheUnitIfTheReaderExits)
 {
     Unit unit;
     const std::string nobodyReads =
@@ -105,7 +105,7 @@ TEST(Streams, DoNotAffectTheUnitIfTheReaderCloses)
     EXPECT_EQ(unit["/buzzer/volume"], 40);
 }
 
-TEST(Streams, DoNotAffectFirmwareWorkIfTheReaderCloses)
+TEST(Streams, DoNotAffectAFirmwareJobIfTheReaderExits)
 {
     FirmwareUnit unit;
     const ShellRun run(unit, "{ env --default-signal=PIPE \"$@\"; echo $? >&2; } | head -n 1",
@@ -116,7 +116,7 @@ TEST(Streams, DoNotAffectFirmwareWorkIfTheReaderCloses)
     EXPECT_NE(unit["/firmware/front/digest"], nullptr);
 }
 
-TEST(Streams, TakeTheEndOfInputAsARefusal)
+TEST(Streams, TreatEndOfFileAsNo)
 {
     FirmwareUnit unit;
     for (const char* script : {"exec \"$@\" </dev/null", "exec \"$@\" <&-", "exec \"$@\" </",
@@ -130,7 +130,7 @@ TEST(Streams, TakeTheEndOfInputAsARefusal)
     }
 }
 
-TEST(Streams, LeaveWhatFollowsTheAnswerToTheNextReader)
+TEST(Streams, LeaveInputAfterTheAnswerToTheNextReader)
 {
     FirmwareUnit unit;
     const std::string answers = unit.directory / "answers";
@@ -144,7 +144,7 @@ TEST(Streams, LeaveWhatFollowsTheAnswerToTheNextReader)
     }
 }
 
-TEST(Streams, MayHaveInputWithoutEnd)
+TEST(Streams, AreNotReadToTheEndIfTheAnswerIsEndless)
 {
     FirmwareUnit unit;
     const ShellRun run(unit, "yes | tr -d '\\n' | head -c 10000000 | { \"$@\"; wc -c; }",

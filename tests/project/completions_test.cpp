@@ -171,7 +171,7 @@ TEST_P(Completions, OfferACategoryItsOwnOptions)
         EXPECT_EQ(offers("fobrob " + category + " "), options) << category;
 }
 
-TEST_P(Completions, OfferNoOptionAgain)
+TEST_P(Completions, OfferNoOptionTwice)
 {
     EXPECT_EQ(offers("fobrob --buzzer --volume=5 --help --frequency "), (Words{"--status", "--status="}));
     EXPECT_EQ(offers("fobrob --power=current --vchannel1 --vchannel2 --vchannel3=Enable --vchannel4 "),
@@ -206,7 +206,7 @@ TEST_P(Completions, OfferTheWordsOfAValue)
         EXPECT_EQ(offers("fobrob " + line), words) << line;
 }
 
-TEST_P(Completions, OfferTheNextWordForAValueThatIsRequired)
+TEST_P(Completions, OfferARequiredValueAsTheNextWord)
 {
     const Words targets = {"FPGA", "Front", "SS"};
     EXPECT_EQ(offers("fobrob --about=RawEEPROM --eeprom "), (Words{"ADDON", "ICM"}));
@@ -219,13 +219,13 @@ TEST_P(Completions, OfferTheNextWordForAValueThatIsRequired)
     EXPECT_EQ(offers("fobrob --advanced --update --force --fo"), Words{"--force"});
 }
 
-TEST_P(Completions, TakeWordsInAnyCase)
+TEST_P(Completions, MatchWordsInAnyCase)
 {
     EXPECT_EQ(offers("fobrob --buzzer --status=en"), Words{"Enable"});
     EXPECT_EQ(offers("fobrob --touch --setting=ts_use"), Words{"TS_USE_DEJITTER"});
 }
 
-TEST_P(Completions, OfferTheFirmwareOfTheTarget)
+TEST_P(Completions, OfferFirmwareFilesForTheTarget)
 {
     const TemporaryDirectory directory;
     for (const std::string name : {"a.hex", "a b.hex", "a.mcs", "a.txt", "hex", "upper.HEX"})
@@ -277,7 +277,7 @@ TEST_P(TypedCompletions, EnterDirectoriesAndQuoteSpaces)
                                         "--force"}));
 }
 
-TEST_P(TypedCompletions, ServeAWordInQuotes)
+TEST_P(TypedCompletions, CompleteAWordInQuotes)
 {
     const TemporaryDirectory directory;
     std::filesystem::create_directory(directory / "new  files");
@@ -291,7 +291,7 @@ TEST_P(TypedCompletions, ServeAWordInQuotes)
               (std::vector<std::string>{"--led", "--color=YELLOW"}));
 }
 
-TEST_P(TypedCompletions, ServeTheMiddleOfALine)
+TEST_P(TypedCompletions, WorkInTheMiddleOfALine)
 {
     const std::string behind = " --pulses";
     EXPECT_EQ(

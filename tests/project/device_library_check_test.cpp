@@ -35,7 +35,7 @@ TEST(DeviceLibraryCheck, AcceptsTheSimulatedUnitWithAndWithoutASoname)
     }
 }
 
-TEST(DeviceLibraryCheck, ReportsAnotherSoname)
+TEST(DeviceLibraryCheck, ReportsADifferentSoname)
 {
     const TemporaryDirectory directory;
     const std::string library = changedLibrary(directory, name, "libqv-aux2.so.2.12");
@@ -45,7 +45,7 @@ TEST(DeviceLibraryCheck, ReportsAnotherSoname)
     EXPECT_EQ(exitStatus(outcome), 1);
 }
 
-TEST(DeviceLibraryCheck, NamesASingleMissingOperation)
+TEST(DeviceLibraryCheck, ReportsASingleMissingOperation)
 {
     const TemporaryDirectory directory;
     const std::string library = changedLibrary(directory, "Buzzer_setVolume", "Buzzer_setvolume");
@@ -55,7 +55,7 @@ TEST(DeviceLibraryCheck, NamesASingleMissingOperation)
     EXPECT_EQ(exitStatus(outcome), 1);
 }
 
-TEST(DeviceLibraryCheck, NamesAllMissingOperations)
+TEST(DeviceLibraryCheck, ReportsAllMissingOperations)
 {
     const std::string library = partialLibraryDirectory() + "/" + name;
     const Outcome outcome = check(library);
@@ -67,7 +67,7 @@ TEST(DeviceLibraryCheck, NamesAllMissingOperations)
     EXPECT_EQ(exitStatus(outcome), 1);
 }
 
-TEST(DeviceLibraryCheck, FindsItsListThroughALinkAndFailsWithoutIt)
+TEST(DeviceLibraryCheck, FindsTheOperationListThroughALinkAndFailsWithoutIt)
 {
     namespace fs = std::filesystem;
     const std::string library = partialLibraryDirectory() + "/" + name;

@@ -195,7 +195,7 @@ TEST(BootCompletedService, AcknowledgesTheBoot)
     EXPECT_EQ(unit["/boot/completed"], true);
 }
 
-TEST(BootCompletedService, FailsWithTheReasonIfTheUnitRefuses)
+TEST(BootCompletedService, FailsWithTheReasonIfTheUnitRejectsIt)
 {
     Unit unit(R"({"boot": {"completed": false}})");
     unit.fails("QVAuxPrivate_writeSsRegister", 2);
@@ -256,7 +256,7 @@ TEST(Provision, DetectsLostSettingsAndRestoresThem)
     EXPECT_EQ(exitStatus(provision(unit, {"--check"})), 0);
 }
 
-TEST(Provision, NamesTheStepThatFails)
+TEST(Provision, ReportsTheStepThatFails)
 {
     const struct
     {
@@ -308,7 +308,7 @@ TEST(Provision, FailsWithoutTheProgram)
     EXPECT_THAT(outcome.errors, HasSubstr("fobrob: not found"));
 }
 
-TEST(Provision, RefusesAnotherOption)
+TEST(Provision, RejectsAnUnknownOption)
 {
     EXPECT_EQ(exitStatus(provision(Unit(), {"--chek"})), 2);
 }
@@ -368,7 +368,7 @@ TEST(UpgradeFirmware, UpgradesVerifiesAndShutsTheUnitDown)
     }
 }
 
-TEST(UpgradeFirmware, NamesTheStepThatFailsAndLeavesTheUnitOn)
+TEST(UpgradeFirmware, ReportsTheStepThatFailsAndLeavesTheUnitOn)
 {
     const struct
     {
@@ -409,7 +409,7 @@ TEST(UpgradeFirmware, NamesTheStepThatFailsAndLeavesTheUnitOn)
 }
 
 // A text that contains all that the program prints on success.
-TEST(UpgradeFirmware, DoesNotBelieveAnErrorText)
+TEST(UpgradeFirmware, DoesNotTrustAnErrorText)
 {
     const std::string success =
         "x\nFile format is correct.\nThis upgrade can take a few minutes to perform.\nDone\n"
@@ -439,7 +439,7 @@ TEST(UpgradeFirmware, FailsIfThePathIsRelative)
 }
 
 // Without calling fobrob, which would set rescue mode if it did not recognise an option.
-TEST(UpgradeFirmware, RefusesAnotherTarget)
+TEST(UpgradeFirmware, RejectsAnUnknownTarget)
 {
     const RollOut run = rollOut(Unit(), "ALL", "/ss.hex");
     EXPECT_EQ(exitStatus(run.outcome), 2);

@@ -50,7 +50,7 @@ Names neededLibraries(const std::string& file)
     return namesIn(outputOf({"readelf", "-d", "--wide", file}), R"(\(NEEDED\).*\[(.*)\])");
 }
 
-TEST(Program, NeedsTheDeviceLibraryAndTheSystemLibraryOnly)
+TEST(Program, NeedsOnlyTheDeviceLibraryAndTheCLibrary)
 {
     Names needed = neededLibraries(programPath());
     EXPECT_EQ(needed.erase("libqv-aux2.so.2.11"), 1u);
@@ -59,7 +59,7 @@ TEST(Program, NeedsTheDeviceLibraryAndTheSystemLibraryOnly)
         EXPECT_TRUE(rest.starts_with("ld-linux")) << rest;
 }
 
-TEST(Program, IsInstalledWithoutSearchPath)
+TEST(Program, IsInstalledWithoutASearchPath)
 {
     const TemporaryDirectory directory;
     outputOf({CMAKE, "--install", buildDirectory(), "--prefix", directory.path});
@@ -70,7 +70,7 @@ TEST(Program, IsInstalledWithoutSearchPath)
 }
 
 // Any other relocation is resolved at start-up, which fails if the library lacks the operation.
-TEST(Program, LooksUpDeviceOperationsAtTheirFirstCallOnly)
+TEST(Program, BindsDeviceOperationsLazily)
 {
     const Names operations = declaredOperations();
     std::size_t slots = 0;
@@ -101,7 +101,7 @@ TEST(Program, CallsEveryDeclaredOperation)
         EXPECT_TRUE(wanted.contains(operation)) << operation;
 }
 
-TEST(Simulator, OffersTheDeclaredOperationsAndNothingElse)
+TEST(Simulator, ExportsTheDeclaredOperationsAndNothingElse)
 {
     EXPECT_EQ(symbols("--defined-only", library()), declaredOperations());
 }
@@ -152,21 +152,21 @@ protected:
     }
 };
 
-TEST_P(Hardening, HasNoMemoryThatCanBeBothWrittenAndRun)
+TEST_P(Hardening, HasNoWritableAndExecutableMemory)
 {
     const std::string segments = elf("--program-headers");
     EXPECT_TRUE(std::regex_search(segments, std::regex(R"(GNU_STACK .* RW +0x)"))) << segments;
     EXPECT_EQ(segments.find("RWE"), std::string::npos) << segments;
 }
 
-TEST_P(Hardening, MakesItsTablesReadOnlyOnceTheyAreRelocated)
+TEST_P(Hardening, MakesRelocatedDataReadOnly)
 {
     const std::string segments = elf("--program-headers");
     EXPECT_TRUE(std::regex_search(segments, std::regex(R"(GNU_RELRO .* R +0x)"))) << segments;
 }
 
 #ifdef FORTIFIED
-TEST_P(Hardening, ChecksTheLengthOfWhatTheSystemLibraryWrites)
+TEST_P(Hardening, CallsFortifiedFunctions)
 {
     const Names used = symbols("--undefined-only", file);
     EXPECT_TRUE(used.contains("__snprintf_chk"));
@@ -176,7 +176,7 @@ TEST_P(Hardening, ChecksTheLengthOfWhatTheSystemLibraryWrites)
 
 // The property of the whole file is missing because Debian 12's own start-up objects lack it. Functions that
 // only their own file calls by name need no mark.
-TEST_P(Hardening, MarksTheTargetsOfIndirectCalls)
+TEST_P(Hardening, HasLandingPadsAtTheTargetsOfIndirectCalls)
 {
     if (!isAmd64(file))
         return;
@@ -197,7 +197,7 @@ TEST_P(Hardening, HasNoSearchPath)
     EXPECT_EQ(elf("--dynamic").find("PATH)"), std::string::npos);
 }
 
-TEST_P(Hardening, LoadsAnywhere)
+TEST_P(Hardening, IsPositionIndependent)
 {
     EXPECT_NE(elf("--file-header").find("DYN"), std::string::npos);
     const std::string dynamic = elf("--dynamic");
@@ -208,13 +208,13 @@ TEST_P(Hardening, LoadsAnywhere)
 INSTANTIATE_TEST_SUITE_P(Of, Hardening, testing::Values("Program", "Simulator"),
                          [](const auto& file) { return file.param; });
 
-TEST(Program, FindsAnOverwrittenStack)
+TEST(Program, DetectsAnOverwrittenStack)
 {
     EXPECT_TRUE(symbols("--undefined-only", programPath()).contains("__stack_chk_fail"));
 }
 
 // Parts of the system's static libraries contain that symbol too.
-TEST(Simulator, FindsAnOverwrittenStack)
+TEST(Simulator, DetectsAnOverwrittenStack)
 {
     if (!isAmd64(library()))
         return;
@@ -222,7 +222,7 @@ TEST(Simulator, FindsAnOverwrittenStack)
 }
 
 // No stack frame of the program is as large as a page.
-TEST(Simulator, TouchesEveryPageOfALargeFrame)
+TEST(Simulator, ProbesEveryPageOfALargeStackFrame)
 {
     if (!isAmd64(library()))
         return;
@@ -246,7 +246,7 @@ bool loadAndUnload()
     return dlclose(loaded) == 0 && succeeded;
 }
 
-TEST(Simulator, LeavesNoMemoryBehindEachTimeItIsLoaded)
+TEST(Simulator, LeaksNoMemoryWhenItIsUnloaded)
 {
     if (!isAmd64(library()))
         return;

@@ -146,7 +146,7 @@ void expectSet(Unit& unit, const Setting& setting, const Value& given, const Val
     EXPECT_EQ(read(unit, setting), outputFor(setting.readLines, stored));
 }
 
-void expectRefused(Unit& unit, const Setting& setting, const Value& given, const std::string& message)
+void expectRejected(Unit& unit, const Setting& setting, const Value& given, const std::string& message)
 {
     const std::string before = read(unit, setting);
     const std::string output = set(unit, setting, given);
@@ -167,17 +167,17 @@ void expectOutOfRange(Unit& unit, const Setting& setting, const std::string& eff
 {
     const Value given = numberValue(number);
     const Value truncated = truncatedValue(*setting.range, number);
-    if (effect == "refused")
-        expectRefused(unit, setting, given, "Invalid argument");
+    if (effect == "rejected")
+        expectRejected(unit, setting, given, "Invalid argument");
     else if (effect == "unit decides")
-        expectRefused(unit, setting, given, "set");
+        expectRejected(unit, setting, given, "set");
     else if (effect == "truncated")
         expectSet(unit, setting, given, truncated, truncated);
     else if (effect == "misreported")
         expectSet(unit, setting, given, given, truncated);
     else
     {
-        EXPECT_EQ(effect, "set, but refused");
+        EXPECT_EQ(effect, "set, but rejected");
         EXPECT_THAT(set(unit, setting, given), StartsWith("Invalid argument"));
         EXPECT_EQ(read(unit, setting), outputFor(setting.readLines, truncated));
     }
@@ -193,11 +193,11 @@ TEST(ScriptingTable, ShowsTheLinesOfEveryWord)
         for (const Value& word : setting.words)
             expectSet(unit, setting, word, word, word);
         if (!setting.words.empty())
-            expectRefused(unit, setting, {"nonsense", "nonsense"}, "");
+            expectRejected(unit, setting, {"nonsense", "nonsense"}, "");
     }
 }
 
-TEST(ScriptingTable, ShowsTheLinesOfBothEndsOfEveryRange)
+TEST(ScriptingTable, ShowsTheLinesOfBothLimitsOfEveryRange)
 {
     for (const Setting& setting : settings())
         if (setting.range)
@@ -226,7 +226,7 @@ TEST(ScriptingTable, ShowsWhatHappensToNumbersOutOfRange)
             const bool truncates = setting.above == "truncated" || setting.above == "misreported";
             expectOutOfRange(unit, setting, setting.above, highest + step + (truncates ? lowest : 0));
             if (step > 1)
-                expectRefused(unit, setting, numberValue(lowest + step / 2), "Invalid argument");
+                expectRejected(unit, setting, numberValue(lowest + step / 2), "Invalid argument");
         }
 }
 

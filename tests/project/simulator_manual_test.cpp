@@ -104,7 +104,7 @@ TEST(ManualOfTheSimulatedUnit, HasTheTypeOfEveryKey)
     const char* const null = "null";
     const auto set = [](Unit& unit, const std::string& path, const char* value)
     { unit.set(path, nlohmann::json::parse(value)); };
-    const auto expectRefused = [&](const std::string& path, const char* value)
+    const auto expectRejected = [&](const std::string& path, const char* value)
     {
         Unit unit;
         set(unit, path, value);
@@ -118,9 +118,9 @@ TEST(ManualOfTheSimulatedUnit, HasTheTypeOfEveryKey)
         const TypeSample& sample = typeSamples.at(key.type.substr(0, key.type.find(orNull)));
         set(lowest, path, nullable ? null : sample.lowest);
         set(highest, path, sample.highest);
-        expectRefused(path, sample.invalid);
+        expectRejected(path, sample.invalid);
         if (!nullable)
-            expectRefused(path, null);
+            expectRejected(path, null);
     }
     lowest.run("--lightsensor");
     highest.run("--lightsensor");

@@ -14,7 +14,7 @@ using testing::StartsWith;
 namespace
 {
 
-TEST(AboutDiagnostic, RatesTheStartupReason)
+TEST(AboutDiagnostic, PrintsOkOrErrorAfterTheStartupReason)
 {
     const struct
     {
@@ -47,7 +47,7 @@ TEST(AboutDiagnostic, RatesTheStartupReason)
     }
 }
 
-TEST(AboutDiagnostic, RatesTheShutdownReason)
+TEST(AboutDiagnostic, PrintsOkOrErrorAfterTheShutdownReason)
 {
     Unit unit;
     unit.set("/diagnostic/shutdownReason", 31);
@@ -61,7 +61,7 @@ TEST(AboutDiagnostic, RatesTheShutdownReason)
     }
 }
 
-TEST(AboutDiagnostic, RatesTheHardwareStatus)
+TEST(AboutDiagnostic, PrintsOkOrErrorAfterTheHardwareStatus)
 {
     const struct
     {

@@ -60,7 +60,7 @@ TEST(AboutEeprom, PrintsATextWithoutATerminator)
     }
 }
 
-TEST(AboutEeprom, PrintsNothingOfALongTextInTheNextField)
+TEST(AboutEeprom, DoesNotPrintALongTextIntoTheNextField)
 {
     Unit unit;
     unit.set("/about/unitSerial", std::string(300, 'x'));
@@ -119,7 +119,7 @@ constexpr CountField keptCounts[] = {
     {"pwmOutputs", "About_getNrOfPWMOutConnections", "Nr of PWM outputs="},
 };
 
-TEST(AboutEeprom, PrintsUnsignedCountsOf8Bits)
+TEST(AboutEeprom, PrintsCountsAsUnsigned8BitNumbers)
 {
     for (const auto& counts :
          {std::span<const CountField>(freshCounts), std::span<const CountField>(keptCounts)})
@@ -163,7 +163,7 @@ TEST(AboutEeprom, RepeatsTheLastCountThatIsWritten)
         EXPECT_EQ(valueAfter(output, count.label), "255");
 }
 
-TEST(AboutEeprom, PrintsTheButtonsAsASignedNumber)
+TEST(AboutEeprom, PrintsTheNumberOfButtonsAsSigned)
 {
     for (const char* buttons : {"0", "-1", "256", "2147483647", "-2147483648"})
     {
@@ -194,7 +194,7 @@ TEST(AboutEeprom, PrintsNoForMissingEquipment)
                                                              "TouchScreen available: NO\n"));
 }
 
-TEST(AboutEeprom, PrintsTheDisplayAndTheTouchScreenEachByItsOwnFlag)
+TEST(AboutEeprom, PrintsTheDisplayAndTheTouchScreenIndependently)
 {
     Unit unit(R"({"about": {"display": true, "touchScreen": false}})");
     EXPECT_THAT(unit.run("--about=EEPROM").output, HasSubstr("\n"
@@ -202,7 +202,7 @@ TEST(AboutEeprom, PrintsTheDisplayAndTheTouchScreenEachByItsOwnFlag)
                                                              "TouchScreen available: NO\n"));
 }
 
-TEST(AboutEeprom, PrintsEveryFlagButZeroAsYes)
+TEST(AboutEeprom, PrintsEveryNonzeroFlagAsYes)
 {
     for (const int flag : {2, 128, 255})
     {
@@ -260,7 +260,7 @@ TEST(AboutEeprom, PrintsNotAvailableForEveryFieldOfAMissingAddOnBoard)
     EXPECT_THAT(result.calls, Not(Contains(StartsWith("GetErrorStringA"))));
 }
 
-TEST(AboutEeprom, OmitsEveryFieldOfAnAddOnBoardThatIsNotSupported)
+TEST(AboutEeprom, OmitsEveryFieldOfAnUnsupportedAddOnBoard)
 {
     Unit unit;
     for (const TextField& field : std::span(textFields).last(4))

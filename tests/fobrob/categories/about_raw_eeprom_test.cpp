@@ -5,14 +5,14 @@
 namespace
 {
 
-const std::string refusal = "Error: Version should not take any more options.\n";
+const std::string error = "Error: Version should not take any more options.\n";
 
 const char* const noSuchEeprom = "Invalid argument: EEPROM argument should be ICM, or ADDON.\n";
 
 const char* const mainEeprom = "SN=QX2500417;PCB=P0148832;ART=90-20017-11;DATE=2025-03-18;HW=C2;REV=R4\n";
 const char* const addOnEeprom = "SN=T0031290;ART=20-10611-01;DATE=2025-02-04;HW=B1\n";
 
-TEST(AboutRawEeprom, ReadsTheEepromOfTheLastOption)
+TEST(AboutRawEeprom, UsesTheLastEepromOption)
 {
     const struct
     {
@@ -38,7 +38,7 @@ TEST(AboutRawEeprom, ReadsTheEepromOfTheLastOption)
     }
 }
 
-TEST(AboutRawEeprom, RefusesAnotherEepromWithoutReading)
+TEST(AboutRawEeprom, RejectsAnUnknownEepromWithoutReading)
 {
     for (const char* option : {"--eeprom=xyz", "--eeprom=", "--eeprom=noArgument", "--eeprom=ADD",
                                "--eeprom=ICM2", "--eeprom=0", "--eeprom=ADDON --eeprom="})
@@ -55,22 +55,22 @@ TEST(AboutRawEeprom, RequiresAValueForItsOption)
 {
     Unit unit;
     const Result result = unit.runExpectingErrors("--about=RawEEPROM --eeprom");
-    EXPECT_EQ(result.output, refusal + mainEeprom);
+    EXPECT_EQ(result.output, error + mainEeprom);
     EXPECT_NE(result.errors.find("option '--eeprom' requires an argument"), std::string::npos);
 }
 
-TEST(AboutRawEeprom, IsPrintedAfterTheRefusalOfOtherOptions)
+TEST(AboutRawEeprom, IsPrintedAfterTheErrorsOfOtherOptions)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--about=RawEEPROM --frequency --eeprom=ADDON -h").output,
-              refusal + refusal + addOnEeprom);
+              error + error + addOnEeprom);
 }
 
 TEST(AboutRawEeprom, IsPrintedAfterTheDiagnosticOfAnUnknownOption)
 {
     Unit unit;
     const Result result = unit.runExpectingErrors("--about=RawEEPROM --bogus");
-    EXPECT_EQ(result.output, refusal + mainEeprom);
+    EXPECT_EQ(result.output, error + mainEeprom);
     EXPECT_NE(result.errors.find("unrecognized option '--bogus'"), std::string::npos);
 }
 
@@ -82,7 +82,7 @@ TEST(AboutRawEeprom, ReportsThatAMissingAddOnBoardHasNoEeprom)
     EXPECT_EQ(unit.run("--about=RawEEPROM").output, mainEeprom);
 }
 
-TEST(AboutRawEeprom, PrintsNothingOfAnErasedEeprom)
+TEST(AboutRawEeprom, PrintsNothingForAnErasedEeprom)
 {
     Unit blank(R"({"eeprom": {"main": {"text": ""}}})");
     EXPECT_EQ(blank.run("--about=RawEEPROM").output, "");
@@ -122,7 +122,7 @@ TEST(AboutRawEeprom, PrintsZeroBytesAndControlCharactersUnchanged)
               std::string("\0A\0\n\r\x1b\0\x7f\x80\xfe\0", 11));
 }
 
-TEST(AboutRawEeprom, IsWrittenInOneWrite)
+TEST(AboutRawEeprom, IsWrittenWithOneWrite)
 {
     Unit full(R"({"eeprom": {"main": {"text": "line\nline\n", "fill": 10}}})");
     EXPECT_EQ(writesOf(programOn(full.file(), "--about=RawEEPROM")),

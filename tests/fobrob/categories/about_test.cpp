@@ -6,7 +6,7 @@
 namespace
 {
 
-const std::string refusal = "Error: Version should not take any more options.\n";
+const std::string error = "Error: Version should not take any more options.\n";
 
 const char* const noSuchReport =
     "Invalid argument: Category argument could not be found. Valid are: EEPROM, Diagnostic and ADC.\n";
@@ -22,7 +22,7 @@ protected:
 INSTANTIATE_TEST_SUITE_P(About, AboutReport, testing::Values("EEPROM", "Diagnostic", "ADC"),
                          [](const auto& test) { return test.param; });
 
-TEST_P(AboutReport, IsFoundInAnyCase)
+TEST_P(AboutReport, IsAcceptedInAnyCase)
 {
     EXPECT_EQ(unit.run(inLowercase(arguments)).output, report);
     EXPECT_EQ(unit.run("--about=" + withCaseSwapped(GetParam())).output, report);
@@ -35,10 +35,10 @@ TEST_P(AboutReport, IgnoresTheOptionOfTheRawReport)
     EXPECT_EQ(unit.run(arguments + " --eeprom=").output, report);
 }
 
-TEST_P(AboutReport, IsPrintedAfterTheRefusalOfOtherOptions)
+TEST_P(AboutReport, IsPrintedAfterTheErrorsOfOtherOptions)
 {
-    EXPECT_EQ(unit.run(arguments + " --frequency").output, refusal + report);
-    EXPECT_EQ(unit.run(arguments + " -h --volume=3 -v").output, refusal + refusal + refusal + report);
+    EXPECT_EQ(unit.run(arguments + " --frequency").output, error + report);
+    EXPECT_EQ(unit.run(arguments + " -h --volume=3 -v").output, error + error + error + report);
 }
 
 TEST_P(AboutReport, IsWrittenLineByLine)
@@ -52,7 +52,7 @@ TEST_P(AboutReport, IsWrittenLineByLine)
     EXPECT_EQ(written, report);
 }
 
-TEST(About, RefusesAMissingReport)
+TEST(About, RejectsAMissingReport)
 {
     for (const char* arguments : {"--about", "--about=", "--about=noArgument", "--about EEPROM"})
     {
@@ -64,7 +64,7 @@ TEST(About, RefusesAMissingReport)
     }
 }
 
-TEST(About, RefusesAnotherReport)
+TEST(About, RejectsAnUnknownReport)
 {
     for (const char* argument : {"xyz", "EEPRO", "EEPROM1", "Diagnostics", "Raw"})
     {
@@ -74,7 +74,7 @@ TEST(About, RefusesAnotherReport)
     }
 }
 
-TEST(About, RefusesAMissingReportWithTheOptionOfTheRawReport)
+TEST(About, RejectsAMissingReportWithTheOptionOfTheRawReport)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--about --eeprom=ICM").output, noSuchReport);

@@ -54,7 +54,7 @@ const Failure failures[] = {
       "QVAuxPrivate_release() = 0", "GetErrorStringA(77) = \"Error 77\""}},
 };
 
-TEST(Advanced, ReportsAFailedActionAndReleases)
+TEST(Advanced, ReportsAFailedActionAndReleasesItsHandles)
 {
     for (const Failure& failure : failures)
     {
@@ -67,7 +67,7 @@ TEST(Advanced, ReportsAFailedActionAndReleases)
     }
 }
 
-TEST(Advanced, WaitsAfterAFailedActionToo)
+TEST(Advanced, WaitsEvenIfAnActionFails)
 {
     for (const Failure& failure : failures)
     {
@@ -106,7 +106,7 @@ TEST(Advanced, LeavesTheUnitUnchangedIfAnActionFails)
     EXPECT_EQ(unit.content(), before);
 }
 
-TEST(Advanced, ResetsNothingWithoutPrivateAccess)
+TEST(Advanced, ResetsNothingIfThePrivateHandleIsNull)
 {
     Unit unit;
     unit.returnsNull("GetQVAuxPrivate");
@@ -115,7 +115,7 @@ TEST(Advanced, ResetsNothingWithoutPrivateAccess)
     EXPECT_EQ(result.calls, callsOf("--advanced", {"GetQVAuxPrivate() = null"}));
 }
 
-TEST(Advanced, CallsTheOperationsOfEveryOtherNullHandle)
+TEST(Advanced, CallsTheOperationsOfOtherNullHandles)
 {
     const struct
     {

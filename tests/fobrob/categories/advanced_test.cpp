@@ -66,7 +66,7 @@ TEST(Advanced, PerformsEachAction)
     }
 }
 
-TEST(Advanced, PerformsOneActionOnlyAndWaitsIfFirmwareWorkIsRequested)
+TEST(Advanced, PerformsOneActionAndWaitsIfAFirmwareJobIsRequested)
 {
     for (auto first = std::begin(actions); first != std::end(actions); ++first)
         for (auto other = first + 1; other != std::end(actions); ++other)
@@ -91,7 +91,7 @@ TEST(Advanced, PrefersTheSystemModeToEveryOtherAction)
     EXPECT_EQ(result.calls, wholeRun(actions[0].calls, true));
 }
 
-TEST(Advanced, WaitsForARequestedVerificationToo)
+TEST(Advanced, WaitsIfAVerificationIsRequested)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--advanced --verify=SS").calls, wholeRun({}, true));
@@ -137,7 +137,7 @@ TEST(Advanced, IgnoresOptionsOfOtherCategories)
     }
 }
 
-TEST(Advanced, IgnoresWordsThatAreNoOptions)
+TEST(Advanced, IgnoresWordsThatAreNotOptions)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--advanced word --system_mode word").output, "System mode: 0\n");
@@ -161,7 +161,7 @@ struct Mistake
     const char* diagnostic;
 };
 
-TEST(Advanced, TakesAMistypedOptionAsTheRescueMode)
+TEST(Advanced, TreatsAMistypedOptionAsRescueMode)
 {
     const Mistake mistakes[] = {
         {"--bogus", "unrecognized option '--bogus'"},
@@ -189,13 +189,13 @@ TEST(Advanced, TakesAMistypedOptionAsTheRescueMode)
     }
 }
 
-TEST(Advanced, TakesAMistypedOptionAndTheFactoryResetAsBoth)
+TEST(Advanced, TreatsAMistypedOptionWithFactoryResetAsBoth)
 {
     Unit unit;
     EXPECT_EQ(unit.runExpectingErrors("--advanced --bogus --factory_reset").calls, wholeRun(rescueCalls(4)));
 }
 
-TEST(Advanced, PrefersAMistypedOptionToFirmwareWork)
+TEST(Advanced, PrefersAMistypedOptionToAFirmwareJob)
 {
     for (const unsigned user : {0u, 1000u})
     {
@@ -207,7 +207,7 @@ TEST(Advanced, PrefersAMistypedOptionToFirmwareWork)
     }
 }
 
-TEST(Advanced, PerformsTheActionsBeforeFirmwareWorkForAnyUser)
+TEST(Advanced, PerformsActionsThatPrecedeFirmwareJobsForAnyUser)
 {
     const struct
     {
@@ -228,7 +228,7 @@ TEST(Advanced, PerformsTheActionsBeforeFirmwareWorkForAnyUser)
     }
 }
 
-TEST(Advanced, PrefersTheActionsBeforeTheRescueModeToAMistypedOption)
+TEST(Advanced, PrefersActionsThatPrecedeRescueModeToAMistypedOption)
 {
     Unit unit;
     EXPECT_EQ(unit.runExpectingErrors("--advanced --bogus --boot_completed").output,
@@ -279,7 +279,7 @@ TEST(Advanced, PrintsSystemModeZeroIfNothingIsWritten)
     EXPECT_EQ(unit.run("--advanced --system_mode").output, "System mode: 0\n");
 }
 
-TEST(Advanced, ChangesTheUnit)
+TEST(Advanced, ChangesTheStateOfTheUnit)
 {
     Unit unit(R"({"boot": {"completed": false}, "config": {"suspendMaxTime": 7}})");
     unit.run("--advanced --boot_completed");
@@ -290,7 +290,7 @@ TEST(Advanced, ChangesTheUnit)
     EXPECT_EQ(unit["/boot/running"], false);
 }
 
-TEST(Advanced, RefusesARelativePathBeforeAnythingElse)
+TEST(Advanced, RejectsARelativePathBeforeAnythingElse)
 {
     for (const char* options :
          {"--filepath=fw.hex", "--filepath=", "--filepath=./fw.hex", "--filepath fw.hex",
@@ -309,14 +309,14 @@ TEST(Advanced, RefusesARelativePathBeforeAnythingElse)
         }
 }
 
-TEST(Advanced, RefusesAPathThatBeginsWithASpaceOrIsEmpty)
+TEST(Advanced, RejectsAPathThatBeginsWithASpaceOrIsEmpty)
 {
     Unit unit;
     EXPECT_EQ(unit.run({"--advanced", "--filepath", " /fw.hex"}).output, relativePath);
     EXPECT_EQ(unit.run({"--advanced", "--filepath", ""}).output, relativePath);
 }
 
-TEST(Advanced, RequiresTheSuperuserForFirmwareWork)
+TEST(Advanced, RequiresTheSuperuserForFirmwareJobs)
 {
     for (const char* options :
          {"--update=SS", "--verify=SS", "--update=SS --filepath=/x.hex", "--verify=FPGA --filepath=/x.mcs",
@@ -347,7 +347,7 @@ TEST(Advanced, PerformsEveryOtherActionForAnyUser)
     }
 }
 
-TEST(Advanced, WaitsForAnyUserIfFirmwareWorkIsRequestedToo)
+TEST(Advanced, WaitsForAnyUserIfAFirmwareJobIsAlsoRequested)
 {
     Unit unit;
     unit.userId = 1000;
@@ -356,7 +356,7 @@ TEST(Advanced, WaitsForAnyUserIfFirmwareWorkIsRequestedToo)
     EXPECT_EQ(result.calls, wholeRun(actions[0].calls, true));
 }
 
-TEST(Advanced, AsksNoQuestionWithoutFirmwareWork)
+TEST(Advanced, AsksNoQuestionWithoutAFirmwareJob)
 {
     Unit unit;
     unit.input = "no\n";

@@ -7,15 +7,14 @@ using testing::Contains;
 namespace
 {
 
-const std::string intensityRefused =
-    "Invalid argument: The intensity is not within allowed range (1 - 255).\n";
+const std::string intensityError = "Invalid argument: The intensity is not within allowed range (1 - 255).\n";
 
 Calls backlightCalls(const Calls& calls = {})
 {
     return callsOn("Backlight", calls);
 }
 
-TEST(Backlight, PrintsUnsignedIntensitiesOf8Bits)
+TEST(Backlight, PrintsIntensitiesAsUnsigned8BitNumbers)
 {
     for (const int intensity : {0, 1, 128, 255})
     {
@@ -26,7 +25,7 @@ TEST(Backlight, PrintsUnsignedIntensitiesOf8Bits)
     }
 }
 
-TEST(Backlight, PrintsEveryStatusButZeroAsEnabled)
+TEST(Backlight, PrintsEveryNonzeroStatusAsEnabled)
 {
     Unit unit(R"({"backlight": {"automatic": 128, "ledDimming": 256}})");
     EXPECT_EQ(unit.run("--backlight --automatic --led_dimming").output,
@@ -57,7 +56,7 @@ TEST(Backlight, AcceptsIntensitiesInTheirRange)
     }
 }
 
-TEST(Backlight, SendsTheLow8BitsOfAnIntensityAndPrintsAllOfIt)
+TEST(Backlight, SendsTheLow8BitsOfAnIntensityAndPrintsTheWholeNumber)
 {
     const struct
     {
@@ -75,7 +74,7 @@ TEST(Backlight, SendsTheLow8BitsOfAnIntensityAndPrintsAllOfIt)
     }
 }
 
-TEST(Backlight, ClampsAnIntensityToALong)
+TEST(Backlight, ClampsAnIntensityToTheRangeOfLong)
 {
     const struct
     {
@@ -98,19 +97,19 @@ TEST(Backlight, ClampsAnIntensityToALong)
     }
 }
 
-TEST(Backlight, RefusesIntensitiesBelow1)
+TEST(Backlight, RejectsIntensitiesBelow1)
 {
     Unit unit;
     for (const std::string value : {"0", "-1", "-255", "-65535", "abc", "x9", "0x10", "0.9", "-"})
     {
         SCOPED_TRACE(value);
         const Result result = unit.run("--backlight --intensity=" + value);
-        EXPECT_EQ(result.output, intensityRefused);
+        EXPECT_EQ(result.output, intensityError);
         EXPECT_EQ(result.calls, backlightCalls());
     }
 }
 
-TEST(Backlight, StartsTheAutomaticWithItsFilter)
+TEST(Backlight, StartsAutomaticControlWithItsFilter)
 {
     Unit unit;
     unit.run("--backlight --automatic=Enabled");
@@ -121,7 +120,7 @@ TEST(Backlight, StartsTheAutomaticWithItsFilter)
     EXPECT_EQ(unit["/backlight/filter"], (nlohmann::json{4, 2, 40, 2}));
 }
 
-TEST(Backlight, StopsTheAutomaticAndLeavesTheFilter)
+TEST(Backlight, StopsAutomaticControlAndKeepsTheFilter)
 {
     Unit unit(R"({"backlight": {"automatic": true}})");
     unit.run("--backlight --automatic=Disabled");
@@ -129,19 +128,19 @@ TEST(Backlight, StopsTheAutomaticAndLeavesTheFilter)
     EXPECT_EQ(unit["/backlight/filter"], nullptr);
 }
 
-TEST(Backlight, RefusesOtherAutomaticWordsWithTheMessageOfTheIntensity)
+TEST(Backlight, RejectsOtherAutomaticWordsWithTheMessageForIntensity)
 {
     Unit unit;
     for (const std::string value : {"Enable", "Disable", "on", "1", "0", "Enabledx"})
     {
         SCOPED_TRACE(value);
         const Result result = unit.run("--backlight --automatic=" + value);
-        EXPECT_EQ(result.output, intensityRefused);
+        EXPECT_EQ(result.output, intensityError);
         EXPECT_EQ(result.calls, backlightCalls());
     }
 }
 
-TEST(Backlight, RefusesOtherLedDimmingWords)
+TEST(Backlight, RejectsOtherLedDimmingWords)
 {
     Unit unit;
     for (const std::string value : {"Enable", "Disable", "off", "1", "0", "abc"})
@@ -153,15 +152,15 @@ TEST(Backlight, RefusesOtherLedDimmingWords)
     }
 }
 
-TEST(Backlight, ContinuesAfterARefusedValue)
+TEST(Backlight, ContinuesAfterARejectedValue)
 {
     Unit unit;
     const Result result = unit.run("--backlight --intensity=0 --automatic=abc --led_dimming=Enabled");
-    EXPECT_EQ(result.output, intensityRefused + intensityRefused + "LedDimming enabled.\n");
+    EXPECT_EQ(result.output, intensityError + intensityError + "LedDimming enabled.\n");
     EXPECT_EQ(result.calls, backlightCalls({"Backlight_setLedDimming(1) = 0"}));
 }
 
-TEST(Backlight, StartsTheAutomaticEvenIfItsFilterFails)
+TEST(Backlight, StartsAutomaticControlEvenIfSettingItsFilterFails)
 {
     Unit unit;
     unit.fails("Backlight_setAutomaticBLFilter", 77);
@@ -174,7 +173,7 @@ TEST(Backlight, StartsTheAutomaticEvenIfItsFilterFails)
     EXPECT_EQ(unit["/backlight/filter"], nullptr);
 }
 
-TEST(Backlight, ReportsAFailedStartOfTheAutomatic)
+TEST(Backlight, ReportsThatAutomaticControlCannotBeStarted)
 {
     Unit unit;
     unit.fails("Backlight_startAutomaticBL", 77);

@@ -3,11 +3,11 @@
 namespace
 {
 
-const char* const frequencyRefusal =
+const char* const frequencyError =
     "Invalid argument: The Frequency is not within allowed range (700 Hz - 10 000 Hz)\n";
-const char* const volumeRefusal = "Invalid argument: Volume is not within allowed range (0 - 2000)\n";
+const char* const volumeError = "Invalid argument: Volume is not within allowed range (0 - 2000)\n";
 
-TEST(Buzzer, RefusesAnyOtherStatusWord)
+TEST(Buzzer, RejectsAnyOtherStatusWord)
 {
     for (const char* word : {"Enabled", "Disabled", "Enabl", "on", "1", "0"})
     {
@@ -45,7 +45,7 @@ TEST(Buzzer, AcceptsFrequenciesInTheirRange)
     }
 }
 
-TEST(Buzzer, RefusesFrequenciesOutsideTheirRange)
+TEST(Buzzer, RejectsFrequenciesOutsideTheirRange)
 {
     for (const char* text : {"699", "10001", "0", "-800", "abc", "Hz800", "0x800", "65535", "65536", "66235",
                              "75537", "99999999999999999999"})
@@ -53,7 +53,7 @@ TEST(Buzzer, RefusesFrequenciesOutsideTheirRange)
         SCOPED_TRACE(text);
         Unit unit;
         const Result result = unit.run(std::string("--buzzer --frequency=") + text);
-        EXPECT_EQ(result.output, frequencyRefusal);
+        EXPECT_EQ(result.output, frequencyError);
         EXPECT_EQ(result.calls, callsOn("Buzzer", {}));
     }
 }
@@ -80,35 +80,34 @@ TEST(Buzzer, AcceptsVolumesInTheirRange)
     }
 }
 
-TEST(Buzzer, RefusesVolumesOutsideTheirRange)
+TEST(Buzzer, RejectsVolumesOutsideTheirRange)
 {
     for (const char* text : {"2001", "-1", "65535", "67537", "-63535", "99999999999999999999"})
     {
         SCOPED_TRACE(text);
         Unit unit;
         const Result result = unit.run(std::string("--buzzer --volume=") + text);
-        EXPECT_EQ(result.output, volumeRefusal);
+        EXPECT_EQ(result.output, volumeError);
         EXPECT_EQ(result.calls, callsOn("Buzzer", {}));
     }
 }
 
-TEST(Buzzer, ContinuesAfterARefusedValue)
+TEST(Buzzer, ContinuesAfterARejectedValue)
 {
     Unit unit;
     const Result result = unit.run("--buzzer --frequency=1 --volume=2001 --status=Enable");
-    EXPECT_EQ(result.output,
-              std::string(frequencyRefusal) + volumeRefusal + "Buzzer status set to enable.\n");
+    EXPECT_EQ(result.output, std::string(frequencyError) + volumeError + "Buzzer status set to enable.\n");
     EXPECT_EQ(result.calls, callsOn("Buzzer", {"Buzzer_setTrigger(1) = 0"}));
 }
 
-TEST(Buzzer, PrintsUnsignedNumbersOf16Bits)
+TEST(Buzzer, PrintsUnsigned16BitNumbers)
 {
     Unit unit(R"({"buzzer": {"frequency": 65535, "volume": 65534}})");
     EXPECT_EQ(unit.run("--buzzer --frequency --volume").output, "Buzzer Frequency: 65535\n"
                                                                 "Buzzer Volume: 65534\n");
 }
 
-TEST(Buzzer, PrintsEveryStatusButZeroAsEnabled)
+TEST(Buzzer, PrintsEveryNonzeroStatusAsEnabled)
 {
     for (const int status : {1, 2, 128, 255})
     {

@@ -16,7 +16,7 @@ std::string help(int channels)
     return text;
 }
 
-const std::string optionRefused = "Invalid option: Only --baudrate and --help are valid options.\n";
+const std::string optionError = "Invalid option: Only --baudrate and --help are valid options.\n";
 const std::string noBaudrate = "Invalid argument: No baud rate value passed to the option.\n";
 const std::string noChannels = "Invalid argument: No valid arguments could be found.\n";
 
@@ -41,7 +41,7 @@ Unit unitWithTwoChannels()
     return Unit(R"({"about": {"canConnections": 2}, "can": {"baudrates": [125, 1000]}})");
 }
 
-TEST(Can, ReadsAllChannelsWithoutAName)
+TEST(Can, ReadsAllChannelsIfNoneIsNamed)
 {
     Unit unit = unitWithTwoChannels();
     const std::string all = lines({"CAN device 0 baud rate: 125", "CAN device 1 baud rate: 1000"});
@@ -66,14 +66,14 @@ TEST(Can, IgnoresAnUnknownChannelSilently)
         }
 }
 
-TEST(Can, IgnoresTheLastChannelOfItsHelp)
+TEST(Can, IgnoresTheLastChannelInItsHelp)
 {
     Unit unit;
     EXPECT_NE(unit.run("--can --help").output.find("CAN4"), std::string::npos);
     EXPECT_EQ(unit.run("--can=CAN4").output, "");
 }
 
-TEST(Can, PrintsUnsignedBaudratesOf16Bits)
+TEST(Can, PrintsBaudratesAsUnsigned16BitNumbers)
 {
     Unit unit(R"({"about": {"canConnections": 2}, "can": {"baudrates": [65535, 0]}})");
     EXPECT_EQ(unit.run("--can").output,
@@ -157,7 +157,7 @@ TEST(Can, ChangesNothingWithoutAChannel)
     }
 }
 
-TEST(Can, TakesTheLastOfRepeatedBaudrates)
+TEST(Can, UsesTheLastOfRepeatedBaudrates)
 {
     Unit unit = unitWithTwoChannels();
     EXPECT_EQ(unit.run("--can=CAN1 --baudrate=250 --baudrate=500").output,
@@ -167,7 +167,7 @@ TEST(Can, TakesTheLastOfRepeatedBaudrates)
               "CAN device 1 baud rate set to: 800\n");
 }
 
-TEST(Can, RefusesEverythingOnAUnitWithoutChannels)
+TEST(Can, RejectsEverythingOnAUnitWithoutChannels)
 {
     Unit unit(R"({"about": {"canConnections": 0}})");
     for (const std::string arguments :
@@ -180,10 +180,10 @@ TEST(Can, RefusesEverythingOnAUnitWithoutChannels)
     }
 }
 
-TEST(Can, RefusesAnOptionOfAnotherCategoryBeforeItFindsNoChannels)
+TEST(Can, RejectsAnOptionOfAnotherCategoryBeforeItFindsNoChannels)
 {
     Unit unit(R"({"about": {"canConnections": 0}})");
-    EXPECT_EQ(unit.run("--can --volume").output, optionRefused + noChannels);
+    EXPECT_EQ(unit.run("--can --volume").output, optionError + noChannels);
 }
 
 TEST(Can, ReadsAndSetsTheLastOf255Channels)

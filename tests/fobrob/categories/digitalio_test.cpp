@@ -30,7 +30,7 @@ TEST(DigitalIo, IgnoresTheUpperBits)
                                                     "Digital input 3: 1", "Digital input 4: 1"}));
 }
 
-TEST(DigitalIo, RefusesOtherArgumentsWithoutReading)
+TEST(DigitalIo, RejectsOtherArgumentsWithoutReading)
 {
     for (const char* argument : {"DI5", "DI0", "DI", "DI11", "1", "di1 "})
     {

@@ -8,7 +8,7 @@
 namespace
 {
 
-TEST(FirmwareFile, RefusesAFileThatDoesNotExist)
+TEST(FirmwareFile, RejectsAFileThatDoesNotExist)
 {
     FirmwareUnit unit;
     std::filesystem::create_symlink("nowhere", unit.directory / "dangling.hex");
@@ -24,7 +24,7 @@ TEST(FirmwareFile, RefusesAFileThatDoesNotExist)
 }
 
 // Their seconds do not fit into 32 bits.
-TEST(FirmwareFile, AcceptsFilesOf2040)
+TEST(FirmwareFile, AcceptsFilesDated2040)
 {
     using namespace std::chrono;
     const auto date = file_clock::from_sys(sys_seconds(sys_days(2040y / 1 / 1)));
@@ -45,7 +45,7 @@ struct Named
     const char* expected; // null where the name is right
 };
 
-TEST(FirmwareFile, TakesTheExtensionAfterTheLastDotOfThePath)
+TEST(FirmwareFile, UsesTheExtensionAfterTheLastDotOfThePath)
 {
     const Named cases[] = {
         {"SS", "firmware.hex", nullptr},     {"SS", ".hex", nullptr},
@@ -78,7 +78,7 @@ TEST(FirmwareFile, TakesTheExtensionAfterTheLastDotOfThePath)
     }
 }
 
-TEST(FirmwareFile, AsksNoQuestionAboutARefusedFile)
+TEST(FirmwareFile, AsksNoQuestionIfTheFileIsRejected)
 {
     FirmwareUnit unit;
     EXPECT_EQ(unit.run("--advanced --update=FPGA --filepath=" + unit.hex).calls, wholeRun({}));
@@ -117,7 +117,7 @@ TEST(FirmwareFile, ChecksThatTheFileExistsButNotThatItIsReadable)
     EXPECT_EQ(Nobody().run(command).output, fileCorrect + upgradeQuestion + "Upgrade aborted.\n");
 }
 
-TEST(FirmwareFile, TakesTheLastFile)
+TEST(FirmwareFile, UsesTheLastFilePath)
 {
     FirmwareUnit unit;
     unit.set("/firmware/statuses", states({6}));

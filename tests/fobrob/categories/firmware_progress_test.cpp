@@ -97,7 +97,7 @@ TEST(FirmwareProgress, ContinuesInAWorkingStateWithoutAnError)
     }
 }
 
-TEST(FirmwareProgress, SucceedsInALastStateWithoutAnError)
+TEST(FirmwareProgress, SucceedsInAFinalStateWithoutAnError)
 {
     for (const auto& [value, name, reportName] : lastStates)
     {
@@ -116,7 +116,7 @@ TEST(FirmwareProgress, ReportsAnErrorInAnyState)
         }
 }
 
-TEST(FirmwareProgress, ReportsTheStateOfAFailureThatIsNotNew)
+TEST(FirmwareProgress, ReportsAFailureInAStateThatWasAlreadyPrinted)
 {
     EXPECT_EQ(progress(script({{4, 0, 0}, {4, 0, 77}})), lines({"Flashing"}) + failureReport("Flashing", 77));
 }
@@ -128,13 +128,13 @@ TEST(FirmwareProgress, DoesNotPrintAFirstStateOfMinusOne)
     EXPECT_EQ(progress(states({0, -1, 6})), lines({"Initiating", "Unknown state", "Done"}) + ssUpgraded);
 }
 
-TEST(FirmwareProgress, PrintsTheUnknownStateOncePerState)
+TEST(FirmwareProgress, PrintsUnknownStateOnceForEachUnknownState)
 {
     EXPECT_EQ(progress(states({-2, -3, -3, 6})),
               lines({"Unknown state", "Unknown state", "Done"}) + ssUpgraded);
 }
 
-TEST(FirmwareProgress, ReportsErrorCodesOf32Bits)
+TEST(FirmwareProgress, Reports32BitErrorCodes)
 {
     for (const unsigned code : {1000u, 0x80000000u, 0xFFFFFFFFu, 0x10000u})
         EXPECT_EQ(progress(script({{6, 0, code}})), "Done\n" + failureReport("Done", code));
@@ -147,7 +147,7 @@ TEST(FirmwareProgress, IgnoresTheSecondFieldOfTheStatus)
                   lines({"Flashing", "Done"}) + ssUpgraded);
 }
 
-TEST(FirmwareProgress, ReportsAFailureTheSameForAllWork)
+TEST(FirmwareProgress, ReportsAFailureIdenticallyForAllJobs)
 {
     for (const Work& work : works)
     {
@@ -163,7 +163,7 @@ TEST(FirmwareProgress, ReportsAFailureTheSameForAllWork)
     }
 }
 
-TEST(FirmwareProgress, SuppressesOutputIfTheErrorOfTheJobHasNoText)
+TEST(FirmwareProgress, SuppressesOutputIfTheErrorOfAJobHasNoText)
 {
     ScriptedUnit unit(script({{3, 0, 77}}));
     unit.set("/errorTexts", {{"77", nullptr}});
@@ -193,7 +193,7 @@ TEST(FirmwareProgress, PrintsInitiatingUntilAStatusCallSucceeds)
               fileCorrect + upgradeBegins + lines({"Initiating", "Flashing", "Done"}) + ssUpgraded);
 }
 
-TEST(FirmwareProgress, FollowsAJobWhoseStatusIsNotWrittenForSomeCalls)
+TEST(FirmwareProgress, ContinuesIfSomeStatusCallsWriteNothing)
 {
     ScriptedUnit unit(states({4, 6}));
     unit.set("/faults/FirmwareUpgrade_getUpgradeStatus", {{"ignored", true}, {"skip", 1}, {"times", 2}});

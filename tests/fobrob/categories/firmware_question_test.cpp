@@ -60,32 +60,32 @@ TEST(FirmwareQuestion, ContinuesOnlyAfterYes)
         EXPECT_EQ(works[0].run(unit).output, works[0].beginning() + upgradeProgress + ssUpgraded);
     }
 
-    const std::string refused[] = {"",
-                                   "\n",
-                                   "no\n",
-                                   "no",
-                                   "Yes\n",
-                                   "YES\n",
-                                   "yES\n",
-                                   "y\n",
-                                   "ye\n",
-                                   "yess\n",
-                                   "yes \n",
-                                   " yes\n",
-                                   "\tyes\n",
-                                   "yes\r\n",
-                                   "\"yes\"\n",
-                                   "\nyes\n",
-                                   "no\nyes\n",
-                                   "y\nyes\n",
-                                   "yes\0\n"s,
-                                   "yes\0"s,
-                                   "\0yes\n"s,
-                                   "ye\0s\n"s,
-                                   "yes" + std::string(100000, ' ') + "\n",
-                                   std::string(100000, 'y') + "\n",
-                                   std::string(100000, 'y')};
-    for (const std::string& answer : refused)
+    const std::string rejected[] = {"",
+                                    "\n",
+                                    "no\n",
+                                    "no",
+                                    "Yes\n",
+                                    "YES\n",
+                                    "yES\n",
+                                    "y\n",
+                                    "ye\n",
+                                    "yess\n",
+                                    "yes \n",
+                                    " yes\n",
+                                    "\tyes\n",
+                                    "yes\r\n",
+                                    "\"yes\"\n",
+                                    "\nyes\n",
+                                    "no\nyes\n",
+                                    "y\nyes\n",
+                                    "yes\0\n"s,
+                                    "yes\0"s,
+                                    "\0yes\n"s,
+                                    "ye\0s\n"s,
+                                    "yes" + std::string(100000, ' ') + "\n",
+                                    std::string(100000, 'y') + "\n",
+                                    std::string(100000, 'y')};
+    for (const std::string& answer : rejected)
     {
         SCOPED_TRACE(answer.substr(0, 20));
         FirmwareUnit unit;
@@ -95,7 +95,7 @@ TEST(FirmwareQuestion, ContinuesOnlyAfterYes)
     }
 }
 
-TEST(FirmwareQuestion, PrintsItsProgressAtATerminalLineByLine)
+TEST(FirmwareQuestion, PrintsItsProgressLineByLineOnATerminal)
 {
     SKIP_WITHOUT_TERMINAL();
     FirmwareUnit unit;
@@ -121,7 +121,7 @@ TEST(FirmwareQuestion, PrintsItsProgressAtATerminalLineByLine)
               fileCorrect + upgradeQuestion + "yes\n" + upgradeBegins + upgradeProgress + ssUpgraded);
 }
 
-TEST(FirmwareQuestion, NeedsNoInputWithForceAtATerminal)
+TEST(FirmwareQuestion, NeedsNoInputWithForceOnATerminal)
 {
     SKIP_WITHOUT_TERMINAL();
     FirmwareUnit unit;
@@ -130,7 +130,7 @@ TEST(FirmwareQuestion, NeedsNoInputWithForceAtATerminal)
     EXPECT_TRUE(terminal.screen().starts_with(fileCorrect + verificationBegins)) << terminal.screen();
 }
 
-TEST(FirmwareQuestion, TakesTheEndOfInputAtATerminalAsARefusal)
+TEST(FirmwareQuestion, TreatsEndOfFileOnATerminalAsNo)
 {
     SKIP_WITHOUT_TERMINAL();
     FirmwareUnit unit;

@@ -17,7 +17,7 @@ TEST(Firmware, UpgradesAndVerifiesEachTarget)
     }
 }
 
-TEST(Firmware, MakesTheCallsOfEachTargetWaitsAndReleases)
+TEST(Firmware, CallsTheOperationsOfEachTargetThenWaitsAndReleases)
 {
     for (const Work& work : works)
     {
@@ -45,7 +45,7 @@ TEST(Firmware, ReportsAFailedStart)
     }
 }
 
-TEST(Firmware, CallsTheStartOfANullHandle)
+TEST(Firmware, CallsTheOperationOfANullHandle)
 {
     FirmwareUnit unit;
     unit.returnsNull("GetFirmwareUpgrade");
@@ -58,7 +58,7 @@ TEST(Firmware, CallsTheStartOfANullHandle)
                                    "About_release() = 0", "FirmwareUpgrade_release() = 3"}));
 }
 
-TEST(Firmware, SuppressesOutputIfTheErrorOfAStartHasNoText)
+TEST(Firmware, SuppressesOutputIfTheErrorOfAFailedStartHasNoText)
 {
     for (const Work& work : works)
     {
@@ -118,7 +118,7 @@ TEST(Firmware, AcceptsTheTargetInAnyCase)
     }
 }
 
-TEST(Firmware, RefusesAnyOtherTargetBeforeItChecksTheFile)
+TEST(Firmware, RejectsAnyOtherTargetBeforeItChecksTheFile)
 {
     for (const std::string option : {"--update=", "--verify="})
         for (const char* word :
@@ -154,7 +154,7 @@ TEST(Firmware, UpgradesTheLastTargetIfBothAreRequested)
     }
 }
 
-TEST(Firmware, ForgetsATargetIfTheOptionIsRepeatedWithoutAWord)
+TEST(Firmware, DiscardsTheTargetIfALaterOptionHasNone)
 {
     FirmwareUnit unit;
     EXPECT_EQ(unit.run("--advanced --update=SS --verify= --filepath=" + unit.hex).output,
@@ -192,7 +192,7 @@ TEST(Firmware, FindsNoFrontMicrocontrollerIfTheDisplayCannotBeRead)
               "No FrontMCU present.\n");
 }
 
-TEST(Firmware, TakesAnyFlagButZeroAsADisplay)
+TEST(Firmware, TreatsAnyNonzeroFlagAsADisplay)
 {
     FirmwareUnit unit(R"({"about": {"display": 128}})");
     unit.set("/firmware/statuses", states({6}));

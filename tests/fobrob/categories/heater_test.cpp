@@ -11,7 +11,7 @@ Calls heaterCalls(const Calls& calls = {})
     return callsOn("Config", calls);
 }
 
-TEST(Heater, PrintsSignedLimitsOf16Bits)
+TEST(Heater, PrintsLimitsAsSigned16BitNumbers)
 {
     for (const int limit : {-32768, -26, -1, 0, 5, 6, 32767})
     {
@@ -43,7 +43,7 @@ TEST(Heater, AcceptsLimitsInTheirRange)
     }
 }
 
-TEST(Heater, ChecksAndSendsTheLow16Bits)
+TEST(Heater, TruncatesANumberTo16BitsBeforeTheRangeCheck)
 {
     const struct
     {
@@ -72,7 +72,7 @@ TEST(Heater, ChecksAndSendsTheLow16Bits)
     }
 }
 
-TEST(Heater, RefusesLimitsOutsideTheirRange)
+TEST(Heater, RejectsLimitsOutsideTheirRange)
 {
     Unit unit;
     for (const std::string value : {"-26", "6", "7", "-27", "100", "-100", "32767", "-32768", "32768",

@@ -7,15 +7,15 @@ using testing::Contains;
 namespace
 {
 
-const std::string frequencyRefused =
+const std::string frequencyError =
     "Invalid argument: The Frequency is not within allowed range (0.2 Hz - 50 Hz)\n";
-const std::string dutyCycleRefused =
+const std::string dutyCycleError =
     "Invalid argument: The duty cycle is not within allowed range (0% - 100%)\n";
-const std::string colorRefused = "Invalid argument: The color argument is not valid.\n";
-const std::string pulsesRefused = "Invalid argument: Argument must be >0.\n";
-const std::string idleTimeRefused =
+const std::string colorError = "Invalid argument: The color argument is not valid.\n";
+const std::string pulsesError = "Invalid argument: Argument must be >0.\n";
+const std::string idleTimeError =
     "Invalid argument: The idle time must be entered as increments of 100 ms (0,100,200,...).\n";
-const std::string startupRefused = "Invalid argument: Start-up argument must be Enable or Disable.\n";
+const std::string startupError = "Invalid argument: Start-up argument must be Enable or Disable.\n";
 
 Calls ledCalls(const Calls& calls = {})
 {
@@ -40,7 +40,7 @@ TEST(Led, PrintsFrequenciesWithSixSignificantDigits)
     }
 }
 
-TEST(Led, PrintsUnsignedNumbersOf8Bits)
+TEST(Led, PrintsUnsigned8BitNumbers)
 {
     Unit low(R"({"frontLed": {"dutyCycle": 0, "pulses": 0, "idleTime": 0}})");
     EXPECT_EQ(low.run("--led --dutycycle --pulses --idletime").output,
@@ -50,7 +50,7 @@ TEST(Led, PrintsUnsignedNumbersOf8Bits)
               lines({"LED Duty Cycle: 255 %.", "LED pulses: 255", "LED idle time: 25500"}));
 }
 
-TEST(Led, NamesTheColors)
+TEST(Led, PrintsTheNamesOfTheColors)
 {
     const struct
     {
@@ -113,7 +113,7 @@ TEST(Led, AcceptsFrequenciesInTheirRange)
     }
 }
 
-TEST(Led, RefusesFrequenciesOutsideTheirRange)
+TEST(Led, RejectsFrequenciesOutsideTheirRange)
 {
     Unit unit;
     for (const std::string value : {"0.19", "0.1999999", "0", "-10", "50.01", "50.000001", "51", "abc", ",5",
@@ -121,7 +121,7 @@ TEST(Led, RefusesFrequenciesOutsideTheirRange)
     {
         SCOPED_TRACE(value);
         const Result result = unit.run("--led --frequency=" + value);
-        EXPECT_EQ(result.output, frequencyRefused);
+        EXPECT_EQ(result.output, frequencyError);
         EXPECT_EQ(result.calls, ledCalls());
     }
 }
@@ -153,7 +153,7 @@ TEST(Led, AcceptsDutyCyclesInTheirRange)
     }
 }
 
-TEST(Led, RefusesDutyCyclesOutsideTheirRange)
+TEST(Led, RejectsDutyCyclesOutsideTheirRange)
 {
     Unit unit;
     // Whatever the width of a long: 4294967346 is 50 in its low half, and so is -4294967246.
@@ -163,29 +163,29 @@ TEST(Led, RefusesDutyCyclesOutsideTheirRange)
     {
         SCOPED_TRACE(value);
         const Result result = unit.run("--led --dutycycle=" + value);
-        EXPECT_EQ(result.output, dutyCycleRefused);
+        EXPECT_EQ(result.output, dutyCycleError);
         EXPECT_EQ(result.calls, ledCalls());
     }
 }
 
-TEST(Led, ReportsASignalThatTheUnitRefuses)
+TEST(Led, ReportsASignalThatTheUnitRejects)
 {
     Unit unit(R"({"frontLed": {"frequency": 0}})");
     EXPECT_EQ(unit.run("--led --dutycycle=80").output, "setSignal: The value is out of range\n");
     EXPECT_EQ(unit["/frontLed/dutyCycle"], nullptr);
 }
 
-TEST(Led, RefusesOtherColors)
+TEST(Led, RejectsOtherColors)
 {
     Unit unit;
     for (const std::string value : {"black", "re", "redd", "0", "4", "6", "UNDEFINED"})
     {
         SCOPED_TRACE(value);
         const Result result = unit.run("--led --color=" + value);
-        EXPECT_EQ(result.output, colorRefused);
+        EXPECT_EQ(result.output, colorError);
         EXPECT_EQ(result.calls, ledCalls());
     }
-    EXPECT_EQ(unit.run(std::vector<std::string>{"--led", "--color=UNDEFINED COLOR"}).output, colorRefused);
+    EXPECT_EQ(unit.run(std::vector<std::string>{"--led", "--color=UNDEFINED COLOR"}).output, colorError);
 }
 
 TEST(Led, SendsTheLow8BitsOfThePulses)
@@ -211,7 +211,7 @@ TEST(Led, SendsTheLow8BitsOfThePulses)
     }
 }
 
-TEST(Led, SendsNegativePulsesBeforeItRefusesThem)
+TEST(Led, SendsNegativePulsesBeforeItRejectsThem)
 {
     const struct
     {
@@ -224,18 +224,18 @@ TEST(Led, SendsNegativePulsesBeforeItRefusesThem)
         Unit unit;
         unit.set("/frontLed/pulses", 77);
         const Result result = unit.run(std::string("--led --pulses=") + value);
-        EXPECT_EQ(result.output, pulsesRefused);
+        EXPECT_EQ(result.output, pulsesError);
         EXPECT_EQ(result.calls, ledCalls({"FrontLED_setNrOfPulses(" + std::to_string(sent) + ") = 0"}));
         EXPECT_EQ(unit["/frontLed/pulses"], sent);
     }
 }
 
-TEST(Led, RefusesNegativePulsesEvenIfTheCallFails)
+TEST(Led, RejectsNegativePulsesEvenIfTheCallFails)
 {
     Unit unit;
     unit.fails("FrontLED_setNrOfPulses", 77);
     const Result result = unit.run("--led --pulses=-3");
-    EXPECT_EQ(result.output, pulsesRefused);
+    EXPECT_EQ(result.output, pulsesError);
     EXPECT_EQ(result.calls, ledCalls({"FrontLED_setNrOfPulses(253) = 77"}));
 }
 
@@ -262,46 +262,46 @@ TEST(Led, SendsTheIdleTimeInUnitsOf100Milliseconds)
     }
 }
 
-TEST(Led, ClampsAnIdleTimeToALong)
+TEST(Led, ClampsAnIdleTimeToTheRangeOfLong)
 {
     const bool wide = isProgram64Bit(); // else it is 2147483647, which is no multiple of 100
     Unit unit;
     const Result result = unit.run("--led --idletime=4294967300");
-    EXPECT_EQ(result.output, wide ? "LED idle time set to: 4294967300\n" : idleTimeRefused);
+    EXPECT_EQ(result.output, wide ? "LED idle time set to: 4294967300\n" : idleTimeError);
     EXPECT_EQ(result.calls, wide ? ledCalls({"FrontLED_setIdleTime(41) = 0"}) : ledCalls());
 }
 
-TEST(Led, RefusesAnIdleTimeThatIsNoMultipleOf100)
+TEST(Led, RejectsAnIdleTimeThatIsNotAMultipleOf100)
 {
     Unit unit;
     for (const std::string value : {"150", "1", "99", "101", "2501", "-1", "-150", "99999999999999999999"})
     {
         SCOPED_TRACE(value);
         const Result result = unit.run("--led --idletime=" + value);
-        EXPECT_EQ(result.output, idleTimeRefused);
+        EXPECT_EQ(result.output, idleTimeError);
         EXPECT_EQ(result.calls, ledCalls());
     }
 }
 
-TEST(Led, RefusesOtherStartupWords)
+TEST(Led, RejectsOtherStartupWords)
 {
     Unit unit;
     for (const std::string value : {"Enabled", "Disabled", "1", "0", "on", "2"})
     {
         SCOPED_TRACE(value);
         const Result result = unit.run("--led --startup=" + value);
-        EXPECT_EQ(result.output, startupRefused);
+        EXPECT_EQ(result.output, startupError);
         EXPECT_EQ(result.calls, ledCalls());
     }
 }
 
-TEST(Led, ContinuesAfterARefusedValue)
+TEST(Led, ContinuesAfterARejectedValue)
 {
     Unit unit;
     const Result result = unit.run("--led --frequency=0 --dutycycle=101 --color=black --pulses=-3 "
                                    "--idletime=150 --startup=on");
-    EXPECT_EQ(result.output, frequencyRefused + dutyCycleRefused + colorRefused + pulsesRefused +
-                                 idleTimeRefused + startupRefused);
+    EXPECT_EQ(result.output,
+              frequencyError + dutyCycleError + colorError + pulsesError + idleTimeError + startupError);
     EXPECT_EQ(result.calls, ledCalls({"FrontLED_setNrOfPulses(253) = 0"}));
 }
 

@@ -74,7 +74,7 @@ TEST(OnOff, PrintsOtherActionsAsUndefined)
         }
 }
 
-TEST(OnOff, ContinuesAfterARefusedAction)
+TEST(OnOff, ContinuesAfterARejectedAction)
 {
     Unit unit;
     for (const ActionSetting& each : actionSettings)
@@ -104,7 +104,7 @@ const TimeSetting timeSettings[] = {
     {"--suspend_max_time", "SuspendMaxTime", "SuspendMaxTime: ", "Suspend Max time set to: ", "min"},
 };
 
-TEST(OnOff, SendsTheLow16BitsOfATimeAndPrintsAllOfIt)
+TEST(OnOff, SendsTheLow16BitsOfATimeAndPrintsTheWholeNumber)
 {
     const struct
     {
@@ -142,7 +142,7 @@ TEST(OnOff, SendsTheLow16BitsOfATimeAndPrintsAllOfIt)
         }
 }
 
-TEST(OnOff, RefusesNegativeTimes)
+TEST(OnOff, RejectsNegativeTimes)
 {
     Unit unit;
     for (const TimeSetting& each : timeSettings)
@@ -155,14 +155,14 @@ TEST(OnOff, RefusesNegativeTimes)
         }
 }
 
-TEST(OnOff, ContinuesAfterARefusedTime)
+TEST(OnOff, ContinuesAfterARejectedTime)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--onoff --suspend_max_time=1 --longpress_time=-1").output,
               lines({"Invalid argument: The time argument is not valid.", "Suspend Max time set to: 1min"}));
 }
 
-TEST(OnOff, SendsTheSignalTimeUnchecked)
+TEST(OnOff, SendsTheSignalTimeWithoutARangeCheck)
 {
     const struct
     {
@@ -184,7 +184,7 @@ TEST(OnOff, SendsTheSignalTimeUnchecked)
     }
 }
 
-TEST(OnOff, ClampsATimeToALong)
+TEST(OnOff, ClampsATimeToTheRangeOfLong)
 {
     const bool wide = isProgram64Bit();
     Unit unit;
@@ -197,7 +197,7 @@ TEST(OnOff, ClampsATimeToALong)
     EXPECT_EQ(unit["/config/longPressTime"], wide ? 5 : 65535);
 }
 
-TEST(OnOff, PrintsPowerOnStartupAsEnabledForOneOnly)
+TEST(OnOff, PrintsPowerOnStartupAsEnabledOnlyFor1)
 {
     Unit unit;
     for (const int value : {0, 2, -1, 256})
@@ -209,7 +209,7 @@ TEST(OnOff, PrintsPowerOnStartupAsEnabledForOneOnly)
     EXPECT_EQ(unit.run("--onoff --always_on").output, "PowerOnStartup: Enabled\n");
 }
 
-TEST(OnOff, PrintsTheWordForAlwaysOnAsItIsTyped)
+TEST(OnOff, PrintsTheWordForAlwaysOnAsTyped)
 {
     const struct
     {
@@ -229,7 +229,7 @@ TEST(OnOff, PrintsTheWordForAlwaysOnAsItIsTyped)
     }
 }
 
-TEST(OnOff, RefusesTheWordsForAlwaysOnThatItsHelpOffers)
+TEST(OnOff, RejectsTheWordsForAlwaysOnThatItsHelpLists)
 {
     Unit unit;
     for (const char* word : {"Enable", "Disable", "enable", "1", "0", "on", "Enabled."})
@@ -295,7 +295,7 @@ TEST(OnOff, PrintsOtherTriggersAsUndefined)
     }
 }
 
-TEST(OnOff, ContinuesAfterARefusedTrigger)
+TEST(OnOff, ContinuesAfterARejectedTrigger)
 {
     Unit unit;
     for (const char* word : {"4", "3", "255", "CAN", "CI", "CAN_Activity", "FRONT_button", "All"})

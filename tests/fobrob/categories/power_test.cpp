@@ -114,7 +114,7 @@ TEST_P(Power, SendsTheUpperBitsOfTheMaskBackUnchanged)
                 testing::IsSupersetOf({set("Video") + "(244) = 5", set("Video") + "(247) = 5"}));
 }
 
-TEST_P(Power, RefusesOtherWords)
+TEST_P(Power, RejectsOtherWords)
 {
     for (const char* word : {"maybe", "Enabled", "Disabled", "Enable.", "1", "0", "on"})
     {
@@ -131,7 +131,7 @@ TEST_P(Power, RefusesOtherWords)
     }
 }
 
-TEST_P(Power, ContinuesAfterARefusedWord)
+TEST_P(Power, ContinuesAfterARejectedWord)
 {
     const Result result = run("--vchannel1=maybe --vchannel2=maybe --vchannel3=Disable --can=maybe --extfan");
     EXPECT_EQ(result.output, "Invalid argument\n"
@@ -140,7 +140,7 @@ TEST_P(Power, ContinuesAfterARefusedWord)
                                  line("External fan power status: Disabled."));
 }
 
-TEST_P(Power, PrintsEveryStateButOneAsDisabled)
+TEST_P(Power, PrintsEveryStateExcept1AsDisabled)
 {
     for (const int state : {0, 2, -1, 256})
     {
@@ -239,7 +239,7 @@ TEST_P(Power, NeedsNoHandleOfTheOtherMode)
               line("Video channel 1 power status: Enabled.") + line("CAN power status: Enabled."));
 }
 
-TEST_P(Power, ReportsThatAUnitHasNoCan)
+TEST_P(Power, ReportsThatTheUnitHasNoCan)
 {
     unit.set("/about", {{"canConnections", 0}});
     EXPECT_EQ(run("--can").output, "getCanPowerStatus: Not supported by this unit\n");
@@ -256,7 +256,7 @@ TEST(CurrentPower, ChangesCanAndTheFanEachToItsOwnWord)
     EXPECT_EQ(unit["/power/externalFan"], true);
 }
 
-TEST(StartupPower, RefusesToChangeTheFanWithoutAWordForCan)
+TEST(StartupPower, RejectsToChangeTheFanWithoutAWordForCan)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--power=startup --extfan=Enable").output, "Invalid argument\n");
@@ -283,14 +283,14 @@ TEST(StartupPower, ChangesTheFanToTheWordForCan)
     EXPECT_EQ(unit["/config/startupPower/externalFan"], false);
 }
 
-TEST(StartupPower, RefusesTheFanWithARefusedWordForCan)
+TEST(StartupPower, RejectsTheFanIfTheWordForCanIsRejected)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--power=startup --can=maybe --extfan=Enable").output, "Invalid argument\n"
                                                                               "Invalid argument\n");
 }
 
-TEST(StartupPower, ReadsTheFanBesideAWordForCan)
+TEST(StartupPower, ReadsTheFanWhileSettingCan)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--power=startup --can=Disable --extfan").output,
@@ -313,7 +313,7 @@ TEST(PowerMode, IsRequired)
         }
 }
 
-TEST(PowerMode, LeavesTheOtherModeUnchanged)
+TEST(PowerMode, DoesNotAffectTheOtherMode)
 {
     Unit unit;
     unit.run("--power=current --vchannel1=Disable --can=Disable --extfan=Enable");
@@ -323,7 +323,7 @@ TEST(PowerMode, LeavesTheOtherModeUnchanged)
     EXPECT_EQ(other["/power"], nullptr);
 }
 
-TEST(PowerMode, StartupAppliesAtTheNextBoot)
+TEST(PowerMode, AppliesStartupPowerAtTheNextBoot)
 {
     Unit unit;
     unit.run("--power=startup --vchannel2=Disable --vchannel4=Disable");

@@ -81,7 +81,7 @@ TEST(Telematics, AcceptsItsWordsInAnyCase)
     }
 }
 
-TEST(Telematics, RefusesOtherWordsAndContinues)
+TEST(Telematics, RejectsOtherWordsAndContinues)
 {
     Unit unit;
     for (const char* word : {"on", "off", "Enable", "Disable", "1", "0", "10", "ENABLED."})
@@ -133,7 +133,7 @@ TEST(Telematics, ReportsARadioThatIsNotMounted)
     }
 }
 
-TEST(Telematics, StartupPowerAppliesAtTheNextBoot)
+TEST(Telematics, AppliesStartupPowerAtTheNextBoot)
 {
     Unit unit;
     unit.run("--telematics --wlanstartuppower=DISABLED --gpsstartuppower=DISABLED");

@@ -18,7 +18,7 @@ TEST(Temperature, IgnoresTheStatusOfASensor)
               std::string::npos);
 }
 
-TEST(Temperature, PrintsSignedNumbersOf16Bits)
+TEST(Temperature, PrintsSigned16BitNumbers)
 {
     Unit unit(R"({"diagnostic": {"ssTemperature": -5, "pcbTemperature": -32768,
                                  "cpuTemperature": 32767, "boardTemperature": 0}})");
@@ -26,7 +26,7 @@ TEST(Temperature, PrintsSignedNumbersOf16Bits)
               lines({"SS temp=-5", "PCB temp=-32768", "CPU temp=32767", "CPU BOARD temp=0"}));
 }
 
-TEST(Temperature, RefusesOtherArgumentsWithoutReading)
+TEST(Temperature, RejectsOtherArgumentsWithoutReading)
 {
     for (const char* argument : {"GPU", "CPUBOARD", "S", "SSS", "0"})
     {

@@ -91,7 +91,7 @@ TEST(Touch, AcceptsAProfileInAnyCase)
     }
 }
 
-TEST(Touch, SendsMinusOneForAWordThatIsNoProfile)
+TEST(Touch, SendsMinusOneForAWordThatIsNotAProfile)
 {
     Unit unit;
     for (const char* word : {"tablet", "MOUSE_NEXT_BOOT", "TOUCH_NEXT_BOOT", "3"})
@@ -105,7 +105,7 @@ TEST(Touch, SendsMinusOneForAWordThatIsNoProfile)
     }
 }
 
-TEST(Touch, PrintsErrorForAWordThatTheUnitAccepts)
+TEST(Touch, PrintsErrorForAnUnknownProfileThatTheUnitAccepts)
 {
     Unit unit;
     unit.ignores("TouchScreen_setMode");
@@ -120,7 +120,7 @@ TEST(Touch, KeepsAProfileIfTheOptionIsRepeatedWithoutAValue)
     EXPECT_EQ(unit.run("--touch --mode=TOUCH --mode=mouse").output, "TouchScreen profile set to: MOUSE\n");
 }
 
-TEST(Touch, ReadsEverySettingAndPrintsTheWordAsItIsTyped)
+TEST(Touch, ReadsEverySettingAndPrintsItsNameAsTyped)
 {
     Unit unit;
     for (const Setting& each : settings)
@@ -134,7 +134,7 @@ TEST(Touch, ReadsEverySettingAndPrintsTheWordAsItIsTyped)
         }
 }
 
-TEST(Touch, ChangesEverySettingAndPrintsTheWordAsItIsTyped)
+TEST(Touch, ChangesEverySettingAndPrintsItsNameAsTyped)
 {
     for (const Setting& each : settings)
         for (const std::string& word : {each.word, withCaseSwapped(each.word)})
@@ -214,7 +214,7 @@ TEST(Touch, KeepsAValueIfTheOptionIsRepeatedWithoutOne)
               "TS_LOW_LEVEL set to: 6\n");
 }
 
-TEST(Touch, TakesTheLastSetting)
+TEST(Touch, UsesTheLastSetting)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--touch --setting=TS_LOW_LEVEL --setting=TS_DEBOUNCE_TIME").output,
@@ -271,7 +271,7 @@ TEST(Touch, RestoresTheDefaults)
     EXPECT_EQ(unit["/touch/profile"], "mouse");
 }
 
-TEST(Touch, RefusesOtherSettingsAndPrintsThemAsTheyAreTyped)
+TEST(Touch, RejectsUnknownSettingsAndPrintsThemAsTyped)
 {
     Unit unit;
     for (const std::string word : {"bogus", "Ts_Low", "LOW_LEVEL", "1", "ERROR", "noArgument",
@@ -286,20 +286,20 @@ TEST(Touch, RefusesOtherSettingsAndPrintsThemAsTheyAreTyped)
         }
 }
 
-TEST(Touch, RefusesAnEmptySetting)
+TEST(Touch, RejectsAnEmptySetting)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--touch --setting=").output, "Invalid setting: noArgument\n");
 }
 
-TEST(Touch, RefusesASettingAfterTheProfile)
+TEST(Touch, RejectsASettingAfterTheProfile)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--touch --setting=bogus --mode=mouse").output,
               lines({"TouchScreen profile set to: MOUSE", "Invalid setting: bogus"}));
 }
 
-TEST(Touch, RequiresAWordForASetting)
+TEST(Touch, RequiresTheNameOfASetting)
 {
     Unit unit;
     const Result alone = unit.runExpectingErrors("--touch --setting");
@@ -308,7 +308,7 @@ TEST(Touch, RequiresAWordForASetting)
     EXPECT_EQ(unit.runExpectingErrors("--touch --mode --setting").output, "TouchScreen Profile: TOUCH\n");
 }
 
-TEST(Touch, ReportsASettingThatTheUnitRefuses)
+TEST(Touch, ReportsASettingThatTheUnitRejects)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--touch --setting=TS_USE_DEJITTER --value=2").output,
@@ -342,7 +342,7 @@ TEST(Touch, KeepsItsSettingsAcrossAReboot)
     EXPECT_EQ(unit.run("--touch").output, output);
 }
 
-TEST(Touch, ProfilesOfTheNextBootApplyThen)
+TEST(Touch, AppliesANextBootProfileAtTheNextBoot)
 {
     const struct
     {

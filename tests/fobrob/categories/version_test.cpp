@@ -3,7 +3,7 @@
 namespace
 {
 
-TEST(Version, PrintsUnsignedNumbersOf8Bits)
+TEST(Version, PrintsUnsigned8BitNumbers)
 {
     const struct
     {
@@ -28,7 +28,7 @@ TEST(Version, PrintsUnsignedNumbersOf8Bits)
         }
 }
 
-TEST(Version, RefusesOtherArgumentsWithoutReading)
+TEST(Version, RejectsOtherArgumentsWithoutReading)
 {
     for (const char* argument : {"XYZ", "QVAux", "FPGAVersion", "OS", "QVSetting"})
     {

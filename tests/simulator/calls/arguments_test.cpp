@@ -77,7 +77,7 @@ TEST(Arguments, ReceiveNoMoreThanAnEepromHolds)
     EXPECT_EQ(buffer[4096], '-');
 }
 
-TEST(Arguments, OutOfRangeAreRefused)
+TEST(Arguments, OutOfRangeAreRejected)
 {
     const CalledUnit unit;
     constexpr auto lowest = std::numeric_limits<std::int32_t>::min();

@@ -66,7 +66,7 @@ std::vector<std::string> pathsOf(const json& file)
     return paths;
 }
 
-TEST(UnitFile, RefusesUnknownKeysAtEveryLevel)
+TEST(UnitFile, RejectsUnknownKeysAtEveryLevel)
 {
     for (const char* path : {"/buzer",
                              "/Buzzer",
@@ -98,13 +98,13 @@ TEST(UnitFile, RefusesUnknownKeysAtEveryLevel)
               "/firmware/statuses/1/status: unknown key\n");
 }
 
-TEST(UnitFile, RefusesUnknownKeysNextToKnownOnes)
+TEST(UnitFile, RejectsUnknownKeysNextToKnownOnes)
 {
     EXPECT_EQ(diagnosticFor(R"({"buzzer": {"volume": 5, "volumes": 6, "frequency": 800}})"),
               "/buzzer/volumes: unknown key\n");
 }
 
-TEST(UnitFile, RefusesDuplicateKeys)
+TEST(UnitFile, RejectsDuplicateKeys)
 {
     const struct
     {
@@ -125,7 +125,7 @@ TEST(UnitFile, RefusesDuplicateKeys)
         EXPECT_EQ(diagnosticFor(content), std::string(path) + ": duplicate key\n");
 }
 
-TEST(UnitFile, RefusesFaultsOfUnknownOperations)
+TEST(UnitFile, RejectsFaultsOfUnknownOperations)
 {
     for (const char* name : {"Buzzer_getVolum", "buzzer_getVolume", "GetBuzer", "getenv", "printf", ""})
         EXPECT_EQ(diagnosticFor(fileWith(std::string("/faults/") + name, {{"code", 77}})),
@@ -133,7 +133,7 @@ TEST(UnitFile, RefusesFaultsOfUnknownOperations)
     EXPECT_TRUE(isAccepted(fileWith("/faults/GetErrorStringA", {{"null", true}})));
 }
 
-TEST(UnitFile, RefusesFaultsThatTheOperationCannotHave)
+TEST(UnitFile, RejectsFaultsThatTheOperationCannotHave)
 {
     EXPECT_EQ(diagnosticFor(fileWith("/faults/GetBuzzer", {{"code", 77}})),
               "/faults/GetBuzzer: expected \"null\": true and no other fault\n");
@@ -143,7 +143,7 @@ TEST(UnitFile, RefusesFaultsThatTheOperationCannotHave)
               "/faults/Buzzer_getVolume: \"null\" is only for operations that return a handle or a text\n");
 }
 
-TEST(UnitFile, RefusesFaultsThatAreNotExactlyOne)
+TEST(UnitFile, RejectsFaultsThatAreNotExactlyOne)
 {
     for (const json& fault : {json::object(),
                               {{"code", 0}},
@@ -157,7 +157,7 @@ TEST(UnitFile, RefusesFaultsThatAreNotExactlyOne)
                   "/faults/GetBuzzer: expected \"null\": true and no other fault\n");
 }
 
-TEST(UnitFile, RefusesErrorTextsOfInvalidCodes)
+TEST(UnitFile, RejectsErrorTextsOfInvalidCodes)
 {
     for (const char* code : {"", "x", "-1", "+7", "077", " 7", "7 ", "0x7", "1.5", "4294967296"})
         EXPECT_EQ(diagnosticFor(fileWith(std::string("/errorTexts/") + code, "text")),
@@ -166,7 +166,7 @@ TEST(UnitFile, RefusesErrorTextsOfInvalidCodes)
         EXPECT_TRUE(isAccepted(fileWith(std::string("/errorTexts/") + code, "text"))) << code;
 }
 
-TEST(UnitFile, RefusesValuesOfTheWrongType)
+TEST(UnitFile, RejectsValuesOfTheWrongType)
 {
     const std::string byte = "an integer from 0 to 255";
     const std::string uint16 = "an integer from 0 to 65535";

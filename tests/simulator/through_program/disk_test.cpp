@@ -78,7 +78,7 @@ TEST(Disk, KeepsTheUnitWhenFull)
     }
 }
 
-TEST(Disk, HasNoUnitIfFullWhenCreated)
+TEST(Disk, CreatesNoUnitWhenFull)
 {
     const PrivateMount disk = PrivateMount::disk("size=64k,nr_inodes=16");
     if (!disk.isMounted())
@@ -92,27 +92,27 @@ TEST(Disk, HasNoUnitIfFullWhenCreated)
     EXPECT_EQ(runOn(file, "--buzzer --volume").output, "Buzzer Volume: 1000\n");
 }
 
-TEST(Disk, IsNotWrittenIfReadOnly)
+TEST(Disk, IsNotWrittenWhenReadOnly)
 {
     const Unit unit(R"({"buzzer": {"volume": 5}})");
     const PrivateMount disk = PrivateMount::readOnly(unit.directory.path);
     if (!disk.isMounted())
         GTEST_SKIP() << cannotMount;
     const std::string file = disk / "unit.json";
-    const auto expectRefusal = [&](const std::string& unwritable)
+    const auto expectWriteError = [&](const std::string& unwritable)
     {
         const Outcome outcome = runOn(file, "--buzzer --volume=40");
         EXPECT_EQ(outcome.output, cannotBeWritten);
         EXPECT_EQ(outcome.errors, diagnostic(unwritable, "Read-only file system"));
     };
     EXPECT_EQ(runOn(file, "--buzzer --volume").output, "Buzzer Volume: 5\n");
-    expectRefusal(file + ".lock");
+    expectWriteError(file + ".lock");
     writeFile(unit.file() + ".lock", "");
-    expectRefusal(file);
+    expectWriteError(file);
     EXPECT_EQ(readFile(unit.file()), R"({"buzzer": {"volume": 5}})");
 }
 
-TEST(Disk, RefusesFirmwareIfReadOnly)
+TEST(Disk, RejectsFirmwareWhenReadOnly)
 {
     const Unit unit;
     writeFile(unit.directory / "firmware.hex", "");

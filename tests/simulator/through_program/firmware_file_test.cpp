@@ -131,14 +131,14 @@ TEST(FirmwareFile, IsReportedIfItDisappears)
     EXPECT_TRUE(becomesTrue([&] { return readFile(unit.directory / "output") == failure; }));
 }
 
-TEST(FirmwareFile, MayReachTheLastAddress)
+TEST(FirmwareFile, MayEndAtTheLastAddress)
 {
     FirmwareUnit unit;
     EXPECT_EQ(upgrade(unit, hexFile("ab", 0xFFFFFFFE)), upgraded);
 }
 
 // The file is sparse and takes no room.
-TEST(FirmwareFile, MustNotBeLargerThanAnyImage)
+TEST(FirmwareFile, MustNotBeLargerThanTheLargestImage)
 {
     constexpr std::uintmax_t limit = std::uintmax_t{512} << 20;
     FirmwareUnit unit;
@@ -217,7 +217,7 @@ std::string convert(const std::string& content, const std::string& name,
     return readFile(directory / name);
 }
 
-TEST(FirmwareFile, MayBeAHexFileOfAnotherTool)
+TEST(FirmwareFile, MayBeAHexFileFromAnotherTool)
 {
     const std::string content = randomBytes(200000);
     const std::string text = convert(content, "firmware.hex", {"-offset", "0x8000000"});
@@ -227,7 +227,7 @@ TEST(FirmwareFile, MayBeAHexFileOfAnotherTool)
     EXPECT_EQ(verify(unit, hexFile(content, 0x8000000)), verified);
 }
 
-TEST(FirmwareFile, MayBeAnMcsFileOfAnotherTool)
+TEST(FirmwareFile, MayBeAnMcsFileFromAnotherTool)
 {
     const std::string content = randomBytes(200000);
     FirmwareUnit unit;

@@ -67,7 +67,7 @@ TEST(Firmware, ContinuesLinearlyAtTheEndOfASegment)
     EXPECT_EQ(verify(unit, hexFile(content, 0x12340 + 0xFFF0)), verified);
 }
 
-TEST(Firmware, IsVerifiedToTheBit)
+TEST(Firmware, IsVerifiedBitByBit)
 {
     const std::string content = randomBytes(1000);
     std::string changed = content;
@@ -111,7 +111,7 @@ TEST(Firmware, IsSeparateForEachTarget)
     EXPECT_EQ(unit.run(force + unit.hex + " --verify=SS").output, differs);
 }
 
-TEST(Firmware, HasItsNewVersionFromTheNextBootOn)
+TEST(Firmware, HasItsNewVersionAfterTheNextBoot)
 {
     const std::string content = randomBytes(300) + "FWVERSION=1.2.3.4" + randomBytes(300, 2);
     FirmwareUnit unit;

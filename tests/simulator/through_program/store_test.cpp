@@ -200,7 +200,7 @@ TEST(Store, LocksTheTargetOfALink)
 
 // Unusable files.
 
-TEST(Store, RefusesALinkToItself)
+TEST(Store, RejectsALinkToItself)
 {
     const TemporaryDirectory directory;
     std::filesystem::create_symlink("link", directory / "link");
@@ -210,7 +210,7 @@ TEST(Store, RefusesALinkToItself)
     EXPECT_TRUE(std::filesystem::is_symlink(directory / "link"));
 }
 
-TEST(Store, RefusesADirectoryAndAPipe)
+TEST(Store, RejectsADirectoryAndAPipe)
 {
     const TemporaryDirectory directory;
     std::filesystem::create_directory(directory / "directory");
@@ -224,7 +224,7 @@ TEST(Store, RefusesADirectoryAndAPipe)
     EXPECT_TRUE(std::filesystem::is_directory(directory / "directory"));
 }
 
-TEST(Store, RefusesAnUnreadableFile)
+TEST(Store, RejectsAnUnreadableFile)
 {
     Unit unit;
     chmod(unit.file().c_str(), 0);
@@ -325,7 +325,7 @@ TEST(Store, KeepsTheFileOnAFullDisk)
     EXPECT_FALSE(fileExists(file + ".new"));
 }
 
-TEST(Store, RefusesAnInvalidFileAndKeepsIt)
+TEST(Store, RejectsAnInvalidFileAndKeepsIt)
 {
     const struct
     {

@@ -53,7 +53,7 @@ TEST(UnitFile, KeepsItsLayoutWhenChanged)
     EXPECT_EQ(readFile(unit.file()), expected);
 }
 
-TEST(UnitFile, MeansTheSameEmptyAndComplete)
+TEST(UnitFile, IsEquivalentEmptyAndWithAllDefaults)
 {
     Unit empty("{}");
     Unit full;

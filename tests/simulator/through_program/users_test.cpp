@@ -95,7 +95,7 @@ TEST_F(Users, NeedPermissionForTheFile)
                 }
 }
 
-TEST_F(Users, GiveNothingToAGroupThatCannotBeKept)
+TEST_F(Users, GrantNothingToAGroupThatCannotBeKept)
 {
     give(unit.file(), nobody, 0660);
     const bool isForeign = chown(unit.file().c_str(), static_cast<uid_t>(-1), 1) == 0;
@@ -104,7 +104,7 @@ TEST_F(Users, GiveNothingToAGroupThatCannotBeKept)
 }
 
 // Only root and the owner can keep a list: for anyone else, the change is refused.
-TEST_F(Users, AreToldIfTheyCannotKeepAnAccessControlList)
+TEST_F(Users, GetAnErrorIfTheyCannotKeepAnAccessControlList)
 {
     give(unit.file(), 0, 0600);
     const auto setList = [&]
@@ -141,7 +141,7 @@ TEST_F(Users, MustOwnTheFileInAStickyDirectory)
 
 // In a sticky directory, the kernel refuses O_CREAT for files of other users, even to root
 // (fs.protected_regular).
-TEST_F(Users, CanTakeTheLockOfAnotherInAStickyDirectory)
+TEST_F(Users, CanLockAFileOfAnotherUserInAStickyDirectory)
 {
     chmod(unit.directory.path.c_str(), 01777);
     give(unit.file(), nobody, 0666);
@@ -151,7 +151,7 @@ TEST_F(Users, CanTakeTheLockOfAnotherInAStickyDirectory)
 }
 
 // As with fs.protected_symlinks, even where the kernel does not have that set.
-TEST_F(Users, FollowNoLinkOfAnotherInAStickyDirectory)
+TEST_F(Users, FollowNoLinkOfAnotherUserInAStickyDirectory)
 {
     const TemporaryDirectory target;
     const std::string file = target / "unit.json";
@@ -198,7 +198,7 @@ TEST_F(Users, FollowNoLinkToALock)
     EXPECT_FALSE(fileExists(elsewhere));
 }
 
-TEST_F(Users, AreToldWhichFileIsInTheWayInAStickyDirectory)
+TEST_F(Users, GetTheNameOfAFileTheyCannotReplaceInAStickyDirectory)
 {
     chmod(unit.directory.path.c_str(), 01777);
     give(unit.file(), nobody, 0666);
@@ -217,7 +217,7 @@ TEST_F(Users, CanStartFirmwareJobsOneAfterTheOther)
     EXPECT_EQ(startJob(nobody).output, ofRoot);
 }
 
-TEST_F(Users, AreToldIfTheyMayNotOpenTheJobLock)
+TEST_F(Users, GetAnErrorIfTheyCannotOpenTheJobLock)
 {
     writeFile(unit.file() + ".job", "");
     give(unit.file() + ".job", 0, 0);
