@@ -12,7 +12,7 @@ namespace
 constexpr unsigned notSupportedCode = 2;
 constexpr unsigned notFittedCode = 18;
 
-// As the trace shows it where nothing has been written: "Buzzer_getFrequency([])".
+// Returns the trace line of a call that writes no results: "Buzzer_getFrequency([])".
 std::string withoutResults(std::string call)
 {
     for (std::size_t begin = 0; (begin = call.find('[', begin)) != call.npos; ++begin)
@@ -20,7 +20,7 @@ std::string withoutResults(std::string call)
     return call;
 }
 
-// The text instead of the report of a failure, if its code has one.
+// Returns the text that replaces the report of a failure with this code, if any.
 const std::optional<std::string>& insteadOfReport(const Step& step, unsigned code)
 {
     static const std::optional<std::string> none;
@@ -52,7 +52,7 @@ CommandLine readingAll(const SettingsCategory& category)
     return line;
 }
 
-// With the options in the order opposite to that of their processing.
+// The options are in reverse of the order in which they are processed.
 CommandLine changingAll(const SettingsCategory& category)
 {
     std::string options;
@@ -74,7 +74,7 @@ CommandLine changingTheLed(const SettingsCategory& led)
     return line;
 }
 
-// Every channel is changed in the mask that the change before has left.
+// Each channel is changed in the mask that the previous change has set.
 CommandLine changingThePower(const SettingsCategory& power)
 {
     CommandLine line = changingAll(power);
@@ -99,7 +99,7 @@ CommandLine changingTheStartupPower(const SettingsCategory& power)
     return changingThePower(changed);
 }
 
-// All settings read, and all changed. The heater reads nothing without its option.
+// One command line that reads all settings and one that changes them. --heater requires its option.
 std::vector<CommandLine> linesOfAll(const SettingsCategory& category)
 {
     if (category.name == "Heater")
@@ -125,7 +125,7 @@ std::vector<CommandLine> linesOfEach(const SettingsCategory& category)
     return lines;
 }
 
-// Changes to the other state than those of the settings' rows.
+// Changes to the states that the rows of the settings do not cover.
 const CommandLine otherChanges[] = {
     {"--backlight --automatic=Disabled --led_dimming=Enabled",
      "{}",
@@ -152,8 +152,8 @@ CommandLines linesOf(const SettingsCategory& category)
 
 // The other categories.
 
-// A field of a report of --about that is left out on a unit that does not support it. A board that is not
-// fitted is a failure like any other, or has a text of its own.
+// A field of an --about report that is left out if the unit does not support it. If the board is not fitted,
+// `notFitted` is printed, or the failure is reported like any other.
 Step optionalField(const std::string& call, const std::string& output, const std::string& report,
                    const std::string& unwritten, const std::optional<std::string>& notFitted = std::nullopt)
 {
@@ -179,8 +179,8 @@ Step pwmOutputs()
     return step;
 }
 
-// A count that is not written is that of the field before. The connections before the digital inputs and
-// outputs have 255 instead.
+// If the unit writes no count, the count of the previous field is printed. The fields before the digital
+// inputs and outputs print 255 instead.
 const CommandLine eepromReport = {
     "--about=EEPROM",
     "{}",
@@ -266,7 +266,7 @@ Step hardwareStatus()
     return step;
 }
 
-// A temperature that is not written is that of the sensor before.
+// If the unit writes no temperature, that of the previous sensor is printed.
 const CommandLine diagnosticReport = {
     "--about=Diagnostic",
     "{}",
@@ -323,7 +323,7 @@ std::vector<Step> voltages()
     return steps;
 }
 
-// Each baud rate is another one, to tell the channels apart.
+// All baud rates differ, to distinguish the channels.
 const std::string canKeys = R"({"can": {"baudrates": [125, 250, 500, 1000]}})";
 
 CommandLines canLines()
@@ -444,7 +444,7 @@ CommandLines versionLines()
     return {"Version", {all}, lines};
 }
 
-// The entries of a call in the trace: the call, and what it entails.
+// Adds the trace lines of a step: the call and the calls that follow it.
 void addCalls(Calls& calls, const Step& step, const Failure* failure)
 {
     if (step.call.empty())

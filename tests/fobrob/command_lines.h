@@ -1,4 +1,4 @@
-// Command lines of every category with each device call that they make: one row per call.
+// Command lines of every category, with their device calls and output: one row per call.
 
 #pragma once
 
@@ -11,11 +11,11 @@ struct Step
 {
     std::string call;   // "Buzzer_getFrequency([1234])"; empty for text that needs no call
     std::string output; // what is printed if the call succeeds
-    std::string report; // "getFrequency", what its failure is reported as
+    std::string report; // "getFrequency", the name under which a failure is reported
 
     std::optional<std::string> unwritten = std::nullopt; // printed if the call succeeds and writes no result
 
-    // The exceptions.
+    // For exceptions.
     std::string afterReport = "";                           // printed after the report
     std::size_t skips = 0;                                  // how many of the next steps a failure skips
     std::string followedBy = "";                            // the call that follows a success
@@ -33,19 +33,19 @@ struct Step
 struct CommandLine
 {
     std::string arguments;
-    std::string keys; // of the unit that it runs on
+    std::string keys; // content of the unit file
     std::vector<Step> steps;
-    bool hasRelatedChanges = false; // later calls read what earlier ones have changed
+    bool hasRelatedChanges = false; // later calls read values that earlier calls have changed
 };
 
 struct CommandLines
 {
     std::string category;                // "Buzzer"
-    std::vector<CommandLine> all;        // read or change everything that the category has
-    std::vector<CommandLine> parts = {}; // one thing
+    std::vector<CommandLine> all;        // each reads or changes everything in the category
+    std::vector<CommandLine> parts = {}; // each reads or changes one thing
 };
 
-// Names a row in the output of a test.
+// Prints a row in the messages of failed tests.
 inline void PrintTo(const CommandLines& row, std::ostream* stream)
 {
     *stream << row.category;
@@ -53,7 +53,7 @@ inline void PrintTo(const CommandLines& row, std::ostream* stream)
 
 std::vector<CommandLines> everyCommandLine();
 
-// The failures of a run by the index of the step: a code and its text, which may be missing.
+// The failures of a run, by the index of the step: an error code and its text, if it has one.
 struct Failure
 {
     unsigned code;
@@ -67,5 +67,5 @@ struct Expected
     Calls calls;
 };
 
-// What a run prints and calls if some of its calls fail.
+// Returns the output and the calls of a run in which the given calls fail.
 Expected expectedOf(const CommandLine& line, const Failures& failures = {});

@@ -14,7 +14,7 @@ protected:
     const std::vector<CommandLine>& all = GetParam().all;
     const std::vector<CommandLine>& parts = GetParam().parts;
 
-    // The steps that make a call.
+    // Calls `check` with each step that makes a device call.
     template <typename Check>
     static void forEachCall(const std::vector<CommandLine>& lines, Check check)
     {
@@ -41,7 +41,7 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Category, CommandLinesOf, testing::ValuesIn(everyCommandLine()),
                          [](const auto& test) { return test.param.category; });
 
-// How many calls of the same operation come before the step.
+// Returns how many earlier steps call the same operation.
 unsigned earlierCalls(const CommandLine& line, std::size_t index)
 {
     unsigned count = 0;
@@ -50,7 +50,7 @@ unsigned earlierCalls(const CommandLine& line, std::size_t index)
     return count;
 }
 
-// The operations and their codes: "Buzzer_getVolume = 0".
+// Returns the operations and their codes: "Buzzer_getVolume = 0".
 Calls withoutArguments(const Calls& calls)
 {
     Calls outline;
@@ -70,7 +70,7 @@ void expectRun(const CommandLine& line, Unit& unit, const Failures& failures)
         EXPECT_EQ(result.calls, expected.calls);
 }
 
-// One call fails with the code.
+// Expects the output and the calls if one call fails with the code.
 void expectFailure(const CommandLine& line, std::size_t index, const Failure& failure)
 {
     Unit unit(line.keys);
@@ -133,7 +133,7 @@ TEST_P(CommandLinesOf, ReportABoardThatIsNotFittedOrPrintNotAvailable)
                 });
 }
 
-// Each operation with a code of its own.
+// Each operation returns a different code.
 TEST_P(CommandLinesOf, ReportEveryFailedCall)
 {
     forEachLine(all,
@@ -155,7 +155,8 @@ TEST_P(CommandLinesOf, ReportEveryFailedCall)
                 });
 }
 
-// The variable of a result has an initial value, or keeps what the call before has written.
+// A result that the unit does not write has an initial value, or the value that the previous call has
+// written.
 void expectDefault(const CommandLine& line, std::size_t index)
 {
     const Step& step = line.steps[index];

@@ -8,7 +8,7 @@
 namespace
 {
 
-// An operation of every module, with a command line that calls it.
+// One operation of each module, with a command line that calls it.
 const std::pair<const char*, const char*> operations[] = {
     {"About_getUnitSerial", "--about=EEPROM"},
     {"Adc_getVoltage", "--about=ADC"},
@@ -77,7 +77,8 @@ TEST(DeviceInterface, PrintsAnErrorTextUnchanged)
     EXPECT_EQ(unit.run("--lightsensor").output, "getIlluminance: " + text + "\n");
 }
 
-// The program with a device library that has a light sensor only, found before the simulated unit.
+// Runs the program with a device library that has only the operations of the light sensor. It precedes the
+// simulated unit in the search path.
 Outcome runOnPartialLibrary(const std::string& arguments)
 {
     const Unit unit;
@@ -111,7 +112,7 @@ TEST(PartialLibrary, SufficesForCommandsThatCallNoMissingOperation)
     }
 }
 
-// The program ends at the first operation that the library lacks.
+// The lines before the missing operation are printed.
 TEST(PartialLibrary, EndsTheProgramAtTheFirstMissingOperation)
 {
     const Outcome outcome = runOnPartialLibrary("--about --volume --status");
@@ -121,7 +122,7 @@ TEST(PartialLibrary, EndsTheProgramAtTheFirstMissingOperation)
     EXPECT_NE(outcome.status, 0);
 }
 
-// The binary interface of a library that was built earlier.
+// The binary interface of existing device libraries.
 static_assert(std::is_same_v<ApiError, std::uint32_t>);
 static_assert(sizeof(UpgradeStatus) == 12 && offsetof(UpgradeStatus, state) == 0 &&
               offsetof(UpgradeStatus, second) == 4 && offsetof(UpgradeStatus, error) == 8);

@@ -101,7 +101,8 @@ std::string dashed(const Row& row)
     return std::string("--") + row.name;
 }
 
-// getopt_long prints `diagnostic`, the program prints the hint, and no device operation is called.
+// Expects that getopt_long prints `diagnostic`, the program prints the hint, and no device operation is
+// called.
 void expectDiagnosticAndHint(const std::string& arguments, const std::string& diagnostic)
 {
     SCOPED_TRACE(arguments);
@@ -157,7 +158,7 @@ TEST(OptionTable, HasAMarkerForAMissingArgument)
     EXPECT_STREQ(noArgument(), "noArgument");
 }
 
-// An empty name abbreviates all options, so getopt_long lists the whole table.
+// An empty name is an abbreviation of every option, so getopt_long lists the whole table.
 TEST(OptionTable, IsParsedByTheProgram)
 {
     std::string all = "possibilities:";
@@ -319,7 +320,7 @@ TEST(EntryPoint, RunsOnlyOneCategory)
     EXPECT_EQ(result.calls, unit.run("--lightsensor").calls);
 }
 
-// A value is written after an equals sign; a word after a space is ignored.
+// A value requires an equals sign. A word after a space is ignored.
 TEST(EntryPoint, TreatsAnEmptyValueAndALaterWordAsNoValue)
 {
     const std::pair<std::string, std::string> categories[] = {
@@ -410,7 +411,7 @@ TEST(ProgramName, IsTheLastPartOfThePath)
     }
 }
 
-// The program started as `path` instead of from where it was built.
+// Runs the program under the path `path`.
 Outcome runAs(const std::string& path, const std::string& arguments)
 {
     const Unit unit;

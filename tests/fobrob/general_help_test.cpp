@@ -102,7 +102,7 @@ TEST(OptionList, HasItsSectionsInOrder)
                                         "-ON/OFF", "-VERSION", "-TOUCH", "-TELEMATICS (optional)"}));
 }
 
-// The help of --can is the exception: it is written line by line.
+// The exception is the help of --can, which is written line by line.
 TEST(GeneralTexts, AreWrittenWithOneWrite)
 {
     Unit unit;
@@ -118,7 +118,7 @@ TEST(GeneralTexts, AreWrittenWithOneWrite)
     }
 }
 
-// Errors of writing are ignored.
+// Write errors are ignored.
 TEST(GeneralTexts, ExitWithSuccessIfTheyCannotBeWritten)
 {
     const Unit unit;

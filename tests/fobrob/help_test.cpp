@@ -1,4 +1,4 @@
-// The help screen of each category: tests/data/help/ has the texts.
+// The help screen of each category. The expected texts are in tests/data/help/.
 
 #include "support/category_calls.h"
 
@@ -12,7 +12,8 @@ struct Category
     const char* name; // of the option and of the file
     std::vector<const char*> commandLines;
 
-    // Those with options that are rejected before --help is read, and their line.
+    // Command lines with options that are rejected before --help is parsed, and the line that is printed for
+    // them.
     std::vector<const char*> rejectedFirst = {};
     const char* error = "";
 };
@@ -92,7 +93,7 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Category, HelpOf, testing::ValuesIn(categories),
                          [](const auto& test) { return test.param.name; });
 
-// Without a release: the process ends at once.
+// Handles are not released: the process exits immediately.
 void expectHelpInsteadOfWork(const std::string& commandLine, const std::string& output)
 {
     SCOPED_TRACE(commandLine);

@@ -6,7 +6,7 @@
 namespace
 {
 
-// The program, with its call trace on standard output too.
+// Returns the command that runs the program and writes the call trace to standard output too.
 Command withTraceInOutput(const Unit& unit, const std::string& arguments)
 {
     Command command = programOn(unit.file(), arguments);
@@ -14,12 +14,13 @@ Command withTraceInOutput(const Unit& unit, const std::string& arguments)
     return command;
 }
 
+// Returns the call trace and standard output in the order of their lines.
 std::string callsAndLines(const std::string& arguments, const Unit& unit = Unit())
 {
     return runCommand(withTraceInOutput(unit, arguments)).output;
 }
 
-// The same with standard error.
+// Returns standard error too.
 std::string callsLinesAndDiagnostics(const std::string& arguments)
 {
     const Unit unit;

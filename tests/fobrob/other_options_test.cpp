@@ -1,4 +1,4 @@
-// Options of another category and options that do not exist, after each category.
+// Options of other categories and unknown options, after each category.
 
 #include "fobrob/settings.h"
 #include "support/category_calls.h"
@@ -8,19 +8,19 @@
 namespace
 {
 
-// What some command lines of a category have in common. Those with a diagnostic draw it from getopt_long.
+// Command lines of a category with the same output. The diagnostic is that of getopt_long.
 struct Group
 {
     std::vector<const char*> commandLines;
     std::string output;
-    std::string diagnostic = "";
+    std::string diagnostic = ""; // empty if there is none
 };
 
 struct Category
 {
     const char* name;
     std::vector<Group> withoutWork; // nothing is read or changed
-    std::vector<Group> withWork;    // the category's own options are processed all the same
+    std::vector<Group> withWork;    // the category's own options are still processed
 };
 
 const char* const unknown = "unrecognized option '--bogus'";
@@ -224,7 +224,7 @@ class OtherOptionsWith : public testing::TestWithParam<SettingsCategory>
 INSTANTIATE_TEST_SUITE_P(Category, OtherOptionsWith, testing::ValuesIn(settingsCategories()),
                          [](const auto& test) { return test.param.name; });
 
-// What a category prints for another option beside its own.
+// Returns what the category prints for another option if one of its own is also given.
 std::string errorFor(const std::string& category)
 {
     return category.starts_with("--power") ? invalidArgument : category == "--heater" ? heaterError : "";

@@ -79,7 +79,7 @@ SettingsCategory heater()
     };
 }
 
-// Frequency and duty cycle are one signal: each is written together with the other as it was read.
+// Frequency and duty cycle are set by one operation, so the other one must be read first.
 Step signalBeforeChange()
 {
     return {.call = "FrontLED_getSignal([7.25], [35])", .output = "", .report = "getSignal", .skips = 1};
@@ -195,7 +195,7 @@ SettingsCategory onOff()
     };
 }
 
-// The two arguments of --power: what their lines begin with and which operations they use.
+// The two values of --power: the beginning of their lines and the names of their operations.
 struct PowerMode
 {
     std::string heading;
@@ -223,7 +223,7 @@ struct PowerMode
     }
 };
 
-// All channels are one mask: each is changed in the mask as it was read.
+// All channels are bits of one mask, which must be read before it is changed.
 Setting videoSetting(const PowerMode& mode, int channel, const std::string& value, int changedMask)
 {
     const bool enable = value == "Enable";
@@ -241,7 +241,7 @@ Setting videoSetting(const PowerMode& mode, int channel, const std::string& valu
 std::vector<Setting> powerSettings(const PowerMode& mode)
 {
     Step fan = mode.get("ExtFan", "1", "External fan");
-    fan.afterReport = mode.output("External fan", "Disabled."); // the state of CAN, read or not
+    fan.afterReport = mode.output("External fan", "Disabled."); // the state of CAN, even if it was not read
     return {
         videoSetting(mode, 1, "Enable", 11),
         videoSetting(mode, 2, "Disable", 8),
@@ -272,7 +272,7 @@ SettingsCategory currentPower()
     };
 }
 
-// The fan is changed by the value of --can, and not without one.
+// The fan is set to the value of --can, so --extfan alone cannot change it.
 std::vector<Setting> startupPowerSettings()
 {
     std::vector<Setting> settings = powerSettings({"Start-up - ", "Config_", "StartupPowerConfig"});
@@ -290,7 +290,8 @@ SettingsCategory startupPower()
     };
 }
 
-// One state of a radio. `reports` are those of reading and of changing it.
+// One power state of a radio. `reports` are the names under which a failed read and a failed change are
+// reported.
 Setting radioSetting(const std::string& option, const std::string& operation, const std::string& readLabel,
                      const std::string& changeLabel, std::pair<std::string, std::string> reports,
                      bool isEnabled)

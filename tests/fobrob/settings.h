@@ -1,4 +1,4 @@
-// The settings that are read by an option and changed by its value: one row per option.
+// The settings that an option reads if it has no value, and sets to its value otherwise: one row per option.
 
 #pragma once
 
@@ -8,12 +8,12 @@ struct Setting
 {
     std::string option; // "--frequency"
     Step read;
-    std::string value; // another one than the unit has; empty if the option alone cannot change the setting
+    std::string value; // differs from the unit's; empty if the option alone cannot change the setting
     std::vector<Step> change;
-    std::string newOutput; // of reading it after the change
+    std::string newOutput; // printed when it is read after the change
 };
 
-// What an option that is repeated without a value does to the value before.
+// What happens to the value of an option that is repeated without a value.
 enum class RepeatedOption
 {
     clearsValue,
@@ -24,13 +24,13 @@ struct SettingsCategory
 {
     std::string name;              // "Buzzer"
     std::string category;          // "--buzzer"
-    std::string keys;              // of the unit that the rows are for
+    std::string keys;              // content of the unit file
     std::vector<Setting> settings; // in the order in which they are processed
     RepeatedOption repeated = RepeatedOption::clearsValue;
     bool changesLastUntilReboot = false;
 };
 
-// Names a row in the output of a test.
+// Prints a row in the messages of failed tests.
 inline void PrintTo(const SettingsCategory& row, std::ostream* stream)
 {
     *stream << row.name;
@@ -38,5 +38,5 @@ inline void PrintTo(const SettingsCategory& row, std::ostream* stream)
 
 const std::vector<SettingsCategory>& settingsCategories();
 
-// Those of the category of the name.
+// Returns the settings of the category with this name, such as "Buzzer".
 const std::vector<Setting>& settingsOf(const std::string& name);

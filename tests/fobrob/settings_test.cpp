@@ -40,7 +40,7 @@ const std::string& changeOutput(const Setting& setting)
     return setting.change.back().output;
 }
 
-// A value is written after an equals sign; a word after a space is not one.
+// A value requires an equals sign. A word after a space is ignored.
 TEST_P(SettingsOf, AreReadByAnOptionWithoutAValue)
 {
     for (const Setting& setting : settings)

@@ -1,4 +1,4 @@
-// Standard input, output and error that are closed or full, or that close.
+// Standard streams that are closed, full or at their end, or whose other end is closed.
 
 #include "support/firmware_unit.h"
 #include "support/terminal.h"
@@ -18,7 +18,7 @@ const Calls callsOfTwoChanges =
 const std::string callsBeforeTheAnswer =
     lines({"GetFirmwareUpgrade() = handle", "GetAbout() = handle", "About_getIsDisplayAvailable([1]) = 0"});
 
-// A run of the program from a shell script.
+// Runs the program from a shell script.
 struct ShellRun
 {
     ShellRun(const Unit& unit, const std::string& script, const std::string& arguments)
@@ -35,7 +35,7 @@ struct ShellRun
     std::string calls;
 };
 
-// The program opens the unit's files and the call trace. None of them may become standard input or output.
+// The device library opens the unit's files and the call trace. None of them may become a standard stream.
 TEST(Streams, MayBeClosedInEveryCombination)
 {
     for (unsigned closed = 0; closed < 8; ++closed)
@@ -111,7 +111,8 @@ TEST(Streams, DoNotAffectAFirmwareJobIfTheReaderExits)
     const ShellRun run(unit, "{ env --default-signal=PIPE \"$@\"; echo $? >&2; } | head -n 1",
                        "--advanced --update=Front --force --filepath=" + unit.hex);
     EXPECT_EQ(run.outcome.output, "File format is correct.\n");
-    EXPECT_EQ(run.outcome.errors, "0\n"); // the program's exit status; that of the pipe is the reader's
+    EXPECT_EQ(run.outcome.errors,
+              "0\n"); // the exit status of the program; that of the pipeline is the reader's
     EXPECT_EQ(unit["/firmware/front/incomplete"], false);
     EXPECT_NE(unit["/firmware/front/digest"], nullptr);
 }
@@ -155,7 +156,7 @@ TEST(Streams, AreNotReadToTheEndIfTheAnswerIsEndless)
     EXPECT_GT(std::stoul(unread), 9'000'000u);
 }
 
-// While the program waits it holds no lock and has started nothing.
+// While the program waits, it holds no lock and has not started a job.
 TEST(Streams, WaitForAnAnswerUntilAnInterrupt)
 {
     SKIP_WITHOUT_TERMINAL();

@@ -1,4 +1,5 @@
-// Words in any letter case. Those of --onoff, --telematics and --touch are in the files of these categories.
+// Words in any letter case. Those of --onoff, --telematics and --touch are tested in the files of their
+// categories.
 
 #include "support/category_calls.h"
 #include "support/letter_case.h"
@@ -9,7 +10,7 @@
 namespace
 {
 
-// `commandLine` and `output` have an @ for the word as it is typed.
+// In `commandLine` and `output`, @ stands for the word as typed.
 struct Word
 {
     std::string commandLine;
@@ -17,7 +18,7 @@ struct Word
     Calls work;
     std::string output;
 
-    // Of a word that changes a setting: the key in the unit's file, and its value before and after.
+    // If the word changes a setting: its path in the unit's file, and its value before and after.
     std::string key = "";
     nlohmann::json before = {};
     nlohmann::json after = {};
@@ -51,7 +52,7 @@ Category backlightWords()
               "/backlight/automatic",
               true,
               false},
-             // Intentional: the same line for both.
+             // Intentional: the line is the same for both words.
              {"--backlight --led_dimming=@",
               "Enabled",
               {"Backlight_setLedDimming(1) = 0"},
@@ -233,7 +234,7 @@ Category versionWords()
           "OSVersion",
           {"AuxVersion_getOSVersion([3], [1], [4], [0]) = 0"},
           "OSVersion: 3.1.4.0\n"},
-         // Accepted, and prints nothing.
+         // Intentional: accepted, but prints nothing.
          {"--version=@", "QVSettings", {}, ""}}};
 }
 

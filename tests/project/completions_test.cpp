@@ -51,7 +51,7 @@ std::vector<std::string> answers(const std::string& shell, const std::string& li
             words.push_back(offer.substr(0, offer.find('\t')));
         return words;
     }
-    // The arguments include the words before the completed one.
+    // The words before the completed one are also arguments.
     std::vector<std::string> words = typed(shell, line + "\x1b*");
     const long before = std::count(line.begin(), line.end(), ' ') - 1;
     words.erase(words.begin(), words.begin() + before);
@@ -71,8 +71,8 @@ Words offered(const std::string& shell, const std::string& line)
     return words;
 }
 
-// Adds what is offered at the end of `line`, where a word of `place` can begin.
-void addOffers(Vocabulary& vocabulary, const std::string& line, const std::string& place)
+// Adds the offers at the end of `line`. `prefix` is "" for categories, or a category and a space.
+void addOffers(Vocabulary& vocabulary, const std::string& line, const std::string& prefix)
 {
     const std::string shell = "fish";
     Words offers = offered(shell, line);
@@ -81,7 +81,7 @@ void addOffers(Vocabulary& vocabulary, const std::string& line, const std::strin
     for (const std::string& offer : offers)
     {
         const std::size_t end = offer.find('=');
-        Words& words = vocabulary[place + offer.substr(0, end)];
+        Words& words = vocabulary[prefix + offer.substr(0, end)];
         words.insert(end == offer.npos ? "" : "=");
         if (end != offer.npos)
             for (const std::string& word : offered(shell, line + offer))
@@ -100,7 +100,7 @@ Vocabulary vocabularyOfTheOffers()
     return all;
 }
 
-// zsh edits its command line at a terminal only.
+// The line editor of zsh requires a terminal.
 class ShellTest : public testing::TestWithParam<const char*>
 {
 protected:
@@ -120,7 +120,7 @@ protected:
     }
 };
 
-// Shells whose line editor the tests can use.
+// Shells whose line editor the tests can drive.
 class TypedCompletions : public ShellTest
 {
 };
@@ -293,10 +293,9 @@ TEST_P(TypedCompletions, CompleteAWordInQuotes)
 
 TEST_P(TypedCompletions, WorkInTheMiddleOfALine)
 {
-    const std::string behind = " --pulses";
-    EXPECT_EQ(
-        typed(GetParam(), "fobrob --led --color=Y" + behind + std::string(behind.size(), '\x02') + "\t"),
-        (std::vector<std::string>{"--led", "--color=YELLOW", "--pulses"}));
+    const std::string rest = " --pulses";
+    EXPECT_EQ(typed(GetParam(), "fobrob --led --color=Y" + rest + std::string(rest.size(), '\x02') + "\t"),
+              (std::vector<std::string>{"--led", "--color=YELLOW", "--pulses"}));
 }
 
 TEST(CompletionsOfBash, WorkIfTheEqualsSignIsNotAWordBreak)

@@ -15,7 +15,7 @@ Outcome check(const std::string& library, const std::string& tool = checker)
     return runCommand({{tool, library}, {{"PATH", "/usr/bin:/bin"}}});
 }
 
-// Copies the simulated unit and replaces one of its texts by another of the same length.
+// Copies the simulated unit and replaces one of its strings with another of the same length.
 std::string changedLibrary(const TemporaryDirectory& directory, const std::string& what,
                            const std::string& with)
 {

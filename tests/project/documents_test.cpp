@@ -1,4 +1,4 @@
-// The links, paths and names of tests in the documents.
+// The links, paths and test names in the documents.
 
 #include "support/process.h"
 #include "support/text.h"
@@ -21,7 +21,7 @@ std::vector<fs::path> documents()
     return paths;
 }
 
-// The target by which a link refers to a heading.
+// Returns the anchor of a heading.
 std::string anchorOf(std::string heading)
 {
     std::ranges::transform(heading, heading.begin(), [](unsigned char c) { return std::tolower(c); });
@@ -79,7 +79,7 @@ std::string sourcesOfTests()
     return text;
 }
 
-// The names in a pattern for ctest.
+// The patterns that are passed to ctest.
 TEST(Documents, NameTestSuitesThatExist)
 {
     const std::string sources = sourcesOfTests();

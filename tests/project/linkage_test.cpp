@@ -19,7 +19,7 @@ std::string library()
     return simulatorDirectory() + "/libqv-aux2.so.2.11";
 }
 
-// Returns what a tool prints.
+// Returns the output of a tool, which must succeed.
 std::string outputOf(const std::vector<std::string>& words)
 {
     const Outcome outcome = runCommand({.words = words});
@@ -33,13 +33,13 @@ Names namesIn(const std::string& text, const std::string& pattern)
     return {names.begin(), names.end()};
 }
 
-// The operations that the header of the device API declares.
+// Returns the operations that the header of the device API declares.
 Names declaredOperations()
 {
     return namesIn(outputOf({PROJECT_DIRECTORY "/tools/device-operations"}), "(.+)\n");
 }
 
-// The names that `nm` prints, without symbol versions.
+// Returns the names that nm prints, without symbol versions.
 Names symbols(const std::string& which, const std::string& file)
 {
     return namesIn(outputOf({"nm", "-D", "--format=posix", which, file}), R"((?:^|\n)([^ @\n]+))");
@@ -69,7 +69,8 @@ TEST(Program, IsInstalledWithoutASearchPath)
     EXPECT_FALSE(fileExists(directory / "lib"));
 }
 
-// Any other relocation is resolved at start-up, which fails if the library lacks the operation.
+// Only jump slots are bound lazily. Any other relocation is resolved at start-up and fails if the library
+// lacks the operation.
 TEST(Program, BindsDeviceOperationsLazily)
 {
     const Names operations = declaredOperations();
@@ -117,14 +118,15 @@ bool isAmd64(const std::string& file)
     return outputOf({"readelf", "--file-header", file}).find("X86-64") != std::string::npos;
 }
 
-// Works on native files only.
+// Works only on files for this machine.
 std::string codeOf(const std::string& function, const std::string& file)
 {
     return outputOf({"objdump", "--no-show-raw-insn", "--disassemble=" + function, file});
 }
 
-// Returns the functions of a native file that begin with a landing mark for indirect calls.
-Names markedFunctions(const std::string& file)
+// Returns the functions that begin with a landing pad for indirect calls (IBT). Works only on files for this
+// machine.
+Names functionsWithLandingPad(const std::string& file)
 {
     Names names;
     std::string name;
@@ -138,8 +140,8 @@ Names markedFunctions(const std::string& file)
     return names;
 }
 
-// Protection of the program and the simulated unit against memory errors. Intentional: the program binds
-// lazily, so its table of operations stays writable.
+// Protection of the program and the simulated unit against memory errors. Intentional: because the program
+// binds lazily, its table of operations stays writable.
 class Hardening : public testing::TestWithParam<std::string>
 {
 protected:
@@ -174,24 +176,25 @@ TEST_P(Hardening, CallsFortifiedFunctions)
 }
 #endif
 
-// The property of the whole file is missing because Debian 12's own start-up objects lack it. Functions that
-// only their own file calls by name need no mark.
+// The file itself lacks the IBT property, because the start-up objects of Debian 12 lack it. Functions that
+// are only called directly need no landing pad.
 TEST_P(Hardening, HasLandingPadsAtTheTargetsOfIndirectCalls)
 {
     if (!isAmd64(file))
         return;
-    const Names marked = markedFunctions(file);
+    const Names protectedFunctions = functionsWithLandingPad(file);
     Names entries = isProgram
                         ? namesIn(outputOf({"nm", "--extern-only", "--defined-only", file}), " T (.+)\n")
                         : declaredOperations();
-    for (const char* ofTheSystem : {"_init", "_fini", "_start"})
-        entries.erase(ofTheSystem);
+    for (const char* startup : {"_init", "_fini", "_start"})
+        entries.erase(startup);
     EXPECT_FALSE(entries.empty());
     for (const std::string& entry : entries)
-        EXPECT_TRUE(marked.contains(entry)) << entry;
+        EXPECT_TRUE(protectedFunctions.contains(entry)) << entry;
 }
 
-// A search path takes precedence over the system's directories, and DT_RPATH over LD_LIBRARY_PATH as well.
+// A search path takes precedence over the system's directories. DT_RPATH also takes precedence over
+// LD_LIBRARY_PATH.
 TEST_P(Hardening, HasNoSearchPath)
 {
     EXPECT_EQ(elf("--dynamic").find("PATH)"), std::string::npos);
@@ -213,7 +216,7 @@ TEST(Program, DetectsAnOverwrittenStack)
     EXPECT_TRUE(symbols("--undefined-only", programPath()).contains("__stack_chk_fail"));
 }
 
-// Parts of the system's static libraries contain that symbol too.
+// Checks the code, because statically linked system libraries may import the symbol too.
 TEST(Simulator, DetectsAnOverwrittenStack)
 {
     if (!isAmd64(library()))
@@ -221,7 +224,7 @@ TEST(Simulator, DetectsAnOverwrittenStack)
     EXPECT_NE(codeOf("Buzzer_getVolume", library()).find("__stack_chk_fail"), std::string::npos);
 }
 
-// No stack frame of the program is as large as a page.
+// The program needs no stack probes, because none of its stack frames is as large as a page.
 TEST(Simulator, ProbesEveryPageOfALargeStackFrame)
 {
     if (!isAmd64(library()))
@@ -230,7 +233,7 @@ TEST(Simulator, ProbesEveryPageOfALargeStackFrame)
               std::string::npos);
 }
 
-// Loads the simulated unit as a plugin does. Returns false if a call fails.
+// Loads the simulated unit with dlopen, calls it and unloads it. Returns false if a call fails.
 bool loadAndUnload()
 {
     void* const loaded = dlopen(library().c_str(), RTLD_NOW);

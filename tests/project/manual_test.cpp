@@ -19,7 +19,7 @@ namespace
 
 using Names = std::set<std::string>;
 
-// The names that directly follow `mark` in `text`.
+// Returns the names that directly follow `mark` in `text`.
 Names namesAfter(const std::string& mark, const std::string& text)
 {
     const auto isPart = [](unsigned char c) { return std::isalnum(c) || c == '_'; };
@@ -34,7 +34,7 @@ Names namesAfter(const std::string& mark, const std::string& text)
     return names;
 }
 
-// The lines of the manual that call `macro`.
+// Returns the lines of the manual that call `macro`.
 std::string macroLines(const std::string& macro, const std::string& manual)
 {
     std::string found;
@@ -44,7 +44,7 @@ std::string macroLines(const std::string& macro, const std::string& manual)
     return found;
 }
 
-// The text of each category and of each of its options, starting with the line of the name.
+// Returns the text of each category and of each of its options, starting with the line that names it.
 std::map<std::string, std::string> entries(const std::string& manual)
 {
     std::map<std::string, std::string> texts;
@@ -66,7 +66,7 @@ std::map<std::string, std::string> entries(const std::string& manual)
     return texts;
 }
 
-// The words in a macro line that are marked as command words.
+// Returns the words in a macro line that are arguments of the macro Cm.
 Words markedWords(const std::string& line)
 {
     std::istringstream stream(line);
@@ -92,7 +92,9 @@ Words wordsOf(const std::string& entry)
     {
         Words marked = markedWords(line);
         words.merge(marked);
-        EXPECT_TRUE(marked.empty()) << "Removing a word that is marked twice would go unnoticed:\n" << entry;
+        EXPECT_TRUE(marked.empty())
+            << "word is marked twice, so the test would not notice if one were removed:\n"
+            << entry;
     }
     return words;
 }
@@ -112,7 +114,7 @@ struct Range
     double step; // between two values
 };
 
-// The first range in an entry.
+// Returns the first range in an entry.
 std::optional<Range> rangeIn(std::string entry)
 {
     entry = std::regex_replace(entry, std::regex(R"(\\-)"), "-");
@@ -124,7 +126,7 @@ std::optional<Range> rangeIn(std::string entry)
     return Range{std::stod(match[1]), std::stod(match[3]), step};
 }
 
-// Returns whether a number that is set is read back unchanged.
+// Sets a number and returns whether it is read back unchanged.
 bool holds(const std::string& option, double number)
 {
     Unit unit;
@@ -141,7 +143,7 @@ Names tableOptions()
     return names;
 }
 
-// The operations of the device library that return an error code, without those that release a handle.
+// Returns the operations that return an error code, except those that release a handle.
 std::vector<std::string> operations()
 {
     std::vector<std::string> names =
@@ -150,7 +152,7 @@ std::vector<std::string> operations()
     return names;
 }
 
-// Command lines that call every operation.
+// Command lines that together call every operation.
 const char* const everything[] = {
     "--about=EEPROM",
     "--about=RawEEPROM",
@@ -197,10 +199,10 @@ const char* const everything[] = {
     "--advanced --verify=Front --force --filepath=/FIRMWARE.hex",
 };
 
-// A name that a failure is printed under, and the operation that failed.
+// The name under which a failure is printed, and the operation that failed.
 using Label = std::pair<std::string, std::string>;
 
-// Lets each of `failing` fail with its own name as the error text, and adds the labels that are printed.
+// Makes each operation in `failing` fail with its own name as the error text, and adds the printed labels.
 void addLabels(const std::vector<std::string>& failing, std::set<Label>& labels)
 {
     nlohmann::json keys;
@@ -228,19 +230,19 @@ std::string nameInModule(const std::string& operation)
     return operation.substr(operation.find('_') + 1);
 }
 
-// The labels of all operations in the output of the program.
+// Returns the labels under which the program prints all failures.
 std::set<Label> printedLabels()
 {
     std::vector<std::string> failing = operations();
     std::set<Label> labels;
     addLabels(failing, labels);
-    // A setting that is read before it is written is only written if the read succeeds.
+    // Some settings are read before they are written, so the writes can only fail if the reads succeed.
     std::erase_if(failing, [](const std::string& name) { return nameInModule(name).starts_with("get"); });
     addLabels(failing, labels);
     return labels;
 }
 
-// Checks a page with mandoc, which finds both pages when it checks the references between them.
+// Checks a page with mandoc. MANPATH contains both pages, so that mandoc can check their cross-references.
 Outcome lint(const std::string& page)
 {
     const TemporaryDirectory directory;

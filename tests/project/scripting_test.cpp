@@ -19,7 +19,7 @@ namespace
 using testing::StartsWith;
 using Texts = std::vector<std::string>;
 
-// The rows of the table that begins with the heading `heading`, as cells.
+// Returns the rows, as cells, of the table with the header row `heading`.
 std::vector<Texts> tableRows(const std::string& heading)
 {
     std::vector<Texts> rows;
@@ -54,7 +54,7 @@ Value numberValue(double number)
     return {text, text};
 }
 
-// The output that the code spans of a cell describe, for one value.
+// Returns the output that the code spans of a cell describe for one value.
 std::string outputFor(const Texts& spans, const Value& value)
 {
     static const std::regex placeholder(R"(\b(N(?=\b|min|ms|s)|WORD\b|TEXT\b))");
@@ -155,12 +155,13 @@ void expectRejected(Unit& unit, const Setting& setting, const Value& given, cons
     EXPECT_EQ(read(unit, setting), before);
 }
 
-// The number that the unit gets. The width of a setting that truncates is the first number above its range.
+// Returns the number that is sent to the unit if the number is truncated. The modulus is the first number
+// above the range.
 Value truncatedValue(const Range& range, double number)
 {
-    const double width = range.highest + range.step;
+    const double modulus = range.highest + range.step;
     const double parsed = isProgram64Bit() ? number : std::clamp(number, -2147483648.0, 2147483647.0);
-    return numberValue(parsed - width * std::floor(parsed / width));
+    return numberValue(parsed - modulus * std::floor(parsed / modulus));
 }
 
 void expectOutOfRange(Unit& unit, const Setting& setting, const std::string& effect, double number)
@@ -222,7 +223,7 @@ TEST(ScriptingTable, ShowsWhatHappensToNumbersOutOfRange)
             const auto& [lowest, highest, step] = *setting.range;
             Unit unit;
             expectOutOfRange(unit, setting, setting.below, lowest - step);
-            // Truncation starts again at 0, which is below some ranges.
+            // Truncated numbers wrap around to 0, which is below some ranges.
             const bool truncates = setting.above == "truncated" || setting.above == "misreported";
             expectOutOfRange(unit, setting, setting.above, highest + step + (truncates ? lowest : 0));
             if (step > 1)
@@ -230,7 +231,8 @@ TEST(ScriptingTable, ShowsWhatHappensToNumbersOutOfRange)
         }
 }
 
-// Whether a row shows the option of a category, with the word unless it is empty.
+// Returns whether a row shows the option of a category. If `word` is not empty, the row must show the word
+// too.
 bool isShown(const std::string& category, const std::string& option, const std::string& word)
 {
     static const std::vector<Setting> rows = settings();
@@ -296,7 +298,7 @@ TEST(ScriptingTable, HasARowForEverySetting)
     EXPECT_GT(options, 40);
 }
 
-// Of several actions the first is performed.
+// Of several actions, the first one in the table is performed.
 TEST(ScriptingTable, ShowsTheLinesOfTheActionsInTheirOrder)
 {
     std::vector<Texts> rows = tableRows("Command");

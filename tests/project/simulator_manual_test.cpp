@@ -9,15 +9,15 @@
 namespace
 {
 
-// A key of the unit file as the manual lists it.
+// A key of the unit file in the manual.
 struct ListedKey
 {
     std::string type;
     std::string value; // the default
 };
 
-// The keys in the tables of the manual, by path. A heading like "/power, /config/startupPower" has the paths
-// of the objects that its table describes.
+// Returns the keys in the tables of the manual, by path. A heading such as "/power, /config/startupPower"
+// lists the objects that its table describes.
 std::map<std::string, ListedKey> listedKeys()
 {
     std::map<std::string, ListedKey> keys;
@@ -46,7 +46,7 @@ void addValues(const nlohmann::json& json, const std::string& path, Values& valu
             addValues(value, path + "/" + key, values);
 }
 
-// The values in the unit file that is created if there is none.
+// Returns the values in a newly created unit file.
 Values defaultValues()
 {
     Unit unit;
@@ -57,7 +57,7 @@ Values defaultValues()
     return values;
 }
 
-// The limits of a type, and a value that it does not have, as JSON.
+// The limits of a type and an invalid value, as JSON.
 struct TypeSample
 {
     const char* lowest;
@@ -133,9 +133,9 @@ TEST(ManualOfTheSimulatedUnit, ListsTheTextOfEveryErrorCode)
     const std::string list = section.substr(0, section.find("\n.El"));
     for (const std::string& entry : matches(R"(\n\.It (\d+\n[^\n]+))", list))
         texts[static_cast<unsigned>(std::stoul(entry))] = entry.substr(entry.find('\n') + 1);
-    texts.erase(0); // never an error
+    texts.erase(0); // 0 is never an error
 
-    // One run prints the texts of as many codes as there are operations.
+    // Each of these operations prints the text of one code, so one run prints several.
     const char* const failing[] = {"WLANPower", "WLANStartUpPower", "GPRSPower", "GPRSStartUpPower",
                                    "GPSPower",  "GPSStartUpPower",  "BTPower",   "BTStartUpPower"};
     std::map<unsigned, std::string> printed;

@@ -1,5 +1,5 @@
-// The troubleshooting section of docs/integration.md: each message in a heading is provoked and compared. The
-// messages of tools come from native programs, whatever processor the program under test is for.
+// The headings of the troubleshooting section of docs/integration.md are compared with real error messages.
+// Those of tools come from native programs, regardless of the processor of the program under test.
 
 #include "support/unit.h"
 
@@ -17,13 +17,13 @@ const std::string nativeProgram = BUILD_DIRECTORY "/fobrob";
 
 struct Message
 {
-    std::string heading; // as in the document
-    std::string output;  // of the command that is expected to print it
+    std::string heading; // the expected message
+    std::string output;  // the output that must contain it
 };
 
 using Messages = std::vector<Message>;
 
-// The output of a shell command, each run of white space as one space.
+// Returns the output of a shell command, with each run of whitespace replaced by one space.
 std::string outputOf(const std::string& command)
 {
     const Outcome outcome =
@@ -52,7 +52,8 @@ Messages messagesOfCMake(const TemporaryDirectory& work)
     };
 }
 
-// The output of linking a program with the device library in `directory`, which is shown as /path/to.
+// Links a program with the device library in `directory`. Returns the output, with /path/to for the
+// directory.
 std::string link(const std::string& directory)
 {
     const std::string source = "int Buzzer_setVolume(void); int main(void) { return Buzzer_setVolume(); }";
@@ -82,7 +83,7 @@ Messages messagesOfTheLinker(const TemporaryDirectory& work)
     };
 }
 
-// The output of the native program, or of a changed copy, with the device library in `libraries`.
+// Runs the native program, or a modified copy, with the device library in `libraries`. Returns the output.
 std::string start(const TemporaryDirectory& work, const std::string& program, const std::string& libraries)
 {
     writeFile(work / "fobrob", program);
@@ -96,8 +97,8 @@ std::string forAnotherProcessor(std::string program)
     return program;
 }
 
-// Starts a program that needs a version of the C library that no system has. The version is shown as Debian
-// 12's.
+// Runs a program that requires a version of the C library that no system has. In the result, the version is
+// that of Debian 12.
 std::string startWithOlderLibc(const TemporaryDirectory& work)
 {
     const std::string output = outputOf("cd " + work.path + R"(

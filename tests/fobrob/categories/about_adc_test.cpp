@@ -1,4 +1,4 @@
-// The report of --about=ADC. Its channels, in order, are in command_lines.cpp.
+// The report of --about=ADC. command_lines.cpp lists all channels in order.
 
 #include "support/text.h"
 #include "support/unit.h"

@@ -1,4 +1,4 @@
-// The report of --about=Diagnostic. Its fields, in order, are in command_lines.cpp.
+// The report of --about=Diagnostic. command_lines.cpp lists all fields in order.
 
 #include "support/category_calls.h"
 #include "support/text.h"

@@ -1,4 +1,4 @@
-// The report of --about=EEPROM. Its fields, in order, are in command_lines.cpp.
+// The report of --about=EEPROM. command_lines.cpp lists all fields in order.
 
 #include "support/category_calls.h"
 #include "support/text.h"
@@ -18,7 +18,7 @@ namespace
 
 struct TextField
 {
-    const char* place;
+    const char* path;
     const char* operation;
     const char* label;
 };
@@ -39,23 +39,23 @@ constexpr TextField textFields[] = {
 
 TEST(AboutEeprom, PrintsTextsOfEveryLengthUpToTheBuffer)
 {
-    for (const auto& [place, operation, label] : textFields)
+    for (const auto& [path, operation, label] : textFields)
         for (const std::size_t length : {0u, 1u, 254u, 255u, 256u})
         {
             SCOPED_TRACE(label + std::to_string(length));
             Unit unit;
-            unit.set(place, std::string(length, 'x'));
+            unit.set(path, std::string(length, 'x'));
             EXPECT_EQ(valueAfter(unit.run("--about=EEPROM").output, label), std::string(length, 'x'));
         }
 }
 
 TEST(AboutEeprom, PrintsATextWithoutATerminator)
 {
-    for (const auto& [place, operation, label] : textFields)
+    for (const auto& [path, operation, label] : textFields)
     {
         SCOPED_TRACE(label);
         Unit unit;
-        unit.set(place, std::string(256, 'x') + "never seen");
+        unit.set(path, std::string(256, 'x') + "never seen");
         EXPECT_EQ(valueAfter(unit.run("--about=EEPROM").output, label), std::string(256, 'x'));
     }
 }
@@ -88,11 +88,11 @@ TEST(AboutEeprom, PrintsUtf8Unchanged)
 
 TEST(AboutEeprom, PrintsAFormatStringUnchanged)
 {
-    for (const auto& [place, operation, label] : textFields)
+    for (const auto& [path, operation, label] : textFields)
     {
         SCOPED_TRACE(label);
         Unit unit;
-        unit.set(place, "100 % %d%s%n%%");
+        unit.set(path, "100 % %d%s%n%%");
         EXPECT_EQ(valueAfter(unit.run("--about=EEPROM").output, label), "100 % %d%s%n%%");
     }
 }
@@ -112,7 +112,7 @@ constexpr CountField freshCounts[] = {
     {"videoConnections", "About_getNrOfVideoConnections", "Number of video connections="},
 };
 
-// One that is not written is that of the field before.
+// If the unit writes no count, that of the previous field is printed.
 constexpr CountField keptCounts[] = {
     {"digitalIoConnections", "About_getNrOfDigIOConnections", "Nr of digital I/O connections="},
     {"configurableInputs", "About_getNrOfCfgInConnections", "Nr of Configurable inputs="},

@@ -92,7 +92,7 @@ TEST(AboutRawEeprom, PrintsNothingForAnErasedEeprom)
 
 TEST(AboutRawEeprom, StopsBeforeTheFirstErasedByte)
 {
-    // The last byte that is read is number 4094, counted from 0.
+    // Byte 4094 is the last one that is read.
     for (const std::size_t length : {1u, 2u, 4092u, 4093u, 4094u})
     {
         SCOPED_TRACE(length);

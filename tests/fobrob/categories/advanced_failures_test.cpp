@@ -7,7 +7,7 @@
 namespace
 {
 
-// The calls with the wait that ends all firmware work.
+// Adds the wait that follows if a firmware job is requested.
 Calls withWait(Calls calls)
 {
     calls.push_back("sleep(100)");
@@ -18,7 +18,7 @@ struct Failure
 {
     const char* option;
     const char* operation;
-    const char* label; // with the lines before it
+    const char* label; // including the lines before it
     Calls calls;
 };
 
@@ -73,7 +73,7 @@ TEST(Advanced, WaitsEvenIfAnActionFails)
     {
         SCOPED_TRACE(failure.option);
         if (std::string(failure.option) == "--shutdown" || std::string(failure.option) == "--factory")
-            continue; // firmware work takes precedence
+            continue; // the firmware job takes precedence
         Unit unit;
         unit.fails(failure.operation, 77);
         const Result result = unit.run("--advanced --update=SS " + std::string(failure.option));

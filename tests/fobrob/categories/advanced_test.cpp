@@ -13,7 +13,7 @@ const char* const rescueModeSet =
 const char* const relativePath = "Please enter the full path to the file and not a relative path\n";
 const char* const superuserNeeded = "This feature requires superuser privileges\n";
 
-// All calls of a run that makes the calls `calls`, and waits at the end if firmware work is requested.
+// Returns all calls of a run that makes the calls `calls`. `waits` is set if a firmware job is requested.
 Calls wholeRun(const Calls& calls, bool waits = false)
 {
     Calls work = calls;
@@ -36,7 +36,7 @@ struct Action
     bool isFirmware = false;
 };
 
-// In the order of precedence: the first one requested is performed.
+// In order of precedence: of several actions, the first one is performed.
 const Action actions[] = {
     {"--system_mode",
      "System mode: 0\n",

@@ -22,7 +22,7 @@ TEST(Buzzer, RejectsAnyOtherStatusWord)
               "Invalid argument\n");
 }
 
-// A number is truncated to 16 bits before it is checked, sent and printed.
+// Numbers are truncated to 16 bits before the range check.
 TEST(Buzzer, AcceptsFrequenciesInTheirRange)
 {
     const struct Case

@@ -3,7 +3,8 @@
 namespace
 {
 
-// The help of a unit with `channels` CAN channels, counted from 1: the rows for the first, for each channel.
+// Returns the help on a unit with `channels` channels. It numbers them from 1 and repeats the rows of CAN1
+// for each.
 std::string help(int channels)
 {
     std::string text;
@@ -20,14 +21,14 @@ const std::string optionError = "Invalid option: Only --baudrate and --help are 
 const std::string noBaudrate = "Invalid argument: No baud rate value passed to the option.\n";
 const std::string noChannels = "Invalid argument: No valid arguments could be found.\n";
 
-// The calls before the options are read: they count the channels, "[4]", or fail to.
+// Returns the calls before the options are parsed. They obtain the number of channels: "[4]".
 Calls counting(const std::string& count, unsigned code = 0)
 {
     return {"GetCanSetting() = handle", "GetAbout() = handle",
             "About_getNrOfCANConnections(" + count + ") = " + std::to_string(code), "About_release() = 0"};
 }
 
-// All calls of a run on a unit with `channels` channels that makes `calls` after counting them.
+// Returns all calls of a run on a unit with `channels` channels. `calls` follow the count.
 Calls canCalls(int channels, const Calls& calls = {})
 {
     Calls all = counting("[" + std::to_string(channels) + "]");

@@ -1,6 +1,6 @@
-// The file of an upgrade or a verification.
+// The firmware file of an upgrade or a verification.
 
-#include "firmware_work.h"
+#include "firmware_jobs.h"
 
 #include <chrono>
 #include <filesystem>
@@ -23,7 +23,7 @@ TEST(FirmwareFile, RejectsAFileThatDoesNotExist)
     }
 }
 
-// Their seconds do not fit into 32 bits.
+// As a time stamp, this date does not fit into 32 bits.
 TEST(FirmwareFile, AcceptsFilesDated2040)
 {
     using namespace std::chrono;
@@ -32,17 +32,18 @@ TEST(FirmwareFile, AcceptsFilesDated2040)
     for (const std::string& file : {unit.file(), unit.hex})
     {
         std::filesystem::last_write_time(file, date);
-        ASSERT_EQ(std::filesystem::last_write_time(file), date) << "not a date of this file system";
+        ASSERT_EQ(std::filesystem::last_write_time(file), date)
+            << "the file system does not support this date";
     }
     EXPECT_EQ(unit.run("--lightsensor").output, "Illuminance: 320\n");
-    EXPECT_EQ(works[0].run(unit).output, works[0].beginning() + upgradeProgress + works[0].success);
+    EXPECT_EQ(jobs[0].run(unit).output, jobs[0].beginning() + upgradeProgress + jobs[0].success);
 }
 
 struct Named
 {
     const char* target;
     const char* file;
-    const char* expected; // null where the name is right
+    const char* expected; // null if the extension is correct
 };
 
 TEST(FirmwareFile, UsesTheExtensionAfterTheLastDotOfThePath)
@@ -122,7 +123,7 @@ TEST(FirmwareFile, UsesTheLastFilePath)
     FirmwareUnit unit;
     unit.set("/firmware/statuses", states({6}));
     const Result result = unit.run("--advanced --update=SS --filepath=/missing.hex --filepath=" + unit.hex);
-    EXPECT_EQ(result.output, works[0].beginning() + "Done\n" + ssUpgraded);
+    EXPECT_EQ(result.output, jobs[0].beginning() + "Done\n" + ssUpgraded);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
-// The states of a job: what is printed of them, and when it ends.
+// The output for each state of a job, and the end of the job.
 
-#include "firmware_work.h"
+#include "firmware_jobs.h"
 
 #include <algorithm>
 #include <chrono>
@@ -12,7 +12,7 @@ using nlohmann::json;
 namespace
 {
 
-// A unit that reports the statuses.
+// A unit whose jobs report the given statuses.
 struct ScriptedUnit : FirmwareUnit
 {
     explicit ScriptedUnit(const json& statuses)
@@ -27,7 +27,7 @@ struct ScriptedUnit : FirmwareUnit
     }
 };
 
-// What an upgrade prints while and after the unit reports the statuses.
+// Returns the output of an upgrade that reports the statuses, from the first state on.
 std::string progress(const json& statuses)
 {
     ScriptedUnit unit(statuses);
@@ -149,14 +149,14 @@ TEST(FirmwareProgress, IgnoresTheSecondFieldOfTheStatus)
 
 TEST(FirmwareProgress, ReportsAFailureIdenticallyForAllJobs)
 {
-    for (const Work& work : works)
+    for (const Job& job : jobs)
     {
-        SCOPED_TRACE(work.options);
+        SCOPED_TRACE(job.options);
         FirmwareUnit unit;
         unit.set("/firmware/statuses", script({{5, 0, 77}}));
-        const Result result = work.run(unit);
-        EXPECT_EQ(result.output, work.beginning() + "Verifying\n" + failureReport("Verifying", 77));
-        Calls calls = work.start(unit, 0);
+        const Result result = job.run(unit);
+        EXPECT_EQ(result.output, job.beginning() + "Verifying\n" + failureReport("Verifying", 77));
+        Calls calls = job.start(unit, 0);
         calls.push_back("FirmwareUpgrade_getUpgradeStatus([5, 0, 77], 1) = 0");
         calls.push_back("GetErrorStringA(77) = \"Error 77\"");
         EXPECT_EQ(result.calls, wholeRun(calls));

@@ -1,6 +1,6 @@
-// The question before an upgrade or a verification.
+// The confirmation of an upgrade or a verification.
 
-#include "firmware_work.h"
+#include "firmware_jobs.h"
 #include "support/terminal.h"
 
 #include <chrono>
@@ -10,16 +10,15 @@ namespace
 
 TEST(FirmwareQuestion, AbortsIfTheAnswerIsNo)
 {
-    for (const Work& work : works)
+    for (const Job& job : jobs)
     {
-        SCOPED_TRACE(work.options);
+        SCOPED_TRACE(job.options);
         FirmwareUnit unit;
         unit.input = "no\n";
-        const Result result = work.run(unit);
-        EXPECT_EQ(result.output,
-                  fileCorrect + (work.upgrades() ? upgradeQuestion + "Upgrade aborted.\n"
-                                                 : verificationQuestion + "Verify aborted.\n"));
-        Calls calls = work.start(unit, 0);
+        const Result result = job.run(unit);
+        EXPECT_EQ(result.output, fileCorrect + (job.upgrades() ? upgradeQuestion + "Upgrade aborted.\n"
+                                                               : verificationQuestion + "Verify aborted.\n"));
+        Calls calls = job.start(unit, 0);
         calls.pop_back();
         EXPECT_EQ(result.calls, wholeRun(calls));
     }
@@ -35,16 +34,16 @@ TEST(FirmwareQuestion, AbortsAnUpgradeIfBothAreRequested)
 
 TEST(FirmwareQuestion, AsksNoQuestionWithForce)
 {
-    for (const Work& work : works)
+    for (const Job& job : jobs)
     {
-        SCOPED_TRACE(work.options);
+        SCOPED_TRACE(job.options);
         FirmwareUnit unit;
         unit.set("/firmware/statuses", states({6}));
         unit.input = "no\n";
         const Result result =
-            unit.run("--advanced --force " + std::string(work.options) + " --filepath=" + work.file(unit));
-        EXPECT_EQ(result.output, fileCorrect + (work.upgrades() ? upgradeBegins : verificationBegins) +
-                                     "Done\n" + work.success);
+            unit.run("--advanced --force " + std::string(job.options) + " --filepath=" + job.file(unit));
+        EXPECT_EQ(result.output, fileCorrect + (job.upgrades() ? upgradeBegins : verificationBegins) +
+                                     "Done\n" + job.success);
     }
 }
 
@@ -57,7 +56,7 @@ TEST(FirmwareQuestion, ContinuesOnlyAfterYes)
         SCOPED_TRACE(answer.substr(0, 20));
         FirmwareUnit unit;
         unit.input = answer;
-        EXPECT_EQ(works[0].run(unit).output, works[0].beginning() + upgradeProgress + ssUpgraded);
+        EXPECT_EQ(jobs[0].run(unit).output, jobs[0].beginning() + upgradeProgress + ssUpgraded);
     }
 
     const std::string rejected[] = {"",
@@ -90,8 +89,8 @@ TEST(FirmwareQuestion, ContinuesOnlyAfterYes)
         SCOPED_TRACE(answer.substr(0, 20));
         FirmwareUnit unit;
         unit.input = answer;
-        EXPECT_EQ(works[0].run(unit).output, fileCorrect + upgradeQuestion + "Upgrade aborted.\n");
-        EXPECT_EQ(works[3].run(unit).output, fileCorrect + verificationQuestion + "Verify aborted.\n");
+        EXPECT_EQ(jobs[0].run(unit).output, fileCorrect + upgradeQuestion + "Upgrade aborted.\n");
+        EXPECT_EQ(jobs[3].run(unit).output, fileCorrect + verificationQuestion + "Verify aborted.\n");
     }
 }
 
@@ -136,7 +135,7 @@ TEST(FirmwareQuestion, TreatsEndOfFileOnATerminalAsNo)
     FirmwareUnit unit;
     Terminal terminal(programOn(unit.file(), "--advanced --verify=SS --filepath=" + unit.hex));
     ASSERT_TRUE(terminal.waitFor("Do you wish to continue [yes/no]?"));
-    terminal.type("\x04"); // the end of input
+    terminal.type("\x04"); // Ctrl-D
     EXPECT_EQ(terminal.end(), 0);
     EXPECT_NE(terminal.screen().find("Verify aborted.\n"), std::string::npos) << terminal.screen();
 }

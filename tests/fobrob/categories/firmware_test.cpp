@@ -1,6 +1,6 @@
 // The targets and options of an upgrade or a verification.
 
-#include "firmware_work.h"
+#include "firmware_jobs.h"
 
 namespace
 {
@@ -8,38 +8,37 @@ namespace
 TEST(Firmware, UpgradesAndVerifiesEachTarget)
 {
     FirmwareUnit unit;
-    for (const Work& work : works)
+    for (const Job& job : jobs)
     {
-        SCOPED_TRACE(work.options);
-        EXPECT_EQ(work.run(unit).output, work.beginning() +
-                                             (work.upgrades() ? upgradeProgress : verificationProgress) +
-                                             work.success);
+        SCOPED_TRACE(job.options);
+        EXPECT_EQ(job.run(unit).output,
+                  job.beginning() + (job.upgrades() ? upgradeProgress : verificationProgress) + job.success);
     }
 }
 
 TEST(Firmware, CallsTheOperationsOfEachTargetThenWaitsAndReleases)
 {
-    for (const Work& work : works)
+    for (const Job& job : jobs)
     {
-        SCOPED_TRACE(work.options);
+        SCOPED_TRACE(job.options);
         FirmwareUnit unit;
         unit.set("/firmware/statuses", script({{6, 42, 0}}));
-        Calls calls = work.start(unit, 0);
+        Calls calls = job.start(unit, 0);
         calls.push_back("FirmwareUpgrade_getUpgradeStatus([6, 42, 0], 1) = 0");
-        EXPECT_EQ(work.run(unit).calls, wholeRun(calls));
+        EXPECT_EQ(job.run(unit).calls, wholeRun(calls));
     }
 }
 
 TEST(Firmware, ReportsAFailedStart)
 {
-    for (const Work& work : works)
+    for (const Job& job : jobs)
     {
-        SCOPED_TRACE(work.options);
+        SCOPED_TRACE(job.options);
         FirmwareUnit unit;
-        unit.fails("FirmwareUpgrade_" + std::string(work.operation), 77);
-        const Result result = work.run(unit);
-        EXPECT_EQ(result.output, work.beginning() + work.operation + ": Error 77\n");
-        Calls calls = work.start(unit, 77);
+        unit.fails("FirmwareUpgrade_" + std::string(job.operation), 77);
+        const Result result = job.run(unit);
+        EXPECT_EQ(result.output, job.beginning() + job.operation + ": Error 77\n");
+        Calls calls = job.start(unit, 77);
         calls.push_back("GetErrorStringA(77) = \"Error 77\"");
         EXPECT_EQ(result.calls, wholeRun(calls));
     }
@@ -60,14 +59,14 @@ TEST(Firmware, CallsTheOperationOfANullHandle)
 
 TEST(Firmware, SuppressesOutputIfTheErrorOfAFailedStartHasNoText)
 {
-    for (const Work& work : works)
+    for (const Job& job : jobs)
     {
-        SCOPED_TRACE(work.options);
+        SCOPED_TRACE(job.options);
         FirmwareUnit unit(R"({"errorTexts": {"77": null}})");
-        unit.fails("FirmwareUpgrade_" + std::string(work.operation), 77);
-        const Result result = work.run(unit);
-        EXPECT_EQ(result.output, work.beginning() + work.operation + ": ");
-        Calls calls = work.start(unit, 77);
+        unit.fails("FirmwareUpgrade_" + std::string(job.operation), 77);
+        const Result result = job.run(unit);
+        EXPECT_EQ(result.output, job.beginning() + job.operation + ": ");
+        Calls calls = job.start(unit, 77);
         calls.push_back("GetErrorStringA(77) = null");
         EXPECT_EQ(result.calls, wholeRun(calls));
     }
@@ -103,18 +102,18 @@ TEST(Firmware, AcceptsTheTargetInAnyCase)
     const struct
     {
         const char* word;
-        const Work& work;
-    } cases[] = {{"ss", works[0]},    {"Ss", works[0]},    {"sS", works[0]},
-                 {"Fpga", works[1]},  {"fpga", works[1]},  {"fPGA", works[1]},
-                 {"front", works[2]}, {"FRONT", works[2]}, {"fRoNt", works[2]}};
-    for (const auto& [word, work] : cases)
+        const Job& job;
+    } cases[] = {{"ss", jobs[0]},    {"Ss", jobs[0]},    {"sS", jobs[0]},
+                 {"Fpga", jobs[1]},  {"fpga", jobs[1]},  {"fPGA", jobs[1]},
+                 {"front", jobs[2]}, {"FRONT", jobs[2]}, {"fRoNt", jobs[2]}};
+    for (const auto& [word, job] : cases)
     {
         SCOPED_TRACE(word);
         FirmwareUnit unit;
         unit.set("/firmware/statuses", states({6}));
         const Result result =
-            unit.run("--advanced --update=" + std::string(word) + " --filepath=" + work.file(unit));
-        EXPECT_EQ(result.output, work.beginning() + "Done\n" + work.success);
+            unit.run("--advanced --update=" + std::string(word) + " --filepath=" + job.file(unit));
+        EXPECT_EQ(result.output, job.beginning() + "Done\n" + job.success);
     }
 }
 
@@ -137,20 +136,20 @@ TEST(Firmware, UpgradesTheLastTargetIfBothAreRequested)
     const struct
     {
         const char* options;
-        const Work& work;
+        const Job& job;
     } cases[] = {
-        {"--update=SS --verify=FPGA", works[1]},  {"--verify=FPGA --update=SS", works[0]},
-        {"--verify=SS --update=Front", works[2]}, {"--update=SS --update=FPGA", works[1]},
-        {"--verify=SS --verify=FPGA", works[4]},  {"--update= --verify=ss", works[0]},
+        {"--update=SS --verify=FPGA", jobs[1]},  {"--verify=FPGA --update=SS", jobs[0]},
+        {"--verify=SS --update=Front", jobs[2]}, {"--update=SS --update=FPGA", jobs[1]},
+        {"--verify=SS --verify=FPGA", jobs[4]},  {"--update= --verify=ss", jobs[0]},
     };
-    for (const auto& [options, work] : cases)
+    for (const auto& [options, job] : cases)
     {
         SCOPED_TRACE(options);
         FirmwareUnit unit;
         unit.set("/firmware/statuses", states({6}));
         const Result result =
-            unit.run("--advanced " + std::string(options) + " --filepath=" + work.file(unit));
-        EXPECT_EQ(result.output, work.beginning() + "Done\n" + work.success);
+            unit.run("--advanced " + std::string(options) + " --filepath=" + job.file(unit));
+        EXPECT_EQ(result.output, job.beginning() + "Done\n" + job.success);
     }
 }
 
@@ -196,24 +195,24 @@ TEST(Firmware, TreatsAnyNonzeroFlagAsADisplay)
 {
     FirmwareUnit unit(R"({"about": {"display": 128}})");
     unit.set("/firmware/statuses", states({6}));
-    EXPECT_EQ(works[2].run(unit).output, works[2].beginning() + "Done\n" + works[2].success);
+    EXPECT_EQ(jobs[2].run(unit).output, jobs[2].beginning() + "Done\n" + jobs[2].success);
 }
 
 TEST(Firmware, NeedsNoDisplayForTheOtherTargets)
 {
     FirmwareUnit unit(R"({"about": {"display": false}})");
-    EXPECT_EQ(works[0].run(unit).output, works[0].beginning() + upgradeProgress + works[0].success);
-    EXPECT_EQ(works[1].run(unit).output, works[1].beginning() + upgradeProgress + works[1].success);
+    EXPECT_EQ(jobs[0].run(unit).output, jobs[0].beginning() + upgradeProgress + jobs[0].success);
+    EXPECT_EQ(jobs[1].run(unit).output, jobs[1].beginning() + upgradeProgress + jobs[1].success);
 }
 
 TEST(Firmware, RequiresTheSuperuser)
 {
-    for (const Work& work : works)
+    for (const Job& job : jobs)
     {
-        SCOPED_TRACE(work.options);
+        SCOPED_TRACE(job.options);
         FirmwareUnit unit;
         unit.userId = 1000;
-        const Result result = work.run(unit);
+        const Result result = job.run(unit);
         EXPECT_EQ(result.output, "This feature requires superuser privileges\n");
         EXPECT_EQ(result.calls, (Calls{"GetFirmwareUpgrade() = handle", "GetAbout() = handle"}));
     }

@@ -156,7 +156,7 @@ TEST(Led, AcceptsDutyCyclesInTheirRange)
 TEST(Led, RejectsDutyCyclesOutsideTheirRange)
 {
     Unit unit;
-    // Whatever the width of a long: 4294967346 is 50 in its low half, and so is -4294967246.
+    // The low 32 bits of 4294967346 and of -4294967246 are 50, which is in range.
     for (const std::string value :
          {"101", "-1", "-100", "200", "256", "356", "65536", "-256", "4294967296", "4294967346",
           "-4294967246", "18446744073709551666", "-99999999999999999999"})
@@ -264,7 +264,8 @@ TEST(Led, SendsTheIdleTimeInUnitsOf100Milliseconds)
 
 TEST(Led, ClampsAnIdleTimeToTheRangeOfLong)
 {
-    const bool wide = isProgram64Bit(); // else it is 2147483647, which is no multiple of 100
+    const bool wide =
+        isProgram64Bit(); // otherwise it is clamped to 2147483647, which is not a multiple of 100
     Unit unit;
     const Result result = unit.run("--led --idletime=4294967300");
     EXPECT_EQ(result.output, wide ? "LED idle time set to: 4294967300\n" : idleTimeError);

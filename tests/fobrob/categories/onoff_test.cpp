@@ -6,12 +6,12 @@
 namespace
 {
 
-// The settings that are an action.
+// The settings whose values are actions.
 struct ActionSetting
 {
     std::string option;
     std::string operation;
-    std::string place;
+    std::string path;
     std::string readLabel;
     std::string setLabel;
 };
@@ -47,7 +47,7 @@ TEST(OnOff, AcceptsEveryActionInAnyCase)
                 EXPECT_EQ(result.output, each.setLabel + action.word + "\n");
                 EXPECT_EQ(result.calls,
                           callsOn("Config", {"Config_set" + each.operation + "(" + action.number + ") = 0"}));
-                EXPECT_EQ(unit[each.place], action.stored);
+                EXPECT_EQ(unit[each.path], action.stored);
             }
 }
 
@@ -57,7 +57,7 @@ TEST(OnOff, PrintsEveryAction)
     for (const ActionSetting& each : actionSettings)
         for (const Action& action : actions)
         {
-            unit.set(each.place, action.stored);
+            unit.set(each.path, action.stored);
             EXPECT_EQ(unit.run("--onoff " + each.option).output, each.readLabel + action.word + "\n");
         }
 }
@@ -69,7 +69,7 @@ TEST(OnOff, PrintsOtherActionsAsUndefined)
         for (const int action : {-1, 3, 7, 10})
         {
             SCOPED_TRACE(action);
-            unit.set(each.place, action);
+            unit.set(each.path, action);
             EXPECT_EQ(unit.run("--onoff " + each.option).output, each.readLabel + "UNDEFINED ACTION\n");
         }
 }
@@ -89,7 +89,7 @@ TEST(OnOff, ContinuesAfterARejectedAction)
         }
 }
 
-// The settings that are a time of 16 bits.
+// The settings whose values are 16-bit times.
 struct TimeSetting
 {
     std::string option;

@@ -8,7 +8,8 @@ namespace
 
 const char* const modeRequired = "Invalid argument: Current or Startup must be selected.\n";
 
-// The argument of the category: what its lines begin with, its operations, and its keys in the unit's file.
+// A value of --power: the beginning of its lines, the names of its operations and its path in the unit's
+// file.
 struct Mode
 {
     const char* name;
@@ -16,7 +17,7 @@ struct Mode
     std::string heading;
     std::string module;
     std::string suffix;
-    std::string place;
+    std::string path;
 };
 
 std::ostream& operator<<(std::ostream& stream, const Mode& mode)
@@ -38,7 +39,7 @@ protected:
         return unit.run("--power=" + GetParam().argument + " " + options);
     }
 
-    // "Video", "Can" or "ExtFan".
+    // Return the name of an operation. `member` is "Video", "Can" or "ExtFan".
     static std::string get(const std::string& member)
     {
         return GetParam().module + "get" + member + GetParam().suffix;
@@ -49,18 +50,18 @@ protected:
         return GetParam().module + "set" + member + GetParam().suffix;
     }
 
-    // A line of the mode.
+    // Returns a line of output.
     static std::string line(const std::string& text)
     {
         return GetParam().heading + text + "\n";
     }
 
-    static std::string place(const std::string& key)
+    static std::string path(const std::string& key)
     {
-        return GetParam().place + "/" + key;
+        return GetParam().path + "/" + key;
     }
 
-    // All calls of a run that makes the calls `work`.
+    // Returns all calls of a run that makes the calls `work`.
     static Calls within(Calls work)
     {
         work.insert(work.begin(), {"GetPower() = handle", "GetConfig() = handle"});
@@ -83,13 +84,13 @@ TEST_P(Power, ChangesOneChannelAndKeepsTheOthers)
                 SCOPED_TRACE(option + " on " + std::to_string(mask));
                 const int bit = 1 << (channel - 1);
                 const int changed = enable ? mask | bit : mask & ~bit;
-                unit.set(place("video"), mask);
+                unit.set(path("video"), mask);
                 const Result result = run(option);
                 EXPECT_EQ(result.output, line("Video channel " + std::to_string(channel) +
                                               " power status set to " + word + "."));
                 EXPECT_EQ(result.calls, within({get("Video") + "([" + std::to_string(mask) + "]) = 0",
                                                 set("Video") + "(" + std::to_string(changed) + ") = 0"}));
-                EXPECT_EQ(unit[place("video")], changed);
+                EXPECT_EQ(unit[path("video")], changed);
             }
 }
 
@@ -106,7 +107,7 @@ TEST_P(Power, ReadsTheMaskAgainForEachChannel)
 
 TEST_P(Power, SendsTheUpperBitsOfTheMaskBackUnchanged)
 {
-    unit.set(place("video"), 0xF5);
+    unit.set(path("video"), 0xF5);
     const Result result = run("--vchannel2=Enable --vchannel1=Disable");
     EXPECT_EQ(result.output, "setVideoPowerStatus: The value is out of range\n"
                              "setVideoPowerStatus: The value is out of range\n");
@@ -145,7 +146,7 @@ TEST_P(Power, PrintsEveryStateExcept1AsDisabled)
     for (const int state : {0, 2, -1, 256})
     {
         SCOPED_TRACE(state);
-        unit.set(GetParam().place, {{"can", state}, {"externalFan", state}});
+        unit.set(GetParam().path, {{"can", state}, {"externalFan", state}});
         EXPECT_EQ(run("--can --extfan").output,
                   line("CAN power status: Disabled.") + line("External fan power status: Disabled."));
     }
@@ -173,7 +174,7 @@ TEST_P(Power, ContinuesAfterAFailedChangeOfAChannel)
     const Result result = run("--vchannel1=Disable --vchannel2=Disable");
     EXPECT_EQ(result.output,
               "setVideoPowerStatus: Error 77\n" + line("Video channel 2 power status set to Disable."));
-    EXPECT_EQ(unit[place("video")], 13);
+    EXPECT_EQ(unit[path("video")], 13);
 }
 
 TEST_P(Power, PrintsTheStateOfCanAfterAFailedReadOfTheFan)
@@ -186,7 +187,7 @@ TEST_P(Power, PrintsTheStateOfCanAfterAFailedReadOfTheFan)
     for (const auto& [can, shown] : cases)
     {
         SCOPED_TRACE(can);
-        unit.set(GetParam().place, {{"can", can}, {"externalFan", true}});
+        unit.set(GetParam().path, {{"can", can}, {"externalFan", true}});
         unit.fails(get("ExtFan"), 77);
         EXPECT_EQ(run("--can --extfan").output, line(std::string("CAN power status: ") + shown) +
                                                     "getExtFanPowerStatus: Error 77\n" +
@@ -196,7 +197,7 @@ TEST_P(Power, PrintsTheStateOfCanAfterAFailedReadOfTheFan)
 
 TEST_P(Power, PrintsTheFanAsDisabledAfterAFailedReadWithoutAStateOfCan)
 {
-    unit.set(place("externalFan"), true);
+    unit.set(path("externalFan"), true);
     unit.fails(get("ExtFan"), 77);
     const std::string expected =
         "getExtFanPowerStatus: Error 77\n" + line("External fan power status: Disabled.");

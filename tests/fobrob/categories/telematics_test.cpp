@@ -5,7 +5,7 @@
 namespace
 {
 
-// A row of the settings, with its keys in the unit's file.
+// A setting of a radio, with its paths in the unit's file.
 struct RadioSetting
 {
     std::string option;
@@ -18,7 +18,7 @@ struct RadioSetting
     std::string mountedKey;
 };
 
-// The text up to the colon and the space after it.
+// Returns the text up to and including the first colon and space.
 std::string label(const std::string& output)
 {
     return output.substr(0, output.find(": ") + 2);

@@ -6,7 +6,7 @@
 namespace
 {
 
-// A setting that holds a value, as a healthy unit has it.
+// A setting with its value on a healthy unit.
 struct Setting
 {
     std::string number;

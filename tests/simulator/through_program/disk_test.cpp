@@ -12,7 +12,7 @@ namespace
 
 constexpr const char* cannotBeWritten = "setVolume: The unit file cannot be written\n";
 constexpr const char* cannotMount =
-    "Mounting needs root, and in a container a capability. Store.KeepsTheFileOnAFullDisk and "
+    "Mounting requires root and, in a container, CAP_SYS_ADMIN. Store.KeepsTheFileOnAFullDisk and "
     "Store.ReadsInAReadOnlyDirectory test the same with a resource limit and with permissions.";
 
 Outcome runOn(const std::string& unit, const std::string& arguments)
@@ -25,7 +25,7 @@ std::string diagnostic(const std::string& file, const std::string& what)
     return "libqv-aux2: " + file + ": " + what + "\n";
 }
 
-// Leaves this number of pages and inodes free.
+// Fills the disk until only this number of pages and inodes is free.
 void fill(const PrivateMount& disk, unsigned long pages, unsigned long inodes)
 {
     struct statvfs state
@@ -33,12 +33,12 @@ void fill(const PrivateMount& disk, unsigned long pages, unsigned long inodes)
     };
     ASSERT_EQ(statvfs(disk.path().c_str(), &state), 0);
     writeFile(disk / "ballast", std::string((state.f_bavail - pages) * state.f_bsize, 'x'));
-    for (unsigned long i = 1; i < state.f_ffree - inodes; ++i) // the ballast takes one
+    for (unsigned long i = 1; i < state.f_ffree - inodes; ++i) // one is used by "ballast"
         writeFile(disk / ("ballast" + std::to_string(i)), "");
 }
 
 // A change needs an inode for the lock, and one inode and two pages for the new file.
-// Store.KeepsTheFileOnAFullDisk needs no root.
+// Store.KeepsTheFileOnAFullDisk does not require root.
 TEST(Disk, KeepsTheUnitWhenFull)
 {
     const struct

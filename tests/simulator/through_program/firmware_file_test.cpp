@@ -41,7 +41,7 @@ TEST(FirmwareFile, ReportsTheLineOfAnInvalidRecord)
         {":00000000FF\n", "Reading File", badChecksum},
         {":0100000001FF\n", "Reading File", badChecksum},
         {hexRecord(1, 0, "x"), "Reading File", badLength}, // an end record with data
-        {hexRecord(2, 0, "x"), "Reading File", badLength}, // wrong size of the address
+        {hexRecord(2, 0, "x"), "Reading File", badLength}, // an address of the wrong size
         {hexRecord(3, 0, "xyz"), "Reading File", badLength},
         {hexRecord(4, 0, "xyz"), "Reading File", badLength},
         {hexRecord(5, 0, "xyzxy"), "Reading File", badLength},
@@ -137,7 +137,7 @@ TEST(FirmwareFile, MayEndAtTheLastAddress)
     EXPECT_EQ(upgrade(unit, hexFile("ab", 0xFFFFFFFE)), upgraded);
 }
 
-// The file is sparse and takes no room.
+// The file is sparse and takes no space.
 TEST(FirmwareFile, MustNotBeLargerThanTheLargestImage)
 {
     constexpr std::uintmax_t limit = std::uintmax_t{512} << 20;
@@ -203,7 +203,7 @@ TEST(FirmwareFile, IsReadQuickly)
     EXPECT_LT(Clock::now() - begin, std::chrono::seconds(10));
 }
 
-// Converts a binary file with srec_cat from the package srecord.
+// Converts a binary file with srec_cat, which is in the package srecord.
 std::string convert(const std::string& content, const std::string& name,
                     const std::vector<std::string>& options)
 {
@@ -232,7 +232,7 @@ TEST(FirmwareFile, MayBeAnMcsFileFromAnotherTool)
     const std::string content = randomBytes(200000);
     FirmwareUnit unit;
     writeFile(unit.mcs, convert(content, "firmware.mcs", {"-address-length=3"}));
-    ASSERT_TRUE(readFile(unit.mcs).starts_with(":02000002")) << "not in segments";
+    ASSERT_TRUE(readFile(unit.mcs).starts_with(":02000002")) << "expected an extended segment address record";
     unit.run("--advanced --update=FPGA --force --filepath=" + unit.mcs);
     EXPECT_EQ(unit["/firmware/fpga/bytes"], content.size());
     writeFile(unit.mcs, hexFile(content));

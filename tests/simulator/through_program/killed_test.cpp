@@ -1,4 +1,4 @@
-// Processes that are killed at each of their system calls.
+// Kills processes at each of their system calls.
 
 #include "support/killer.h"
 #include "support/unit.h"
@@ -11,7 +11,7 @@ namespace
 
 constexpr auto readableByAll = std::filesystem::perms(0444);
 
-// The lock file of a killed process must be usable for other users, whatever the umask was.
+// The lock file of a killed process must be usable by other users, regardless of the umask.
 bool isLockUsableForAll(const Unit& unit)
 {
     const std::string lock = unit.file() + ".lock";

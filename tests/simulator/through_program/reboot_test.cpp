@@ -5,7 +5,7 @@
 namespace
 {
 
-// Settings that all differ from the defaults.
+// All these settings differ from the defaults.
 const char* const changed = R"({
     "buzzer": {"frequency": 800, "volume": 5, "enabled": true},
     "backlight": {"intensity": 7, "automatic": true, "filter": [2, 3, 4, 5], "ledDimming": true},
@@ -22,7 +22,7 @@ const char* const changed = R"({
                    "bluetooth": {"power": false, "startupPower": false}}
 })";
 
-// Returns what the categories print about all settings, by line.
+// Returns the lines that the categories print for all settings.
 std::vector<std::string> settings(Unit& unit)
 {
     std::vector<std::string> lines;

@@ -18,7 +18,7 @@ constexpr const char* cannotBeWritten = "setVolume: The unit file cannot be writ
 constexpr const char* cannotBeRead = "getVolume: The unit file cannot be read\n";
 constexpr const char* isNotValid = "getVolume: The unit file is not valid\n";
 
-// Runs the program with these variables and without QVAUX_UNIT.
+// Runs the program with these environment variables and without QVAUX_UNIT.
 Outcome runIn(const std::map<std::string, std::string>& environment, const std::string& arguments)
 {
     Command command = programOn("", arguments);
@@ -37,7 +37,7 @@ Outcome runUnprivileged(const std::string& unit, const std::string& arguments)
     return Nobody().run(programOn(unit, arguments));
 }
 
-// Limits files to 2048 bytes, as a full disk would.
+// Simulates a full disk by limiting the file size to 2048 bytes.
 Outcome runOnFullDisk(const std::string& unit, const std::string& arguments)
 {
     return runCommand(throughShell("trap '' XFSZ; ulimit -f 4; exec \"$@\"", programOn(unit, arguments)));
@@ -89,7 +89,7 @@ TEST(Store, DoesNotWriteTheFileIfNothingChanges)
     EXPECT_EQ(statusOf(unit.file()).st_ino, before);
 }
 
-// Locations.
+// Location of the unit file.
 
 TEST(Store, PrefersItsOwnVariable)
 {
@@ -198,7 +198,7 @@ TEST(Store, LocksTheTargetOfALink)
     EXPECT_EQ(unit["/faults/Buzzer_getVolume/skip"], 1000 - 32);
 }
 
-// Unusable files.
+// Files that cannot be used.
 
 TEST(Store, RejectsALinkToItself)
 {
@@ -298,7 +298,7 @@ TEST(Store, CreatesNoDirectoryInOneThatCannotBeRead)
     EXPECT_FALSE(fileExists(directory / "state"));
 }
 
-// The lock file exists, so the new file is the first that cannot be created.
+// The lock file exists, so the new file is the first one that must be created.
 TEST(Store, KeepsTheFileIfTheNewOneCannotBeCreated)
 {
     Unit unit(R"({"buzzer": {"volume": 5}})");

@@ -1,4 +1,4 @@
-// Upgrades and verifications of the System Supervisor's firmware through the program, and what they print.
+// Upgrades and verifications of the System Supervisor with the program, and their output.
 
 #pragma once
 
@@ -20,18 +20,18 @@ inline const std::string verified =
     "SS successfully verified. \n"
     "Please shut down the computer and cut the power in order to restart the SS.\n";
 
-// What is printed if the job fails in the state.
+// Return the output of a job that fails in the state.
 std::string upgradeFailed(const std::string& state, const std::string& error);
 std::string verificationFailed(const std::string& state, const std::string& error);
 
 inline const std::string differs =
     verificationFailed("Verifying", "The firmware in the target differs from the file");
 
-// Runs the job on a file with the text. Returns the output.
+// Run the job on a file with this content. Return the output.
 std::string upgrade(FirmwareUnit& unit, const std::string& text);
 std::string verify(FirmwareUnit& unit, const std::string& text);
 
-// A command that runs in parallel with the test. The destructor kills it.
+// A command that runs in the background. The destructor kills it.
 class Running
 {
 public:
@@ -43,5 +43,5 @@ private:
     int process;
 };
 
-// Waits until the condition is true. Returns false if that takes more than 30 seconds.
+// Waits until the condition is true. Returns false after 30 seconds.
 bool becomesTrue(const std::function<bool()>& condition);

@@ -1,5 +1,5 @@
-// Two users of one unit: the user of the tests, and nobody. Without root both are the user of the tests, who
-// owns every file.
+// Two users of one unit: the user that runs the tests, and nobody. If the tests do not run as root, both are
+// the user that runs the tests and owns every file.
 
 #include "support/unit.h"
 
@@ -26,6 +26,7 @@ struct stat statusOf(const std::string& file)
     return status;
 }
 
+// Changes the mode and, if the tests run as root, the owner.
 void give(const std::string& file, uid_t user, mode_t mode)
 {
     ASSERT_TRUE(chown(file.c_str(), user, static_cast<gid_t>(-1)) == 0 || !isRoot());
@@ -35,18 +36,18 @@ void give(const std::string& file, uid_t user, mode_t mode)
 class Users : public testing::Test
 {
 protected:
-    Outcome run(uid_t user, const std::string& arguments, mode_t umaskOfIt)
+    Outcome run(uid_t user, const std::string& arguments, mode_t mask)
     {
         const Command command = programOn(unit.file(), arguments);
-        const mode_t mask = umask(umaskOfIt);
+        const mode_t previous = umask(mask);
         Outcome outcome = user == nobody ? other.run(command) : runCommand(command);
-        umask(mask);
+        umask(previous);
         return outcome;
     }
 
-    Outcome change(uid_t user, mode_t umaskOfIt = 022)
+    Outcome change(uid_t user, mode_t mask = 022)
     {
-        return run(user, "--buzzer --volume=40", umaskOfIt);
+        return run(user, "--buzzer --volume=40", mask);
     }
 
     Outcome startJob(uid_t user)
@@ -72,11 +73,11 @@ TEST_F(Users, NeedPermissionForTheFile)
     for (const uid_t owner : {uid_t{0}, nobody})
         for (const mode_t mode : {0600u, 0644u, 0666u})
             for (const uid_t first : {uid_t{0}, nobody})
-                for (mode_t umaskOfAll : {022u, 077u})
+                for (mode_t mask : {022u, 077u})
                 {
                     SCOPED_TRACE(testing::Message()
-                                 << "of " << owner << ", mode " << std::oct << mode << ", first " << std::dec
-                                 << first << ", umask " << std::oct << umaskOfAll);
+                                 << "owner " << owner << ", mode " << std::oct << mode << ", first user "
+                                 << std::dec << first << ", umask " << std::oct << mask);
                     std::filesystem::remove(unit.file() + ".lock");
                     uid_t ownerNow = owner;
                     for (const uid_t user : {first, first == 0 ? nobody : uid_t{0}})
@@ -84,7 +85,7 @@ TEST_F(Users, NeedPermissionForTheFile)
                         writeFile(unit.file(), before);
                         give(unit.file(), ownerNow, mode);
                         const bool may = !isRoot() || user == 0 || user == ownerNow || mode == 0666;
-                        EXPECT_EQ(change(user, umaskOfAll).output == changed, may) << user;
+                        EXPECT_EQ(change(user, mask).output == changed, may) << user;
                         EXPECT_EQ(readFile(unit.file()) != before, may) << user;
                         EXPECT_EQ(statusOf(unit.file()).st_mode & 0777, mode) << user;
                         if (may && user == nobody)
@@ -103,7 +104,7 @@ TEST_F(Users, GrantNothingToAGroupThatCannotBeKept)
     EXPECT_EQ(statusOf(unit.file()).st_mode & 0777, isForeign ? 0600u : 0660u);
 }
 
-// Only root and the owner can keep a list: for anyone else, the change is refused.
+// Only root and the owner can keep the list. The change fails for anyone else.
 TEST_F(Users, GetAnErrorIfTheyCannotKeepAnAccessControlList)
 {
     give(unit.file(), 0, 0600);
@@ -114,7 +115,7 @@ TEST_F(Users, GetAnErrorIfTheyCannotKeepAnAccessControlList)
                    .status == 0;
     };
     if (!setList())
-        GTEST_SKIP() << "no access control list can be set here";
+        GTEST_SKIP() << "the file system does not support access control lists";
     const Outcome outcome = change(nobody);
     EXPECT_EQ(outcome.output == changed, !isRoot());
     EXPECT_EQ(outcome.errors,
@@ -123,7 +124,7 @@ TEST_F(Users, GetAnErrorIfTheyCannotKeepAnAccessControlList)
     EXPECT_FALSE(fileExists(unit.file() + ".new"));
 }
 
-// In a sticky directory such as /tmp, everyone can create files but only remove their own.
+// In a sticky directory such as /tmp, everyone can create files but remove only their own.
 TEST_F(Users, MustOwnTheFileInAStickyDirectory)
 {
     chmod(unit.directory.path.c_str(), 01777);
@@ -139,8 +140,7 @@ TEST_F(Users, MustOwnTheFileInAStickyDirectory)
     EXPECT_EQ(change(nobody).output, changed);
 }
 
-// In a sticky directory, the kernel refuses O_CREAT for files of other users, even to root
-// (fs.protected_regular).
+// In a sticky directory, even root cannot open files of other users with O_CREAT (fs.protected_regular).
 TEST_F(Users, CanLockAFileOfAnotherUserInAStickyDirectory)
 {
     chmod(unit.directory.path.c_str(), 01777);
@@ -150,7 +150,7 @@ TEST_F(Users, CanLockAFileOfAnotherUserInAStickyDirectory)
     EXPECT_EQ(statusOf(unit.file()).st_uid, isRoot() ? nobody : getuid());
 }
 
-// As with fs.protected_symlinks, even where the kernel does not have that set.
+// The library applies the rule of fs.protected_symlinks even if it is not set.
 TEST_F(Users, FollowNoLinkOfAnotherUserInAStickyDirectory)
 {
     const TemporaryDirectory target;

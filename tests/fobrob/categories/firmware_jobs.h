@@ -1,4 +1,4 @@
-// Upgrades and verifications of each target: what they print and call.
+// The upgrade and the verification of each target, with their output and calls.
 
 #pragma once
 
@@ -16,16 +16,15 @@ inline const std::string ssUpgraded =
     "SS successfully upgraded. \n"
     "Please shut down the computer and cut the power in order for the update to take effect.\n";
 
-// All calls of a run: `calls` after obtaining the handles, then the wait and the releases that end all
-// firmware work.
+// Returns all calls of a run: the handles, `calls`, the wait after every job, and the releases.
 inline Calls wholeRun(const Calls& calls)
 {
-    Calls work = calls;
-    work.push_back("sleep(100)");
-    return callsOf("--advanced", work);
+    Calls all = calls;
+    all.push_back("sleep(100)");
+    return callsOf("--advanced", all);
 }
 
-// The statuses that a unit reports. It repeats the last one.
+// Returns statuses for the key /firmware/statuses. The unit repeats the last one.
 inline nlohmann::json script(std::initializer_list<UpgradeStatus> list)
 {
     nlohmann::json statuses = nlohmann::json::array();
@@ -34,7 +33,7 @@ inline nlohmann::json script(std::initializer_list<UpgradeStatus> list)
     return statuses;
 }
 
-// Statuses with these states and no error.
+// Returns statuses with these states and no error.
 inline nlohmann::json states(std::initializer_list<int> list)
 {
     nlohmann::json statuses = nlohmann::json::array();
@@ -43,7 +42,7 @@ inline nlohmann::json states(std::initializer_list<int> list)
     return statuses;
 }
 
-struct Work
+struct Job
 {
     const char* options;   // "--update=SS"
     const char* extension; // "hex"
@@ -70,14 +69,14 @@ struct Work
         return unit.run("--advanced " + std::string(options) + " --filepath=" + file(unit));
     }
 
-    // What is printed up to the start of the job.
+    // Returns the output before the job is started.
     std::string beginning() const
     {
         return upgrades() ? fileCorrect + upgradeQuestion + upgradeBegins
                           : fileCorrect + verificationQuestion + verificationBegins;
     }
 
-    // The calls up to the start of the job, which returns `code`.
+    // Returns the calls up to the one that starts the job and returns `code`.
     Calls start(const FirmwareUnit& unit, unsigned code) const
     {
         Calls calls;
@@ -89,7 +88,7 @@ struct Work
     }
 };
 
-inline const Work works[] = {
+inline const Job jobs[] = {
     {"--update=SS", "hex", "startSSUpgrade",
      "SS successfully upgraded. \n"
      "Please shut down the computer and cut the power in order for the update to take effect.\n"},
