@@ -1,4 +1,4 @@
-// The sessions, scripts and unit files that manual pages and documents show.
+// The sessions, scripts and unit files in the manual pages and documents.
 
 #include "support/snippets.h"
 #include "support/unit.h"
@@ -13,7 +13,7 @@ using testing::HasSubstr;
 
 const char* const firmware = ":0100000001FE\n:00000001FF\n";
 
-// The displays of a manual page, without escapes.
+// Returns the display blocks of a manual page, without escapes.
 std::vector<std::string> displays(const std::string& page)
 {
     const std::string text = readFile(PROJECT_DIRECTORY "/man/" + page);
@@ -26,7 +26,7 @@ std::vector<std::string> displays(const std::string& page)
     return shown;
 }
 
-// The display that contains `part`.
+// Returns the display block that contains `part`.
 std::string shown(const std::string& page, const std::string& part)
 {
     for (const std::string& display : displays(page))
@@ -60,7 +60,7 @@ std::vector<Step> stepsOf(const std::string& session)
     return steps;
 }
 
-// A session that shows a file which does not exist creates it.
+// If a session prints a file that does not exist, the file is created.
 void expectSession(const Unit& unit, const std::string& session)
 {
     const std::string show = "cat ";

@@ -22,7 +22,7 @@ std::string example(const std::string& name)
     return PROJECT_DIRECTORY "/examples/" + name;
 }
 
-// Everything in examples/.
+// Returns the names of all files in examples/.
 std::vector<std::string> exampleFiles()
 {
     std::vector<std::string> contents;
@@ -31,7 +31,7 @@ std::vector<std::string> exampleFiles()
     return contents;
 }
 
-// The commands of the document, as one script.
+// Returns the commands of the document as one script.
 std::string commands()
 {
     const std::vector<std::string> files = exampleFiles();
@@ -42,7 +42,7 @@ std::string commands()
     return script;
 }
 
-// The part of `text` between the first `begin` and the next `end`.
+// Returns the part of `text` between the first `begin` and the next `end`.
 std::string between(const std::string& begin, const std::string& end, const std::string& text)
 {
     const std::size_t at = text.find(begin);
@@ -65,7 +65,7 @@ TEST(Integration, ShowsEveryExample)
     EXPECT_THAT(shown, testing::IsSupersetOf(exampleFiles()));
 }
 
-// The preset of the build under test, which selects a linker for its processor.
+// Returns the preset of the build under test. It selects the linker for the processor.
 std::string preset()
 {
     const std::string name = std::filesystem::path(buildDirectory()).filename();
@@ -74,8 +74,8 @@ std::string preset()
     return known ? name : "release";
 }
 
-// The simulated unit without a SONAME takes the part of the unit's library. It is removed after the build:
-// the program must not look for it there.
+// The device library is the simulated unit without a SONAME. It is removed after the build, because the
+// program must not search for it in that directory.
 TEST(Integration, BuildsAndInstallsWithTheCommandsOfTheDocument)
 {
     namespace fs = std::filesystem;
@@ -104,7 +104,7 @@ TEST(Integration, BuildsAndInstallsWithTheCommandsOfTheDocument)
     EXPECT_EQ(runCommand(command).output, "Illuminance: 320\n");
 }
 
-// Always the native program: the command does not use the emulator.
+// Tests the native program, because the command does not use the emulator.
 TEST(Scripting, RunsTheExampleOnTheSimulatedUnit)
 {
     std::string script;
@@ -134,7 +134,7 @@ TEST(Integration, GivesCMakeOnlyVariablesOfTheProjectInTheRecipe)
                 HasSubstr("QV_AUX2_LIBRARY:FILEPATH=" + simulatorDirectory() + "/libqv-aux2.so.2.11\n"));
 }
 
-// The program, its manual page and the service are packaged by default. FILES has to name the rest.
+// The program, its manual page and the service are packaged by default. FILES must list the other files.
 TEST(Integration, PackagesEveryInstalledFileInTheRecipe)
 {
     const TemporaryDirectory image;
@@ -168,12 +168,12 @@ TEST(Integration, NamesTheRecipeAfterTheVersion)
     EXPECT_TRUE(fileExists(example("fobrob_2.9.0.bb")));
 }
 
-// The command of the service, as systemd parses it.
+// Returns the command of the service, parsed as systemd does.
 std::vector<std::string> bootCompletedCommand()
 {
     const std::string service = readFile(example("fobrob-boot-completed.service"));
     const std::string script = between("\nExecStart=/bin/sh -c '", "'\n", service);
-    EXPECT_EQ(script.find_first_of("'\\%"), script.npos) << "special to systemd";
+    EXPECT_EQ(script.find_first_of("'\\%"), script.npos) << "systemd gives this character a special meaning";
     return {"/bin/sh", "-c", replaced(script, "$$", "$")};
 }
 
@@ -408,7 +408,7 @@ TEST(UpgradeFirmware, ReportsTheStepThatFailsAndLeavesTheUnitOn)
     }
 }
 
-// A text that contains all that the program prints on success.
+// The error text contains everything that the program prints on success.
 TEST(UpgradeFirmware, DoesNotTrustAnErrorText)
 {
     const std::string success =
@@ -438,7 +438,7 @@ TEST(UpgradeFirmware, FailsIfThePathIsRelative)
     EXPECT_THAT(run.outcome.output, testing::StartsWith("Please enter the full path"));
 }
 
-// Without calling fobrob, which would set rescue mode if it did not recognise an option.
+// fobrob is not called, because it would set rescue mode if it did not recognise an option.
 TEST(UpgradeFirmware, RejectsAnUnknownTarget)
 {
     const RollOut run = rollOut(Unit(), "ALL", "/ss.hex");

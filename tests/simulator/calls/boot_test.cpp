@@ -13,7 +13,7 @@ void shutDown()
     EXPECT_EQ(FirmwareUpgrade_shutDown(GetFirmwareUpgrade()), 0u);
 }
 
-// Any call that touches the unit.
+// Makes a call that accesses the unit, so that it boots.
 void callTheUnit()
 {
     std::uint16_t volume = 0;
@@ -192,7 +192,7 @@ TEST(Boot, ResetsOnlySettingsOnRequest)
     EXPECT_EQ(unit.content(), expected);
 }
 
-TEST(Boot, IsCompletedByTheCommand)
+TEST(Boot, IsAcknowledgedByARegisterCommand)
 {
     const CalledUnit unit;
     reboot();

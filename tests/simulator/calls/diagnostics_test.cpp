@@ -1,4 +1,4 @@
-// The lines that the simulated unit writes on standard error.
+// The messages of the simulated unit on standard error.
 
 #include "device/qv_aux2.h"
 #include "support/called_unit.h"
@@ -45,7 +45,7 @@ TEST(Diagnostics, AreAtMost1KiBLong)
             EXPECT_THAT(line, EndsWith("/unit.json: its directory does not exist\n"));
             EXPECT_EQ(line.find('\n'), line.size() - 1);
             EXPECT_TRUE(path.size() <= longestLine || line.find("...") != std::string::npos);
-            EXPECT_NO_THROW(nlohmann::json(line).dump()) << "whole characters only";
+            EXPECT_NO_THROW(nlohmann::json(line).dump()) << "truncated within a character";
         }
 }
 

@@ -84,7 +84,7 @@ TEST(Handles, OfOneModuleAreIndependent)
     EXPECT_EQ(unit["/buzzer/volume"], 40);
 }
 
-TEST(Handles, CostNoMemoryOnceReleased)
+TEST(Handles, UseNoMemoryOnceReleased)
 {
     const CalledUnit unit;
     unsetenv("QVAUX_TRACE");

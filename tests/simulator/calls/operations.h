@@ -1,4 +1,4 @@
-// Every operation of the device API, with arguments, for tests of rules that hold for all of them.
+// Every operation of the device API with valid arguments, for tests of rules that all operations follow.
 
 #pragma once
 
@@ -13,7 +13,7 @@
 #include <type_traits>
 #include <vector>
 
-// The codes of the simulated unit.
+// Error codes of the simulated unit.
 constexpr ApiError notSupported = 2;
 constexpr ApiError invalidHandle = 3;
 constexpr ApiError invalidArgument = 4;
@@ -78,7 +78,7 @@ Operation operation(Handle (*acquire)(), ApiError (*operation)(Handle, Arguments
     return result;
 }
 
-// All operations with a handle, except those that release it.
+// Returns all operations that take a handle, except those that release it.
 const std::vector<Operation>& everyOperation();
 const std::vector<Operation>& everyRelease();
 
@@ -90,5 +90,5 @@ void expectAll(const std::vector<Operation>& operations, ApiError code);
 
 std::string moduleOf(const std::string& operation);
 
-// The content of a unit whose file still is "{}".
+// The content of a unit file that is still "{}".
 const nlohmann::json unchanged = nlohmann::json::object();

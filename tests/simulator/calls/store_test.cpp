@@ -30,7 +30,7 @@ TEST(Store, WritesNoResultIfTheCallCannotBeCounted)
     EXPECT_EQ(volume, 4711);
 }
 
-TEST(Store, DetectsEveryChangeByHand)
+TEST(Store, DetectsEveryEdit)
 {
     CalledUnit unit;
     const BuzzerHandle buzzer = GetBuzzer();
@@ -43,9 +43,9 @@ TEST(Store, DetectsEveryChangeByHand)
     }
 }
 
-// Writing to a page of a mapping a second time leaves the times of the file alone, like a second change
-// within the resolution of its file system's time stamps.
-TEST(Store, DetectsAChangeByHandThatLeavesTheTimesAlone)
+// A second write to a mapped page does not change the time stamps of the file. The same happens if a file is
+// changed twice within the resolution of the file system's time stamps.
+TEST(Store, DetectsAnEditThatKeepsTheTimeStamps)
 {
     CalledUnit unit(R"({"buzzer": {"volume": 100}})");
     const BuzzerHandle buzzer = GetBuzzer();
@@ -67,9 +67,8 @@ TEST(Store, DetectsAChangeByHandThatLeavesTheTimesAlone)
     munmap(mapped, size);
 }
 
-// The changes are in different ticks of the clock: only a clock that does not jump tells whether two are in
-// the same one.
-TEST(Store, DetectsEveryChangeByHandWhileTheClockJumps)
+// The edits are made in different clock ticks, so the time stamps of the file differ.
+TEST(Store, DetectsEveryEditWhileTheClockJumps)
 {
     const JumpingClock clock;
     const CalledUnit unit;
@@ -84,7 +83,7 @@ TEST(Store, DetectsEveryChangeByHandWhileTheClockJumps)
     }
 }
 
-TEST(Store, KeepsChangesByHandBetweenItsOwn)
+TEST(Store, KeepsEditsMadeBetweenItsOwnChanges)
 {
     CalledUnit unit;
     const BuzzerHandle buzzer = GetBuzzer();

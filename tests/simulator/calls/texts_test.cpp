@@ -15,7 +15,7 @@ TEST(Texts, ExistForEveryCode)
     EXPECT_STREQ(GetHwErrorStatusStringA(65535), "Unknown hardware status");
 }
 
-TEST(Texts, StayValid)
+TEST(Texts, StayValidWhenTheyAreReplaced)
 {
     CalledUnit unit(R"({"errorTexts": {"77": "one text"}})");
     const char* const first = GetErrorStringA(77);

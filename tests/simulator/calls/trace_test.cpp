@@ -76,7 +76,7 @@ TEST(Trace, RecordsTheStatusOfAFirmwareJob)
                      "FirmwareUpgrade_getUpgradeStatus([], 0) = 3"}));
 }
 
-TEST(Trace, RecordsTextsAsFarAsTheyWereWritten)
+TEST(Trace, RecordsOnlyTheWrittenPartOfATruncatedText)
 {
     const CalledUnit unit(R"({"about": {"unitSerial": "ABCD"}})");
     char buffer[16];
@@ -123,7 +123,7 @@ TEST(Trace, RecordsNoResultsOfAFailedCall)
     EXPECT_EQ(unit.calls().back(), "FrontLED_getSignal([], []) = 77");
 }
 
-// Only lines up to PIPE_BUF bytes are written to a pipe at once.
+// Only writes of up to PIPE_BUF bytes to a pipe are atomic.
 TEST(Trace, HasOnlyWholeLinesInAPipe)
 {
     const CalledUnit unit(json{{"errorTexts", {{"77", std::string(100000, 'x')}}}}.dump());

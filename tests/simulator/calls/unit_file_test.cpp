@@ -20,7 +20,7 @@ ApiError readVolume()
     return Buzzer_getVolume(GetBuzzer(), &volume);
 }
 
-// Returns what the library prints for a unit file with the content, which is not valid.
+// Returns the message that the library prints for a unit file with this invalid content.
 std::string diagnosticFor(const std::string& content)
 {
     CalledUnit unit(content);
@@ -234,7 +234,7 @@ TEST(UnitFile, ShortensLongValuesAndKeysInDiagnostics)
               "/buzzer/volume: expected an integer from 0 to 65535, got \"" + std::string(60, 'x') +
                   "...\"\n");
     EXPECT_EQ(diagnosticFor(fileWith("/" + longText, 1)), "/" + std::string(60, 'x') + "...: unknown key\n");
-    // Not in the middle of a character.
+    // A character is not split.
     EXPECT_EQ(diagnosticFor(fileWith("/boot/running", std::string(59, 'x') + "\u00fc" + longText)),
               "/boot/running: expected true or false, got \"" + std::string(59, 'x') + "...\"\n");
     EXPECT_EQ(diagnosticFor(fileWith("/boot/running", "a\n\"b\"")),
@@ -399,19 +399,19 @@ TEST(UnitFile, HasAtMost16MiB)
     EXPECT_EQ(diagnosticFor("{}" + std::string(limit - 1, ' ')), "larger than 16 MiB\n");
 }
 
-// A hole of 1 TiB takes no space on the disk, but would take too long to read.
+// The file is sparse and takes no space on the disk, but reading it would take too long.
 TEST(UnitFile, IsNotReadIfItIsTooLarge)
 {
     const CalledUnit unit;
     if (truncate(unit.file().c_str(), off_t{1} << 40) != 0)
-        GTEST_SKIP() << "files of 1 TiB cannot be created here";
+        GTEST_SKIP() << "the file system does not support files of 1 TiB";
     testing::internal::CaptureStderr();
     EXPECT_EQ(readVolume(), 66u);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "libqv-aux2: " + unit.file() + ": larger than 16 MiB\n");
 }
 
-// The layout of a changed file has line breaks.
+// A changed file is written with line breaks and therefore grows.
 TEST(UnitFile, DoesNotGrowTooLargeWhenChanged)
 {
     std::string channels = "{\"can\": {\"baudrates\": [1";
@@ -426,7 +426,7 @@ TEST(UnitFile, DoesNotGrowTooLargeWhenChanged)
     EXPECT_TRUE(readFile(unit.file()) == before);
 }
 
-// With 100,000 texts, searching for each of them would take minutes.
+// With 100,000 texts, a linear search for each of them would take minutes.
 TEST(UnitFile, TakesManyErrorTexts)
 {
     std::string texts = "{\"errorTexts\": {\"1\": \"x\"";

@@ -14,7 +14,7 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
-// Runs `work` in a process without handles and jobs. Returns its result, from 0 to 255.
+// Runs `work` in a child process. Returns its result, which must be from 0 to 255.
 int inNewProcess(const std::function<unsigned()>& work)
 {
     const pid_t child = fork();
@@ -67,8 +67,8 @@ TEST(FirmwareJob, ReportsItsStatusWithoutWaitingIfFlagIs0)
     EXPECT_LT(Clock::now() - begin, std::chrono::seconds(30));
 }
 
-// The file breaks when the job has reached each state in turn, before its first status included.
-TEST(FirmwareJob, EndsIfTheUnitFileBreaks)
+// Damages the unit file in each state of the job, and before its first status.
+TEST(FirmwareJob, EndsIfTheUnitFileIsDamaged)
 {
     struct Breakage
     {
@@ -121,7 +121,7 @@ TEST(FirmwareJob, EndsIfTheUnitFileBreaks)
         }
 }
 
-TEST(FirmwareJob, IsNotTheJobOfAChildProcess)
+TEST(FirmwareJob, DoesNotBelongToAChildProcess)
 {
     const Called<FirmwareUnit> unit;
     const auto work = [&]() -> unsigned

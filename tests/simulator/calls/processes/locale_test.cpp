@@ -1,4 +1,4 @@
-// Callers whose locale has another decimal point.
+// Callers whose locale does not use a period as the decimal point.
 
 #include "device/qv_aux2.h"
 #include "support/called_unit.h"
@@ -10,7 +10,7 @@
 namespace
 {
 
-// A locale with another decimal point, compiled for the test and set for this thread.
+// Compiles a locale with another decimal point and sets it for this thread.
 class OtherLocale
 {
 public:
@@ -53,8 +53,8 @@ private:
     locale_t before = nullptr;
 };
 
-// A comma, and a character of two bytes.
-TEST(Locale, OfTheCallerChangesNoNumber)
+// The decimal points are a comma and a two-byte character.
+TEST(Locale, OfTheCallerDoesNotAffectNumbers)
 {
     for (const char* decimalPoint : {"<U002C>", "<U066B>"})
     {
@@ -62,7 +62,7 @@ TEST(Locale, OfTheCallerChangesNoNumber)
         const CalledUnit unit(R"({"frontLed": {"frequency": 2.5}})");
         const OtherLocale locale(decimalPoint);
         if (!locale.isSet())
-            GTEST_SKIP() << "localedef of the package locales is missing";
+            GTEST_SKIP() << "localedef is missing; it is in the package locales";
         const std::string point = localeconv()->decimal_point;
         EXPECT_NE(point, ".");
         const FrontLEDHandle led = GetFrontLED();
@@ -73,7 +73,7 @@ TEST(Locale, OfTheCallerChangesNoNumber)
         EXPECT_EQ(FrontLED_setSignal(led, 3.75, 50), 0u);
         EXPECT_THAT(readFile(unit.file()), testing::HasSubstr("\"frequency\": 3.75"));
         EXPECT_EQ(unit.calls().back(), "FrontLED_setSignal(3.75, 50) = 0");
-        EXPECT_EQ(localeconv()->decimal_point, point) << "the locale of the caller is kept";
+        EXPECT_EQ(localeconv()->decimal_point, point) << "the locale of the caller has changed";
     }
 }
 

@@ -1,4 +1,4 @@
-// Concurrent calls of one unit from many processes.
+// Concurrent calls to one unit by many processes.
 
 #include "device/qv_aux2.h"
 #include "support/called_unit.h"

@@ -1,4 +1,4 @@
-// Signals that writing can raise. A test's calls run in a process of their own.
+// Signals that a write can raise. Each test makes its calls in a child process.
 
 #include "device/qv_aux2.h"
 #include "support/called_unit.h"
@@ -85,12 +85,12 @@ TEST(Signals, OfTheFileSizeLimitDoNotEndATracedCall)
         for (const std::string line : {"GetBuzzer() = handle\n", "Buzzer_getVolume([1000]) = 0\n"})
             if (expected.size() + line.size() <= 40)
                 expected += line;
-        EXPECT_EQ(readFile(unit.traceFile()), expected) << "whole lines only";
+        EXPECT_EQ(readFile(unit.traceFile()), expected) << "incomplete line";
     }
 }
 
-// The reader opens and closes the pipe all the time, so that it is sometimes closed between opening and
-// writing.
+// The reader opens and closes the pipe repeatedly, so that it is sometimes closed between the open and the
+// write of a call.
 TEST(Signals, OfAPipeWithoutAReaderDoNotEndATracedCall)
 {
     const CalledUnit unit;
@@ -110,7 +110,7 @@ TEST(Signals, OfAPipeWithoutAReaderDoNotEndATracedCall)
     waitpid(reader, nullptr, 0);
 }
 
-TEST(Signals, AreNotTakenFromTheCaller)
+TEST(Signals, OfTheCallerAreStillDelivered)
 {
     const CalledUnit unit;
     const auto call = []() -> unsigned

@@ -23,9 +23,8 @@ namespace
 using nlohmann::json;
 using testing::AnyOf;
 
-// 64 processes make 100 changes each. Each has its own setting, which nobody else changes, and the file
-// counts all calls. The file is in memory: a disk would slow the processes down, and they would collide less
-// often.
+// 64 processes make 100 changes each. Each process changes its own setting, and a counter in the file counts
+// all calls. The file is in memory, because collisions would be less frequent on a slower disk.
 void changeAUnitInManyProcesses()
 {
     if (std::filesystem::is_directory("/dev/shm"))
@@ -64,12 +63,12 @@ TEST(Store, LosesNoChangeWhileTheClockJumps)
     changeAUnitInManyProcesses();
 }
 
-// Another thread may create a file at any time.
-TEST(Store, LeavesTheUmaskAlone)
+// Another thread may create a file while a call is being made.
+TEST(Store, DoesNotChangeTheUmask)
 {
     const mode_t mask = umask(027);
     std::atomic<bool> done = false;
-    std::atomic<int> others = 0; // files with other permissions
+    std::atomic<int> others = 0; // files with unexpected permissions
     const TemporaryDirectory directory;
     std::thread creator(
         [&]
@@ -96,8 +95,7 @@ TEST(Store, LeavesTheUmaskAlone)
     EXPECT_EQ(others, 0);
 }
 
-// The name of the directory refers to two units in turn. A change must use one of them throughout, and never
-// lock one and save the other.
+// The name of the directory alternates between two units. A change must not lock one and save the other.
 TEST(Store, LosesNoChangeWhileItsDirectoryIsSwapped)
 {
     const TemporaryDirectory directory;
@@ -145,7 +143,7 @@ TEST(Store, LosesNoChangeWhileItsDirectoryIsSwapped)
     EXPECT_EQ(calls, 16 * 100);
 }
 
-// The children wait for each other, so that none of them finds a file.
+// The children start at the same time, before the file exists.
 TEST(Store, CreatesAUnitOnceForConcurrentProcesses)
 {
     const CalledUnit unit;
