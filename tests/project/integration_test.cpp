@@ -74,8 +74,8 @@ std::string preset()
     return known ? name : "release";
 }
 
-// The device library is the simulated unit without a SONAME. It is removed after the build, because the
-// program must not search for it in that directory.
+// The simulated unit without a SONAME takes the part of the unit's library. It is removed after the build:
+// the program must not look for it there.
 TEST(Integration, BuildsAndInstallsWithTheCommandsOfTheDocument)
 {
     namespace fs = std::filesystem;
@@ -104,7 +104,7 @@ TEST(Integration, BuildsAndInstallsWithTheCommandsOfTheDocument)
     EXPECT_EQ(runCommand(command).output, "Illuminance: 320\n");
 }
 
-// Tests the native program, because the command does not use the emulator.
+// Always the native program: the command does not use the emulator.
 TEST(Scripting, RunsTheExampleOnTheSimulatedUnit)
 {
     std::string script;
@@ -134,7 +134,7 @@ TEST(Integration, GivesCMakeOnlyVariablesOfTheProjectInTheRecipe)
                 HasSubstr("QV_AUX2_LIBRARY:FILEPATH=" + simulatorDirectory() + "/libqv-aux2.so.2.11\n"));
 }
 
-// The program, its manual page and the service are packaged by default. FILES must list the other files.
+// The program, its manual page and the service are packaged by default. FILES has to name the rest.
 TEST(Integration, PackagesEveryInstalledFileInTheRecipe)
 {
     const TemporaryDirectory image;

@@ -52,8 +52,7 @@ Messages messagesOfCMake(const TemporaryDirectory& work)
     };
 }
 
-// Links a program with the device library in `directory`. Returns the output, with /path/to for the
-// directory.
+// The output of linking a program with the device library in `directory`, which is shown as /path/to.
 std::string link(const std::string& directory)
 {
     const std::string source = "int Buzzer_setVolume(void); int main(void) { return Buzzer_setVolume(); }";
@@ -97,8 +96,8 @@ std::string forAnotherProcessor(std::string program)
     return program;
 }
 
-// Runs a program that requires a version of the C library that no system has. In the result, the version is
-// that of Debian 12.
+// Starts a program that needs a version of the C library that no system has. The version is shown as Debian
+// 12's.
 std::string startWithOlderLibc(const TemporaryDirectory& work)
 {
     const std::string output = outputOf("cd " + work.path + R"(
