@@ -15,7 +15,7 @@ struct Step
 
     std::optional<std::string> unwritten = std::nullopt; // printed if the call succeeds and writes no result
 
-    // For exceptions.
+    // Only some steps need these.
     std::string afterReport = "";                           // printed after the report
     std::size_t skips = 0;                                  // how many of the next steps a failure skips
     std::string followedBy = "";                            // the call that follows a success

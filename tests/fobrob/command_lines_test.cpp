@@ -176,7 +176,7 @@ TEST_P(CommandLinesOf, PrintADefaultForAResultThatIsNotWritten)
     forEachCall(parts, expectDefault);
 }
 
-// The modules whose operations the command line calls.
+// Returns the modules whose operations the command line calls.
 std::set<std::string> modulesOf(const CommandLine& line)
 {
     std::set<std::string> modules;

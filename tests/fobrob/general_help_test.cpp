@@ -10,7 +10,7 @@ std::vector<std::string> linesPrinted(const std::string& arguments)
     return splitLines(unit.run(arguments).output);
 }
 
-TEST(GeneralHelp, IsPrintedToTheByte)
+TEST(GeneralHelp, IsPrintedByteForByte)
 {
     Unit unit;
     EXPECT_EQ(unit.run("-h").output, helpScreen("general"));
@@ -30,7 +30,7 @@ TEST(GeneralHelp, PadsItsIntroductionTo275Characters)
     EXPECT_EQ((printed.at(7) + "\n" + printed.at(8) + "\n" + printed.at(9)).size(), 275u);
 }
 
-TEST(GeneralHelp, HasABannerWithLinesOfOneLength)
+TEST(GeneralHelp, HasABannerWithLinesOfEqualLength)
 {
     const std::vector<std::string> printed = linesPrinted("-h");
     for (std::size_t line = 0; line < 6; ++line)
@@ -48,7 +48,7 @@ TEST(GeneralHelp, DrawsItsBannerInAscii)
         EXPECT_EQ(printed[line].find_first_not_of(" _/\\|(),'`"), std::string::npos) << printed[line];
 }
 
-TEST(ProgramVersion, IsPrintedToTheByte)
+TEST(ProgramVersion, IsPrintedByteForByte)
 {
     Unit unit;
     EXPECT_EQ(unit.run("-v").output, "fobrob 2.9.0.0\n"
@@ -72,7 +72,7 @@ TEST(ProgramVersion, ExitsWithSuccess)
     EXPECT_EXIT(printVersion(), testing::ExitedWithCode(0), "");
 }
 
-TEST(OptionList, IsPrintedToTheByte)
+TEST(OptionList, IsPrintedByteForByte)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--list").output, helpScreen("list"));

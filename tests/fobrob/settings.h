@@ -1,4 +1,5 @@
-// The settings that an option reads if it has no value, and sets to its value otherwise: one row per option.
+// The settings of each category, one row per option. The option reads the setting if it has no value, and
+// changes it otherwise.
 
 #pragma once
 

@@ -17,7 +17,7 @@ protected:
         return unit.run(category.category + " " + options);
     }
 
-    // The calls of a run that performs the steps.
+    // Returns the calls of a run that performs the steps.
     Calls callsOfSteps(const std::vector<Step>& steps) const
     {
         Calls work;

@@ -1,4 +1,4 @@
-// Standard streams that are closed, full or at their end, or whose other end is closed.
+// Standard streams that are closed, full, empty or endless, or whose other end is closed.
 
 #include "support/firmware_unit.h"
 #include "support/terminal.h"
@@ -111,8 +111,7 @@ TEST(Streams, DoNotAffectAFirmwareJobIfTheReaderExits)
     const ShellRun run(unit, "{ env --default-signal=PIPE \"$@\"; echo $? >&2; } | head -n 1",
                        "--advanced --update=Front --force --filepath=" + unit.hex);
     EXPECT_EQ(run.outcome.output, "File format is correct.\n");
-    EXPECT_EQ(run.outcome.errors,
-              "0\n"); // the exit status of the program; that of the pipeline is the reader's
+    EXPECT_EQ(run.outcome.errors, "0\n"); // the program's exit status, not the pipeline's
     EXPECT_EQ(unit["/firmware/front/incomplete"], false);
     EXPECT_NE(unit["/firmware/front/digest"], nullptr);
 }

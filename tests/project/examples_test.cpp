@@ -191,7 +191,7 @@ TEST(ManualExamples, ListTheFailures)
     }
 }
 
-TEST(ManualExamples, GiveAUnitFaults)
+TEST(ManualExamples, InjectFaults)
 {
     Unit unit(shown("fobrob-sim.1", "DigIO_getDigIO"));
     const std::string refusal = "getDigIO: The unit did not carry out the request\n";
@@ -203,7 +203,7 @@ TEST(ManualExamples, GiveAUnitFaults)
     EXPECT_EQ(unit.run("--advanced --factory").output, "Initialization error. Settings are not reset.\n");
 }
 
-TEST(ManualExamples, GiveCodesTexts)
+TEST(ManualExamples, SetErrorTexts)
 {
     Unit unit(shown("fobrob-sim.1", "errorTexts"));
     unit.fails("Buzzer_getFrequency", 77);
@@ -211,7 +211,7 @@ TEST(ManualExamples, GiveCodesTexts)
     EXPECT_EQ(unit.run("--buzzer").output, "getFrequency: The fuse has blown\ngetVolume: ");
 }
 
-TEST(ManualExamples, LetAFirmwareJobFail)
+TEST(ManualExamples, MakeAFirmwareJobFail)
 {
     Unit unit(shown("fobrob-sim.1", "statuses"));
     const std::string file = unit.directory / "ss.hex";

@@ -48,19 +48,20 @@ std::string macroLines(const std::string& macro, const std::string& manual)
 std::map<std::string, std::string> entries(const std::string& manual)
 {
     std::map<std::string, std::string> texts;
-    std::vector<std::string> places = {""}; // the entry of the section and of each open list, innermost last
+    std::vector<std::string> openEntries = {
+        ""}; // the entry names of the section and of its open lists, innermost last
     for (const std::string& line : splitLines(manual))
     {
         const std::vector<std::string> name = matches(R"(^\.(?:Ss|It) Fl (-\w+))", line);
         if (line.starts_with(".Sh ") || line.starts_with(".Ss "))
-            places = {name.empty() ? "" : "-" + name.front()};
+            openEntries = {name.empty() ? "" : "-" + name.front()};
         else if (line.starts_with(".Bl"))
-            places.push_back(places.back());
+            openEntries.push_back(openEntries.back());
         else if (line.starts_with(".El"))
-            places.pop_back();
-        else if (!name.empty() && !places.front().empty())
-            places.back() = places.front() + " -" + name.front();
-        texts[places.back()] += line + "\n";
+            openEntries.pop_back();
+        else if (!name.empty() && !openEntries.front().empty())
+            openEntries.back() = openEntries.front() + " -" + name.front();
+        texts[openEntries.back()] += line + "\n";
     }
     texts.erase("");
     return texts;
@@ -102,8 +103,8 @@ Words wordsOf(const std::string& entry)
 Vocabulary vocabularyOf(const std::string& manual)
 {
     Vocabulary vocabulary;
-    for (const auto& [place, entry] : entries(manual))
-        vocabulary[place] = wordsOf(entry);
+    for (const auto& [option, entry] : entries(manual))
+        vocabulary[option] = wordsOf(entry);
     return vocabulary;
 }
 
@@ -261,9 +262,9 @@ TEST(Manual, BeginsWithTheCategoriesAndTheGeneralOptions)
     const std::string manual = manualPage("fobrob.1");
     const std::string beginning = manual.substr(0, manual.find("\n.Ss "));
     Names names = {"-help", "-list"};
-    for (const auto& [place, entry] : entries(manual))
-        if (place.find(' ') == place.npos)
-            names.insert(place.substr(1));
+    for (const auto& [option, entry] : entries(manual))
+        if (option.find(' ') == option.npos)
+            names.insert(option.substr(1));
     const std::vector<std::string> shown = matches(R"(\n\.It (?:Fl h , )?Fl (-\w+))", beginning);
     EXPECT_THAT(shown, testing::UnorderedElementsAreArray(names));
 }

@@ -34,7 +34,7 @@ PrivateMount PrivateMount::readOnly(const std::string& directory)
 }
 
 PrivateMount::PrivateMount(const char* type, const std::string& options, const std::string& directory)
-    : where(directory)
+    : mountPoint(directory)
 {
     int ready[2];
     if (pipe(ready) != 0)
@@ -69,5 +69,5 @@ PrivateMount::~PrivateMount()
 
 std::string PrivateMount::path() const
 {
-    return "/proc/" + std::to_string(keeper) + "/root" + where;
+    return "/proc/" + std::to_string(keeper) + "/root" + mountPoint;
 }

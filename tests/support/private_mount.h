@@ -35,5 +35,5 @@ private:
     PrivateMount(const char* type, const std::string& options, const std::string& directory);
 
     pid_t keeper = -1; // the process that keeps the mount namespace alive
-    std::string where;
+    std::string mountPoint;
 };

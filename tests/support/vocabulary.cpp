@@ -116,7 +116,7 @@ private:
     FirmwareUnit unit;
 };
 
-// Expects that the option has another effect than --list, which is not an option of any category.
+// Expects that the effect of the option differs from that of --list, which is not an option of any category.
 void expectOwnOption(Trial& trial, const std::string& category, const std::string& option)
 {
     const std::string context = trial.contextOf(category, option);
@@ -159,8 +159,7 @@ Words acceptedWords(Trial& trial, const std::string& commandLine, int argument)
     for (const std::string& word : trial.comparedWords(commandLine))
         if (trial.accepts(commandLine + "=" + word))
             words.insert(inLowercase(word));
-    words.erase(
-        "ts_calibtation_width"); // Intentional: accepted because it is printed, but listed nowhere as a word.
+    words.erase("ts_calibtation_width"); // Intentional: accepted because it is printed, but not listed.
     return words;
 }
 

@@ -147,7 +147,7 @@ TEST(AboutEeprom, RepeatsThePreviousCountIfALaterOneIsNotWritten)
     }
 }
 
-TEST(AboutEeprom, RepeatsTheLastCountThatIsWritten)
+TEST(AboutEeprom, RepeatsTheLastWrittenCount)
 {
     Unit unit(R"({"about": {"videoConnections": 9, "digitalIoConnections": null}})");
     unit.fails("About_getNrOfCfgInConnections", 77);

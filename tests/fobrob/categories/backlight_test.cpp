@@ -185,7 +185,7 @@ TEST(Backlight, ReportsThatAutomaticControlCannotBeStarted)
               lines({"setAutomaticBLFilter: Error 78", "startAutomaticBL: Error 77"}));
 }
 
-TEST(Backlight, ReportsEveryOperationOnAUnitWithoutADisplay)
+TEST(Backlight, ReportsAnErrorForEveryOperationWithoutADisplay)
 {
     Unit unit(R"({"about": {"display": false}})");
     EXPECT_EQ(unit.run("--backlight").output, lines({"getIntensity: Not supported by this unit",

@@ -257,7 +257,7 @@ TEST(CurrentPower, ChangesCanAndTheFanEachToItsOwnWord)
     EXPECT_EQ(unit["/power/externalFan"], true);
 }
 
-TEST(StartupPower, RejectsToChangeTheFanWithoutAWordForCan)
+TEST(StartupPower, RejectsAChangeOfTheFanWithoutAWordForCan)
 {
     Unit unit;
     EXPECT_EQ(unit.run("--power=startup --extfan=Enable").output, "Invalid argument\n");

@@ -98,7 +98,7 @@ TEST(Telematics, RejectsOtherWordsAndContinues)
                "Invalid argument: The state argument is not valid.", "Bluetooth Power status: ENABLED"}));
 }
 
-TEST(Telematics, ReportsEveryOperationOnAUnitWithoutTheBoard)
+TEST(Telematics, ReportsAnErrorForEveryOperationWithoutTheBoard)
 {
     Unit unit(R"({"addOnBoard": {"fitted": false, "gps": false}})");
     std::string output;

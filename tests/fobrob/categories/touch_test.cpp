@@ -316,7 +316,7 @@ TEST(Touch, ReportsASettingThatTheUnitRejects)
     EXPECT_EQ(unit["/touch/useDejitter"], nullptr);
 }
 
-TEST(Touch, ReportsEveryReadOnAUnitWithoutATouchScreen)
+TEST(Touch, ReportsAnErrorForEveryReadWithoutATouchScreen)
 {
     Unit unit(R"({"about": {"touchScreen": false}})");
     std::string output = "TouchScreen Profile: Not supported by this unit\n";

@@ -91,7 +91,7 @@ TEST(Store, DoesNotWriteTheFileIfNothingChanges)
 
 // Location of the unit file.
 
-TEST(Store, PrefersItsOwnVariable)
+TEST(Store, PrefersQvauxUnitToOtherVariables)
 {
     const TemporaryDirectory directory;
     const std::string file = directory / "mine.json";
@@ -269,7 +269,7 @@ TEST(Store, CannotCreateAUnitInAReadOnlyDirectory)
 }
 
 // A change would not be durable if the directory could not be synchronized.
-TEST(Store, KeepsTheFileInADirectoryThatCannotBeRead)
+TEST(Store, KeepsTheFileInAnUnreadableDirectory)
 {
     Unit unit(R"({"buzzer": {"volume": 5}})");
     chmod(unit.file().c_str(), 0666);
@@ -284,7 +284,7 @@ TEST(Store, KeepsTheFileInADirectoryThatCannotBeRead)
     EXPECT_FALSE(fileExists(unit.file() + ".new"));
 }
 
-TEST(Store, CreatesNoDirectoryInOneThatCannotBeRead)
+TEST(Store, CreatesNoDirectoryInAnUnreadableDirectory)
 {
     const TemporaryDirectory directory;
     chmod(directory.path.c_str(), 0333);

@@ -53,7 +53,7 @@ TEST(UnitFile, KeepsItsLayoutWhenChanged)
     EXPECT_EQ(readFile(unit.file()), expected);
 }
 
-TEST(UnitFile, IsEquivalentEmptyAndWithAllDefaults)
+TEST(UnitFile, IsEquivalentWhetherEmptyOrComplete)
 {
     Unit empty("{}");
     Unit full;

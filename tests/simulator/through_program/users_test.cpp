@@ -27,7 +27,7 @@ struct stat statusOf(const std::string& file)
 }
 
 // Changes the mode and, if the tests run as root, the owner.
-void give(const std::string& file, uid_t user, mode_t mode)
+void setOwnerAndMode(const std::string& file, uid_t user, mode_t mode)
 {
     ASSERT_TRUE(chown(file.c_str(), user, static_cast<gid_t>(-1)) == 0 || !isRoot());
     ASSERT_EQ(chmod(file.c_str(), mode), 0);
@@ -83,7 +83,7 @@ TEST_F(Users, NeedPermissionForTheFile)
                     for (const uid_t user : {first, first == 0 ? nobody : uid_t{0}})
                     {
                         writeFile(unit.file(), before);
-                        give(unit.file(), ownerNow, mode);
+                        setOwnerAndMode(unit.file(), ownerNow, mode);
                         const bool may = !isRoot() || user == 0 || user == ownerNow || mode == 0666;
                         EXPECT_EQ(change(user, mask).output == changed, may) << user;
                         EXPECT_EQ(readFile(unit.file()) != before, may) << user;
@@ -98,7 +98,7 @@ TEST_F(Users, NeedPermissionForTheFile)
 
 TEST_F(Users, GrantNothingToAGroupThatCannotBeKept)
 {
-    give(unit.file(), nobody, 0660);
+    setOwnerAndMode(unit.file(), nobody, 0660);
     const bool isForeign = chown(unit.file().c_str(), static_cast<uid_t>(-1), 1) == 0;
     EXPECT_EQ(change(nobody).output, changed);
     EXPECT_EQ(statusOf(unit.file()).st_mode & 0777, isForeign ? 0600u : 0660u);
@@ -107,7 +107,7 @@ TEST_F(Users, GrantNothingToAGroupThatCannotBeKept)
 // Only root and the owner can keep the list. The change fails for anyone else.
 TEST_F(Users, GetAnErrorIfTheyCannotKeepAnAccessControlList)
 {
-    give(unit.file(), 0, 0600);
+    setOwnerAndMode(unit.file(), 0, 0600);
     const auto setList = [&]
     {
         return runCommand({.words = {"setfacl", "-m", "u:65534:rw,g::-", unit.file()},
@@ -128,7 +128,7 @@ TEST_F(Users, GetAnErrorIfTheyCannotKeepAnAccessControlList)
 TEST_F(Users, MustOwnTheFileInAStickyDirectory)
 {
     chmod(unit.directory.path.c_str(), 01777);
-    give(unit.file(), 0, 0666);
+    setOwnerAndMode(unit.file(), 0, 0666);
     ASSERT_EQ(change(0).output, changed);
     writeFile(unit.file(), before);
     const Outcome outcome = change(nobody);
@@ -136,7 +136,7 @@ TEST_F(Users, MustOwnTheFileInAStickyDirectory)
     EXPECT_EQ(readFile(unit.file()) == before, isRoot());
     EXPECT_FALSE(fileExists(unit.file() + ".new"));
 
-    give(unit.file(), nobody, 0666);
+    setOwnerAndMode(unit.file(), nobody, 0666);
     EXPECT_EQ(change(nobody).output, changed);
 }
 
@@ -144,7 +144,7 @@ TEST_F(Users, MustOwnTheFileInAStickyDirectory)
 TEST_F(Users, CanLockAFileOfAnotherUserInAStickyDirectory)
 {
     chmod(unit.directory.path.c_str(), 01777);
-    give(unit.file(), nobody, 0666);
+    setOwnerAndMode(unit.file(), nobody, 0666);
     ASSERT_EQ(change(nobody).output, changed);
     EXPECT_EQ(change(0).output, changed);
     EXPECT_EQ(statusOf(unit.file()).st_uid, isRoot() ? nobody : getuid());
@@ -201,7 +201,7 @@ TEST_F(Users, FollowNoLinkToALock)
 TEST_F(Users, GetTheNameOfAFileTheyCannotReplaceInAStickyDirectory)
 {
     chmod(unit.directory.path.c_str(), 01777);
-    give(unit.file(), nobody, 0666);
+    setOwnerAndMode(unit.file(), nobody, 0666);
     writeFile(unit.file() + ".new", "");
     EXPECT_EQ(change(nobody).errors, isRoot() ? diagnostic(".new", "Operation not permitted") : "");
     EXPECT_EQ(change(0).output, changed);
@@ -220,7 +220,7 @@ TEST_F(Users, CanStartFirmwareJobsOneAfterTheOther)
 TEST_F(Users, GetAnErrorIfTheyCannotOpenTheJobLock)
 {
     writeFile(unit.file() + ".job", "");
-    give(unit.file() + ".job", 0, 0);
+    setOwnerAndMode(unit.file() + ".job", 0, 0);
     const Outcome outcome = startJob(nobody);
     EXPECT_TRUE(outcome.output.ends_with("startSSVerification: The unit file cannot be written\n"))
         << outcome.output;
