@@ -194,8 +194,8 @@ TEST(ManualExamples, ListTheFailures)
 TEST(ManualExamples, InjectFaults)
 {
     Unit unit(shown("fobrob-sim.1", "DigIO_getDigIO"));
-    const std::string refusal = "getDigIO: The unit did not carry out the request\n";
-    EXPECT_EQ(unit.run("--digitalio").output, "Digital input 1: 0\nDigital input 2: 0\n" + refusal + refusal);
+    const std::string failure = "getDigIO: The unit did not carry out the request\n";
+    EXPECT_EQ(unit.run("--digitalio").output, "Digital input 1: 0\nDigital input 2: 0\n" + failure + failure);
     EXPECT_EQ(unit.run("--onoff --always_on").output,
               "getPowerOnStartup: The unit did not carry out the request\n");
     EXPECT_EQ(unit.run("--onoff --always_on").output, "PowerOnStartup: Disabled\n");

@@ -82,7 +82,7 @@ TEST(Arguments, OutOfRangeAreRejected)
     const CalledUnit unit;
     constexpr auto lowest = std::numeric_limits<std::int32_t>::min();
     constexpr auto highest = std::numeric_limits<std::int32_t>::max();
-    std::vector<Operation> refused = {
+    std::vector<Operation> rejected = {
         operation(GetAdc, Adc_getVoltage, -1, anyBuffer),
         operation(GetAdc, Adc_getVoltage, 24, anyBuffer),
         operation(GetAdc, Adc_getVoltage, lowest, anyBuffer),
@@ -129,33 +129,33 @@ TEST(Arguments, OutOfRangeAreRejected)
         operation(GetTouchScreen, TouchScreen_setAdvancedSetting, 8, 2),
     };
     for (const std::int32_t value : {lowest, -1, 2, 255, highest})
-        refused.insert(refused.end(),
-                       {
-                           operation(GetBacklight, Backlight_setLedDimming, value),
-                           operation(GetConfig, Config_setPowerOnStartup, value),
-                           operation(GetConfig, Config_setCanStartupPowerConfig, value),
-                           operation(GetConfig, Config_setExtFanStartupPowerConfig, value),
-                           operation(GetFrontLED, FrontLED_setEnabledDuringStartup, value),
-                           operation(GetPower, Power_setCanPowerStatus, value),
-                           operation(GetPower, Power_setExtFanPowerStatus, value),
-                           operation(GetTelematics, Telematics_setWLANPowerStatus, value),
-                           operation(GetTelematics, Telematics_setWLANStartUpPowerStatus, value),
-                           operation(GetTelematics, Telematics_setGPRSPowerStatus, value),
-                           operation(GetTelematics, Telematics_setGPRSStartUpPowerStatus, value),
-                           operation(GetTelematics, Telematics_setGPSPowerStatus, value),
-                           operation(GetTelematics, Telematics_setGPSStartUpPowerStatus, value),
-                           operation(GetTelematics, Telematics_setBTPowerStatus, value),
-                           operation(GetTelematics, Telematics_setBTStartUpPowerStatus, value),
-                       });
+        rejected.insert(rejected.end(),
+                        {
+                            operation(GetBacklight, Backlight_setLedDimming, value),
+                            operation(GetConfig, Config_setPowerOnStartup, value),
+                            operation(GetConfig, Config_setCanStartupPowerConfig, value),
+                            operation(GetConfig, Config_setExtFanStartupPowerConfig, value),
+                            operation(GetFrontLED, FrontLED_setEnabledDuringStartup, value),
+                            operation(GetPower, Power_setCanPowerStatus, value),
+                            operation(GetPower, Power_setExtFanPowerStatus, value),
+                            operation(GetTelematics, Telematics_setWLANPowerStatus, value),
+                            operation(GetTelematics, Telematics_setWLANStartUpPowerStatus, value),
+                            operation(GetTelematics, Telematics_setGPRSPowerStatus, value),
+                            operation(GetTelematics, Telematics_setGPRSStartUpPowerStatus, value),
+                            operation(GetTelematics, Telematics_setGPSPowerStatus, value),
+                            operation(GetTelematics, Telematics_setGPSStartUpPowerStatus, value),
+                            operation(GetTelematics, Telematics_setBTPowerStatus, value),
+                            operation(GetTelematics, Telematics_setBTStartUpPowerStatus, value),
+                        });
     for (const std::int32_t value : {lowest, -1, 3, 255, highest})
-        refused.insert(refused.end(), {
-                                          operation(GetConfig, Config_setShortButtonPressAction, value),
-                                          operation(GetConfig, Config_setLongButtonPressAction, value),
-                                          operation(GetConfig, Config_setOnOffSigAction, value),
-                                      });
+        rejected.insert(rejected.end(), {
+                                            operation(GetConfig, Config_setShortButtonPressAction, value),
+                                            operation(GetConfig, Config_setLongButtonPressAction, value),
+                                            operation(GetConfig, Config_setOnOffSigAction, value),
+                                        });
     for (const std::int32_t value : {lowest, -1, 6, 255, highest})
-        refused.push_back(operation(GetFrontLED, FrontLED_setStandardColor, value));
-    expectAll(refused, outOfRange);
+        rejected.push_back(operation(GetFrontLED, FrontLED_setStandardColor, value));
+    expectAll(rejected, outOfRange);
     EXPECT_EQ(unit.content(), unchanged);
 }
 
