@@ -133,7 +133,7 @@ TEST(SimulatorCommand, WaitsAfterAFirmwareCommand)
     EXPECT_EQ(
         exitStatus(runSim(
             unit, {"timeout", "1", "fobrob", "--advanced", "--update=SS", "--force", upgradeOption(unit)},
-            {{"LD_PRELOAD", BUILD_DIRECTORY "/tests/stand-ins.so"}})),
+            {{"LD_PRELOAD", BUILD_DIRECTORY "/tests/libc-interposer.so"}})),
         124);
 }
 
@@ -149,7 +149,8 @@ TEST(SimulatorCommand, DoesNotWaitOnRequest)
         for (const std::string word : {"--advanced", "--update=SS", "--force"})
             words.push_back(word);
         words.push_back(upgradeOption(unit));
-        const Outcome outcome = runSim(unit, words, {{"LD_PRELOAD", BUILD_DIRECTORY "/tests/stand-ins.so"}});
+        const Outcome outcome =
+            runSim(unit, words, {{"LD_PRELOAD", BUILD_DIRECTORY "/tests/libc-interposer.so"}});
         EXPECT_EQ(exitStatus(outcome), 0);
         EXPECT_EQ(outcome.errors, "");
         EXPECT_THAT(outcome.output, HasSubstr("\nSS successfully upgraded. \n"));
@@ -163,7 +164,7 @@ TEST(SimulatorCommand, PreloadsNothingUnlessRequested)
     const std::vector<std::string> print = {"sh", "-c", "echo \"${LD_PRELOAD-unset}\""};
     EXPECT_EQ(runSim(unit, print).output, "unset\n");
     EXPECT_EQ(runSim(unit, {"--no-wait", "sh", "-c", print.back()}).output, directory + "/no-wait.so\n");
-    const std::string other = BUILD_DIRECTORY "/tests/stand-ins.so";
+    const std::string other = BUILD_DIRECTORY "/tests/libc-interposer.so";
     EXPECT_EQ(runSim(unit, {"--no-wait", "sh", "-c", print.back()}, {{"LD_PRELOAD", other}}).output,
               directory + "/no-wait.so:" + other + "\n");
 }
