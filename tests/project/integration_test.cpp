@@ -104,6 +104,24 @@ TEST(Integration, BuildsAndInstallsWithTheCommandsOfTheDocument)
     EXPECT_EQ(runCommand(command).output, "Illuminance: 320\n");
 }
 
+// Integrators have neither GoogleTest nor the compiler whose warnings we know.
+TEST(Integration, ExpectsTestsAndNoWarningsOnlyInThePresetsForDevelopment)
+{
+    const auto variables = [](const std::string& name)
+    { return runShell("cd " PROJECT_DIRECTORY "; cmake -N --preset " + name).output; };
+    for (const char* name : {"release", "armhf", "arm64"})
+    {
+        EXPECT_THAT(variables(name), HasSubstr("CMAKE_BUILD_TYPE=\"Release\""));
+        EXPECT_THAT(variables(name), testing::Not(HasSubstr("BUILD_TESTING")));
+        EXPECT_THAT(variables(name), testing::Not(HasSubstr("WARNING_AS_ERROR")));
+    }
+    for (const char* name : {"debug", "sanitizers", "coverage"})
+    {
+        EXPECT_THAT(variables(name), HasSubstr("BUILD_TESTING=\"ON\""));
+        EXPECT_THAT(variables(name), HasSubstr("CMAKE_COMPILE_WARNING_AS_ERROR=\"ON\""));
+    }
+}
+
 // Always the native program: the command does not use the emulator.
 TEST(Scripting, RunsTheExampleOnTheSimulatedUnit)
 {
@@ -130,6 +148,7 @@ TEST(Integration, GivesCMakeOnlyVariablesOfTheProjectInTheRecipe)
     EXPECT_EQ(exitStatus(outcome), 0);
     EXPECT_EQ(outcome.errors, "");
     const std::string cache = readFile(work / "CMakeCache.txt");
+    EXPECT_THAT(cache, HasSubstr("\nBUILD_TESTING:BOOL=OFF\n"));
     EXPECT_THAT(cache,
                 HasSubstr("QV_AUX2_LIBRARY:FILEPATH=" + simulatorDirectory() + "/libqv-aux2.so.2.11\n"));
 }
