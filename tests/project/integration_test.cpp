@@ -74,8 +74,8 @@ std::string preset()
     return known ? name : "release";
 }
 
-// The simulated unit without a SONAME takes the part of the unit's library. It is removed after the build:
-// the program must not look for it there.
+// A unit's library that lacks an operation and has another SONAME. It is removed after the build: the program
+// must not look for it there.
 TEST(Integration, BuildsAndInstallsWithTheCommandsOfTheDocument)
 {
     namespace fs = std::filesystem;
@@ -83,15 +83,25 @@ TEST(Integration, BuildsAndInstallsWithTheCommandsOfTheDocument)
     const fs::path sources = work / "sources";
     fs::create_directory(sources);
     for (const char* part :
-         {"CMakeLists.txt", "CMakePresets.json", "completions", "examples", "man", "src", "tools"})
+         {"CMakeLists.txt", "CMakePresets.json", "completions", "docs", "examples", "man", "src", "tools"})
         fs::copy(fs::path(PROJECT_DIRECTORY) / part, sources / part, fs::copy_options::recursive);
-    fs::copy(noSonameLibraryDirectory() + "/libqv-aux2.so.2.11", work / "libqv-aux2.so.2.11");
+    const std::string library = readFile(simulatorDirectory() + "/libqv-aux2.so.2.11");
+    writeFile(work / "libqv-aux2.so.2.11", replaced(replaced(library, "Buzzer_setVolume", "Buzzer_setvolume"),
+                                                    "aux2.so.2.11", "aux2.so.2.12"));
 
-    const std::string script = replaced(replaced(commands(), "release", preset()), "/path/to", work.path);
+    const std::string check = "tools/check-device-library /path/to/libqv-aux2.so.2.11";
+    const std::string documented = replaced(commands(), check, check + " || test $? = 1");
+    const std::string script = replaced(replaced(documented, "release", preset()), "/path/to", work.path);
     const Outcome outcome = runShell("cd " + sources.string() + "\n" + script);
     EXPECT_EQ(exitStatus(outcome), 0) << outcome.output << outcome.errors;
-    EXPECT_THAT(outcome.output, HasSubstr("/libqv-aux2.so.2.11: all 167 operations are present\n"));
+    for (const std::string& report : {outcome.output, outcome.errors}) // of the check, and of CMake
+    {
+        EXPECT_THAT(report, HasSubstr("SONAME is libqv-aux2.so.2.12, expected libqv-aux2.so.2.11\n"));
+        EXPECT_THAT(report, HasSubstr("missing operation: Buzzer_setVolume, called by --buzzer\n"));
+        EXPECT_THAT(report, HasSubstr("affected: --buzzer\n"));
+    }
     EXPECT_FALSE(fileExists(sources / "build/unit/simulator"));
+    EXPECT_FALSE(fileExists(sources / "build/unit/tests"));
     EXPECT_TRUE(fileExists(work / "image/usr/share/man/man1/fobrob.1"));
     EXPECT_TRUE(fileExists(work / "image/usr/share/zsh/site-functions/_fobrob"));
     EXPECT_TRUE(

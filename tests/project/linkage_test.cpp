@@ -102,6 +102,25 @@ TEST(Program, CallsEveryDeclaredOperation)
         EXPECT_TRUE(wanted.contains(operation)) << operation;
 }
 
+// Links a native program that calls a function.
+Outcome linkCallOf(const std::string& function)
+{
+    const std::string source = "int " + function + "(void); int main(void) { return " + function + "(); }";
+    return runCommand(
+        {.words = {"sh", "-c",
+                   "echo '" + source +
+                       "' | cc -o /dev/null -x c - -L " BUILD_DIRECTORY "/src/device -ldevice-api"},
+         .environment = {{"PATH", std::getenv("PATH")}}});
+}
+
+// Not with a unit's library, which may lack operations.
+TEST(Program, IsLinkedWithTheOperationsOfTheHeaderAndNothingElse)
+{
+    EXPECT_EQ(linkCallOf("Buzzer_setVolume").status, 0);
+    EXPECT_NE(linkCallOf("Buzzer_setVolumes").errors.find("undefined reference to `Buzzer_setVolumes'"),
+              std::string::npos);
+}
+
 TEST(Simulator, ExportsTheDeclaredOperationsAndNothingElse)
 {
     EXPECT_EQ(symbols("--defined-only", library()), declaredOperations());

@@ -46,39 +46,38 @@ Messages messagesOfCMake(const TemporaryDirectory& work)
         {"The CMAKE_CXX_COMPILER: arm-linux-gnueabihf-g++ is not a full path and was not found in the PATH.",
          outputOf("cd " + work.path + "; mkdir bin; ln -s $(which cmake ninja) bin; PATH=$PWD/bin; cd " +
                   sources + "; cmake --preset armhf -B " + (work / "arm"))},
-        {"ninja: error: '/path/to/libqv-aux2.so.2.11', needed by 'fobrob', missing and no known rule to make it",
-         outputOf(configure + " --fresh -G Ninja -DQV_AUX2_LIBRARY=/path/to/libqv-aux2.so.2.11 >/dev/null;" +
-                  " cmake --build " + build)},
     };
 }
 
-// The output of linking a program with the device library in `directory`, which is shown as /path/to.
-std::string link(const std::string& directory)
+std::string changed(std::string file, std::size_t at, char byte)
 {
-    const std::string source = "int Buzzer_setVolume(void); int main(void) { return Buzzer_setVolume(); }";
-    return replaced(
-        outputOf("echo '" + source + "' | cc -o /dev/null -x c - -L " + directory + " -l:libqv-aux2.so.2.11"),
-        directory, "/path/to");
+    file.at(at) = byte;
+    return file;
 }
 
-// Links with a library for another processor, one that needs a library which does not exist, and one that
-// lacks the operation.
-Messages messagesOfTheLinker(const TemporaryDirectory& work)
+// Configures with a file that does not exist, one that is no library, and libraries for another processor,
+// without an operation and with another SONAME.
+Messages messagesOfTheCheck(const TemporaryDirectory& work)
 {
-    outputOf("cd " + work.path + R"(
-        mkdir i386 needy
-        echo | as --32 -o empty.o
-        ld -m elf_i386 -shared -o i386/libqv-aux2.so.2.11 empty.o
-        echo 'int helper(void) { return 0; }' >helper.c
-        cc -shared -fPIC -Wl,-soname,libqv-helper.so.1 -o helper.so helper.c
-        echo 'int helper(void); int Buzzer_setVolume(void) { return helper(); }' >needy.c
-        cc -shared -fPIC -o needy/libqv-aux2.so.2.11 needy.c helper.so)");
+    const std::string name = "libqv-aux2.so.2.11";
+    const std::string library = readFile(BUILD_DIRECTORY "/simulator/" + name);
+    writeFile(work / "text", "INPUT(libqv-aux2.so.2.11)");
+    writeFile(work / "aarch64", changed(library, 18, '\xB7')); // e_machine: AArch64
+    writeFile(work / "lacking", replaced(library, "Buzzer_setVolume", "Buzzer_setvolume"));
+    writeFile(work / "renamed", replaced(library, "aux2.so.2.11", "aux2.so.2.12"));
+    const auto configure = [&](const std::string& file)
+    {
+        const std::string build = work / "unit";
+        return replaced(
+            outputOf("cmake -S " PROJECT_DIRECTORY " -B " + build + " -DQV_AUX2_LIBRARY=" + (work / file)),
+            work / file, "/path/to/libqv-aux2.so.2.11");
+    };
     return {
-        {"skipping incompatible /path/to/libqv-aux2.so.2.11 when searching for -l:libqv-aux2.so.2.11",
-         link(work / "i386")},
-        {"libqv-helper.so.1, needed by /path/to/libqv-aux2.so.2.11, not found (try using -rpath or -rpath-link)",
-         link(work / "needy")},
-        {"undefined reference to `Buzzer_setVolume'", link(BUILD_DIRECTORY "/tests/partial")},
+        {"QV_AUX2_LIBRARY: /path/to/libqv-aux2.so.2.11: no such file", configure("missing")},
+        {"QV_AUX2_LIBRARY: /path/to/libqv-aux2.so.2.11: not a shared library", configure("text")},
+        {"built for 64-bit AArch64, expected 64-bit Advanced Micro Devices X86-64", configure("aarch64")},
+        {"missing operation: Buzzer_setVolume, called by --buzzer", configure("lacking")},
+        {"SONAME is libqv-aux2.so.2.12, expected libqv-aux2.so.2.11", configure("renamed")},
     };
 }
 
@@ -88,12 +87,6 @@ std::string start(const TemporaryDirectory& work, const std::string& program, co
     writeFile(work / "fobrob", program);
     fs::permissions(work / "fobrob", fs::perms::all);
     return outputOf("LD_LIBRARY_PATH=" + libraries + " PATH=" + work.path + " fobrob --buzzer");
-}
-
-std::string forAnotherProcessor(std::string program)
-{
-    program.at(18) = 40; // e_machine: ARM
-    return program;
 }
 
 // Starts a program that needs a version of the C library that no system has. The version is shown as Debian
@@ -116,17 +109,18 @@ Messages messagesOfTheStart(const TemporaryDirectory& work)
 {
     const std::string simulator = BUILD_DIRECTORY "/simulator";
     const std::string program = readFile(nativeProgram);
+    fs::create_directory(work / "small");
+    writeFile(work / "small/libqv-aux2.so.2.11",
+              changed(readFile(simulator + "/libqv-aux2.so.2.11"), 4, 1)); // EI_CLASS: 32-bit
     const std::string missing = ": cannot open shared object file: No such file or directory";
     return {
         {"libqv-aux2.so.2.11" + missing, start(work, program, "")},
-        {"libqv-aux2.so.2.12" + missing,
-         start(work, replaced(program, "aux2.so.2.11", "aux2.so.2.12"), simulator)},
-        {"libqv-aux2.so.2.11: wrong ELF class: ELFCLASS32", start(work, program, work / "i386")},
+        {"libqv-aux2.so.2.11: wrong ELF class: ELFCLASS32", start(work, program, work / "small")},
         {"symbol lookup error: fobrob: undefined symbol: GetBuzzer",
          start(work, program, BUILD_DIRECTORY "/tests/partial")},
         {"version `GLIBC_2.34' not found (required by fobrob)", startWithOlderLibc(work)},
         {"cannot execute binary file: Exec format error",
-         start(work, forAnotherProcessor(program), simulator)},
+         start(work, changed(program, 18, 40), simulator)}, // e_machine: ARM
         {"cannot execute: required file not found",
          start(work, replaced(program, "/ld-linux", "/no-linux"), simulator)},
     };
@@ -175,7 +169,7 @@ TEST(Troubleshooting, HasTheMessagesInItsHeadings)
 {
     const TemporaryDirectory work;
     Messages messages = messagesOfCMake(work);
-    for (const Messages& part : {messagesOfTheLinker(work), messagesOfTheStart(work), messagesOfTheProgram()})
+    for (const Messages& part : {messagesOfTheCheck(work), messagesOfTheStart(work), messagesOfTheProgram()})
         messages.insert(messages.end(), part.begin(), part.end());
 
     std::vector<std::string> provoked;
