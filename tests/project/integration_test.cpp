@@ -163,7 +163,8 @@ TEST(Integration, GivesCMakeOnlyVariablesOfTheProjectInTheRecipe)
                 HasSubstr("QV_AUX2_LIBRARY:FILEPATH=" + simulatorDirectory() + "/libqv-aux2.so.2.11\n"));
 }
 
-// The program, its manual page and the service are packaged by default. FILES has to name the rest.
+// The program, its manual page, the documents and the service are packaged by default. FILES has to name the
+// rest.
 TEST(Integration, PackagesEveryInstalledFileInTheRecipe)
 {
     const TemporaryDirectory image;
@@ -175,7 +176,8 @@ TEST(Integration, PackagesEveryInstalledFileInTheRecipe)
     EXPECT_EQ(exitStatus(runShell(script)), 0);
     std::istringstream named(
         replaced(between("FILES:${PN} += \"", "\"", recipe), "${datadir}", "/usr/share"));
-    std::vector<std::string> directories = {"/usr/bin", "/usr/share/man", "/usr/lib/systemd/system"};
+    std::vector<std::string> directories = {"/usr/bin", "/usr/share/doc", "/usr/share/man",
+                                            "/usr/lib/systemd/system"};
     directories.insert(directories.end(), std::istream_iterator<std::string>(named), {});
     std::size_t files = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(image.path))
@@ -188,7 +190,29 @@ TEST(Integration, PackagesEveryInstalledFileInTheRecipe)
                                         { return path.starts_with(directory + "/"); }))
             << path;
     }
-    EXPECT_EQ(files, 6u);
+    EXPECT_EQ(files, 8u + exampleFiles().size());
+}
+
+TEST(Integration, InstallsTheDocumentsThatTheManualPagesName)
+{
+    const TemporaryDirectory image;
+    const std::string install =
+        "DESTDIR=" + image.path + " cmake --install " + buildDirectory() + " --prefix /usr";
+    EXPECT_EQ(exitStatus(runShell(install + "\n" + install + " --component simulator")), 0);
+    std::size_t documents = 0;
+    for (const std::string page : {"fobrob", "fobrob-sim"})
+    {
+        const std::string text = readFile(image / ("usr/share/man/man1/" + page + ".1"));
+        const std::string seeAlso = text.substr(text.find("\n.Sh SEE ALSO\n"));
+        EXPECT_EQ(matches("\n\\.Xr (.*)", seeAlso), page == "fobrob" ? Calls{} : Calls{"fobrob 1"});
+        for (const std::string& path : matches("Pa (/.*)", seeAlso))
+        {
+            ++documents;
+            EXPECT_TRUE(fileExists(image.path + path)) << path;
+        }
+    }
+    EXPECT_EQ(documents, 3u);
+    EXPECT_EQ(exitStatus(runShell("test -x " + image.path + "/usr/share/doc/fobrob/examples/provision")), 0);
 }
 
 TEST(Integration, NamesTheRecipeAfterTheVersion)
