@@ -26,7 +26,7 @@ Outcome check(const std::string& library, const std::string& tool = checker)
 // The first line about a library of the build under test.
 std::string processorLine(const std::string& library)
 {
-    const unsigned char machine = readFile(programPath()).at(18);
+    const auto machine = static_cast<unsigned char>(readFile(programPath()).at(18)); // e_machine
     const char* const processor = machine == 62   ? "64-bit Advanced Micro Devices X86-64"
                                   : machine == 40 ? "32-bit ARM, hard float"
                                                   : "64-bit AArch64";
