@@ -83,6 +83,11 @@ TEST(DeviceLibraryCheck, ReportsAllMissingOperations)
               std::string::npos);
     EXPECT_NE(outcome.output.find("missing operation: GetBuzzer, called by --buzzer\n"), std::string::npos);
     EXPECT_EQ(outcome.output.find("Lightsensor_getIlluminance"), std::string::npos);
+    EXPECT_THAT(
+        outcome.output,
+        testing::EndsWith("\naffected: --about, --advanced, --backlight, --buzzer, --can, --digitalio, "
+                          "--heater, --led, --onoff, --power, --telematics, --temperature, --touch, "
+                          "--version\n"));
     EXPECT_NE(outcome.output.find("\n" + library + ": 163 of 167 operations are missing\n"),
               std::string::npos);
     EXPECT_EQ(exitStatus(outcome), 1);
