@@ -68,7 +68,7 @@ TEST(SimulatorCommand, RunsAnyCommandOnTheSimulatedUnit)
 TEST(SimulatorCommand, PutsTheSimulatedUnitBeforeOtherLibraries)
 {
     const Unit unit;
-    const std::map<std::string, std::string> other = {{"LD_LIBRARY_PATH", BUILD_DIRECTORY "/tests/other"}};
+    const std::map<std::string, std::string> other = {{"LD_LIBRARY_PATH", BUILD_DIRECTORY "/tests/partial"}};
     EXPECT_EQ(runSim(unit, {"--buzzer", "--volume"}, other).output, "Buzzer Volume: 1000\n");
     EXPECT_EQ(runSim(unit, {"printenv", "LD_LIBRARY_PATH"}, other).output,
               directory + ":" + other.at("LD_LIBRARY_PATH") + "\n");
