@@ -4,10 +4,12 @@
 
 #include <climits>
 #include <cstdlib>
+#include <linux/magic.h>
 #include <linux/openat2.h>
 #include <optional>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 #include <utility>
 
@@ -107,6 +109,14 @@ File openStart(std::string& path)
     return openFile(AT_FDCWD, "/" + name, O_PATH | O_DIRECTORY);
 }
 
+// The kernel must follow the links in /proc: their text is not where they lead if that is in another mount
+// namespace.
+bool isInProcfs(const File& directory)
+{
+    struct statfs status = {};
+    return ::fstatfs(directory.get(), &status) == 0 && status.f_type == PROC_SUPER_MAGIC;
+}
+
 // Follows symbolic links one at a time. A change then replaces the file and not the link. The file need not
 // exist. The location's directory is not open, and errno says why, if it cannot be opened.
 UnitLocation resolve(std::string path)
@@ -122,7 +132,8 @@ UnitLocation resolve(std::string path)
     for (int links = 0; directory.isOpen();)
     {
         const std::string name = takeName(rest);
-        File entry = openFile(directory.get(), name, O_PATH | O_NOFOLLOW);
+        const bool isFollowed = !rest.empty() && isInProcfs(directory);
+        File entry = openFile(directory.get(), name, O_PATH | (isFollowed ? 0 : O_NOFOLLOW));
         if (auto target = targetOf(entry, directory, path))
         {
             if (++links > maxLinks)
