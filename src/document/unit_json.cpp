@@ -308,10 +308,16 @@ void updateJson(Json& json, const Json& before, const Json& after)
             next = std::next(old);
         if (old != before.end() && *old == value)
             continue;
-        if (value.is_object() && old != before.end())
-            updateJson(json[key], *old, value);
-        else
-            json[key] = value;
+        Json& member = json[key];
+        if (!value.is_object() || old == before.end())
+        {
+            member = value;
+            continue;
+        }
+        // If memory runs out while the library converts null into an object, it leaves an invalid object.
+        if (member.is_null())
+            member = Json::object();
+        updateJson(member, *old, value);
     }
 }
 
