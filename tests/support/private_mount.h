@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <functional>
 #include <string>
 #include <sys/types.h>
 
@@ -14,6 +15,9 @@ public:
     // Mounts the directory read-only.
     static PrivateMount readOnly(const std::string& directory);
 
+    // Mounts the file system in the image file with options of mount(8).
+    static PrivateMount image(const std::string& file, const std::string& options);
+
     ~PrivateMount();
     PrivateMount(const PrivateMount&) = delete;
     PrivateMount& operator=(const PrivateMount&) = delete;
@@ -24,6 +28,12 @@ public:
         return keeper > 0;
     }
 
+    // The reason if it is not mounted.
+    const std::string& problem() const
+    {
+        return reason;
+    }
+
     std::string operator/(const std::string& name) const
     {
         return path() + "/" + name;
@@ -32,8 +42,10 @@ public:
     std::string path() const;
 
 private:
-    PrivateMount(const char* type, const std::string& options, const std::string& directory);
+    // `mountHere` returns the reason if it fails.
+    PrivateMount(const std::function<std::string()>& mountHere, const std::string& directory);
 
     pid_t keeper = -1; // the process that keeps the mount namespace alive
     std::string mountPoint;
+    std::string reason;
 };

@@ -120,9 +120,20 @@ std::vector<std::string> writesOf(const Command& command)
     return writes;
 }
 
-TemporaryDirectory::TemporaryDirectory()
+TemporaryDirectory::TemporaryDirectory() : TemporaryDirectory(std::filesystem::temp_directory_path().string())
 {
-    std::string pattern = std::filesystem::temp_directory_path() / "fobrob-test-XXXXXX";
+}
+
+TemporaryDirectory TemporaryDirectory::inMemory()
+{
+    const std::string memory = "/dev/shm";
+    return TemporaryDirectory(
+        std::filesystem::is_directory(memory) ? memory : std::filesystem::temp_directory_path().string());
+}
+
+TemporaryDirectory::TemporaryDirectory(const std::string& parent)
+{
+    std::string pattern = parent + "/fobrob-test-XXXXXX";
     if (!mkdtemp(pattern.data()) || chmod(pattern.c_str(), 0777) != 0)
         throw std::runtime_error("cannot create a temporary directory");
     path = pattern;

@@ -45,6 +45,10 @@ class TemporaryDirectory
 public:
     TemporaryDirectory();
     ~TemporaryDirectory();
+
+    // Returns a directory in memory, if possible. On a disk, each change of a unit takes longer.
+    static TemporaryDirectory inMemory();
+
     TemporaryDirectory(const TemporaryDirectory&) = delete;
     TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
 
@@ -54,6 +58,9 @@ public:
     }
 
     std::string path;
+
+private:
+    explicit TemporaryDirectory(const std::string& parent);
 };
 
 std::string readFile(const std::string& path);
