@@ -6,6 +6,7 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -89,6 +90,15 @@ TEST(FirmwareJob, EndsIfTheUnitFileIsDamaged)
              std::filesystem::create_symlink("unit.json", file);
          },
          65},
+        {[](const std::string& file)
+         {
+             std::filesystem::remove(file);
+             mkfifo(file.c_str(), 0666);
+         },
+         65},
+        {[](const std::string& file)
+         { std::filesystem::remove_all(std::filesystem::path(file).parent_path()); },
+         64},
     };
     for (const Breakage& breakage : breakages)
         for (int state = -1; state < 6; ++state)
@@ -121,6 +131,33 @@ TEST(FirmwareJob, EndsIfTheUnitFileIsDamaged)
         }
 }
 
+TEST(FirmwareJob, CanBeStartedAgainAfterARepair)
+{
+    const Called<FirmwareUnit> unit;
+    const auto repair = [&]() -> unsigned
+    {
+        const FirmwareUpgradeHandle upgrade = GetFirmwareUpgrade();
+        UpgradeStatus status{};
+        FirmwareUpgrade_startSSUpgrade(upgrade, unit.hex.c_str(), 0);
+        FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1);
+        const std::string content = readFile(unit.file());
+        writeFile(unit.file(), "{");
+        if (FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1) != 66)
+            return 1;
+        writeFile(unit.file(), content);
+        if (FirmwareUpgrade_startSSUpgrade(upgrade, unit.hex.c_str(), 0) != 0)
+            return 2;
+        do
+            FirmwareUpgrade_getUpgradeStatus(upgrade, &status, 1);
+        while (status.state < 6 && status.error == 0);
+        return status.error == 0 ? 0 : 3;
+    };
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(inNewProcess(repair), 0);
+    EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(unit["/firmware/ss/bytes"], 1000);
+}
+
 TEST(FirmwareJob, DoesNotBelongToAChildProcess)
 {
     const Called<FirmwareUnit> unit;
@@ -144,26 +181,29 @@ TEST(FirmwareJob, DoesNotBelongToAChildProcess)
 TEST(FirmwareJob, DoesNotKeepItsLockInAChildProcess)
 {
     const Called<FirmwareUnit> unit;
+    int started[2];
     int stays[2];
-    ASSERT_EQ(pipe(stays), 0);
+    ASSERT_TRUE(pipe(started) == 0 && pipe(stays) == 0);
     const auto start = [&]
     { return FirmwareUpgrade_startSSUpgrade(GetFirmwareUpgrade(), unit.hex.c_str(), 0); };
-    // The child outlives the process that started the job: it waits until the test closes the pipe.
+    // The child outlives the process that started the job: it waits until the test closes the pipe. Until
+    // fork() returns in the child, it has the lock, too.
     const auto startAndLeaveAChild = [&]
     {
         const unsigned code = start();
+        char none = 0;
         if (fork() != 0)
-            return code;
+            return read(started[0], &none, 1) == 1 ? code : 1;
         close(stays[1]);
-        char none;
-        while (read(stays[0], &none, 1) > 0)
-            ;
+        if (write(started[1], &none, 1) == 1)
+            while (read(stays[0], &none, 1) > 0)
+                ;
         _exit(0);
     };
     EXPECT_EQ(inNewProcess(startAndLeaveAChild), 0);
     EXPECT_EQ(inNewProcess(start), 0);
-    close(stays[0]);
-    close(stays[1]);
+    for (const int end : {started[0], started[1], stays[0], stays[1]})
+        close(end);
 }
 
 } // namespace
