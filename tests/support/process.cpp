@@ -75,6 +75,10 @@ void executeCommand(const Command& command)
     std::vector<std::string> variables;
     for (const auto& [name, value] : command.environment)
         variables.push_back(name + "=" + value);
+    // Where an executable that measures its coverage writes its counters, and its complaints about that.
+    for (const char* name : {"GCOV_PREFIX", "GCOV_ERROR_FILE"})
+        if (const char* value = std::getenv(name))
+            variables.push_back(std::string(name) + "=" + value);
     alarm(timeLimit);
     execvpe(words.front().c_str(), pointersTo(words).data(), pointersTo(variables).data());
     _exit(127);
