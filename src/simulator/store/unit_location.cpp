@@ -117,6 +117,13 @@ bool isInProcfs(const File& directory)
     return ::fstatfs(directory.get(), &status) == 0 && status.f_type == PROC_SUPER_MAGIC;
 }
 
+bool isLink(const File& directory, const std::string& name)
+{
+    struct stat status = {};
+    return ::fstatat(directory.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+           S_ISLNK(status.st_mode);
+}
+
 // Follows symbolic links one at a time. A change then replaces the file and not the link. The file need not
 // exist. The location's directory is not open, and errno says why, if it cannot be opened.
 UnitLocation resolve(std::string path)
@@ -132,6 +139,8 @@ UnitLocation resolve(std::string path)
     for (int links = 0; directory.isOpen();)
     {
         const std::string name = takeName(rest);
+        if (rest.empty() && !isLink(directory, name))
+            return {std::move(directory), name, path};
         const bool isFollowed = !rest.empty() && isInProcfs(directory);
         File entry = openFile(directory.get(), name, O_PATH | (isFollowed ? 0 : O_NOFOLLOW));
         if (auto target = targetOf(entry, directory, path))
@@ -148,7 +157,7 @@ UnitLocation resolve(std::string path)
                 directory = openStart(*target); // removes what it opens
             rest.insert(0, *target);
         }
-        else if (rest.empty())
+        else if (rest.empty()) // The link has just been replaced.
             return {std::move(directory), name, path};
         else
             directory = std::move(entry);
