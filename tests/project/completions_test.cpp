@@ -307,9 +307,9 @@ TEST(CompletionsOfBash, WorkIfTheEqualsSignIsNotAWordBreak)
 // Returns what zsh lists when Ctrl-D is typed after `line`.
 std::vector<std::string> listed(const std::string& line)
 {
+    const std::string driver = PROJECT_DIRECTORY "/tests/support/typed.zsh";
     std::vector<std::string> shown;
-    for (std::string text :
-         linesOf({"zsh", "-f", PROJECT_DIRECTORY "/tests/support/typed.zsh", line + "\x04", "list"}))
+    for (std::string text : linesOf({"zsh", "-f", driver, line + "\x04", "list"}))
     {
         text.erase(text.find_last_not_of(" \r") + 1);
         shown.push_back(text);

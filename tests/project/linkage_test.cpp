@@ -106,11 +106,10 @@ TEST(Program, CallsEveryDeclaredOperation)
 Outcome linkCallOf(const std::string& function)
 {
     const std::string source = "int " + function + "(void); int main(void) { return " + function + "(); }";
-    return runCommand(
-        {.words = {"sh", "-c",
-                   "echo '" + source +
-                       "' | cc -o /dev/null -x c - -L " BUILD_DIRECTORY "/src/device -ldevice-api"},
-         .environment = {{"PATH", std::getenv("PATH")}}});
+    const std::string library = buildDirectory() + "/src/device";
+    const std::string script =
+        "echo '" + source + "' | cc -o /dev/null -x c - -L " + library + " -ldevice-api";
+    return runCommand({.words = {"sh", "-c", script}, .environment = {{"PATH", std::getenv("PATH")}}});
 }
 
 // Not with a unit's library, which may lack operations.

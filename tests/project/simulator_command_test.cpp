@@ -13,7 +13,6 @@ namespace
 {
 
 using testing::HasSubstr;
-using testing::StartsWith;
 
 const std::string directory = BUILD_DIRECTORY "/simulator";
 const char* const hint = "To get help how to use Fobrob, add --help or -h as options.\n";

@@ -115,7 +115,8 @@ TEST(Update, LeavesValidJsonIfAnAllocationFails)
 
 Outcome runWithFailingMalloc(Command command, std::map<std::string, std::string> variables)
 {
-    command.environment["LD_PRELOAD"] = libcInterposer() + ":" + buildDirectory() + "/tests/failing-malloc.so";
+    command.environment["LD_PRELOAD"] =
+        libcInterposer() + ":" + buildDirectory() + "/tests/failing-malloc.so";
     command.environment.merge(variables);
     return runCommand(command);
 }
