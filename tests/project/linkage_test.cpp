@@ -106,7 +106,7 @@ TEST(Program, CallsEveryDeclaredOperation)
 Outcome linkCallOf(const std::string& function)
 {
     const std::string source = "int " + function + "(void); int main(void) { return " + function + "(); }";
-    const std::string library = buildDirectory() + "/src/device";
+    const std::string library = BUILD_DIRECTORY "/src/device";
     const std::string script =
         "echo '" + source + "' | cc -o /dev/null -x c - -L " + library + " -ldevice-api";
     return runCommand({.words = {"sh", "-c", script}, .environment = {{"PATH", std::getenv("PATH")}}});
