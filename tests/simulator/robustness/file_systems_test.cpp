@@ -37,15 +37,18 @@ std::string notMounted(const DiskImage& disk)
     return std::string("the file system cannot be mounted here: ") + disk.problem();
 }
 
-// Sleeps until the clock of the time stamps is in the first `part` of a second.
-void waitForBeginOfSecond(double part)
+// Writes the file early in a second, so that an edit that follows has the same time stamp, but not in the
+// same tick of the clock.
+void writeEarlyInASecond(const std::string& file, const std::string& content)
 {
     timespec now{};
     do
     {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
         clock_gettime(CLOCK_REALTIME_COARSE, &now);
-    } while (static_cast<double>(now.tv_nsec) > part * 1e9);
+    } while (now.tv_nsec > 300'000'000);
+    writeFile(file, content);
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
 }
 
 TEST(CoarseTimeStamps, HideNoEditByHand)
@@ -59,9 +62,7 @@ TEST(CoarseTimeStamps, HideNoEditByHand)
                {
                    const BuzzerHandle buzzer = GetBuzzer();
                    std::uint16_t volume = 0;
-                   waitForBeginOfSecond(0.3);
-                   writeFile(file, R"({"buzzer": {"volume": 5}})");
-                   std::this_thread::sleep_for(std::chrono::milliseconds(50));
+                   writeEarlyInASecond(file, R"({"buzzer": {"volume": 5}})");
                    EXPECT_EQ(Buzzer_getVolume(buzzer, &volume), 0u);
                    EXPECT_EQ(volume, 5);
                    writeFile(file, R"({"buzzer": {"volume": 6}})");
@@ -80,9 +81,7 @@ TEST(CoarseTimeStamps, LetNoChangeOverwriteAnEditByHand)
                [&]
                {
                    const BuzzerHandle buzzer = GetBuzzer();
-                   waitForBeginOfSecond(0.3);
-                   writeFile(file, R"({"buzzer": {"volume": 5}})");
-                   std::this_thread::sleep_for(std::chrono::milliseconds(50));
+                   writeEarlyInASecond(file, R"({"buzzer": {"volume": 5}})");
                    EXPECT_EQ(Buzzer_setFrequency(buzzer, 2500), 0u) << "reads the file, but changes nothing";
                    writeFile(file, R"({"buzzer": {"volume": 6}})");
                    EXPECT_EQ(Buzzer_setFrequency(buzzer, 800), 0u);
