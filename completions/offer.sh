@@ -17,22 +17,22 @@ esac
 category=${1%%=*}
 given=" "
 target=
-taker= # an option that takes the next word as its value, with "="
+pending= # an option that takes the next word as its value, with "="
 for word; do
-    word=$taker$word
-    taker=
+    word=$pending$word
+    pending=
     case $word in
-    --eeprom | --setting | --update | --verify | --filepath) taker=$word= ;;
+    --eeprom | --setting | --update | --verify | --filepath) pending=$word= ;;
     --update=* | --verify=*) target=${word#*=} ;;
     esac
-    [ -n "$taker" ] || given="$given${word%%=*} "
+    [ -n "$pending" ] || given="$given${word%%=*} "
 done
-typed=$taker$typed
+typed=$pending$typed
 
 print_lines() # LINE...
 {
     for line; do
-        printf "%s\t%s\n" "${line#"$taker"}" "$description"
+        printf "%s\t%s\n" "${line#"$pending"}" "$description"
     done
 }
 

@@ -10,7 +10,7 @@
 namespace
 {
 
-// In `commandLine` and `output`, @ stands for the word as typed.
+// In `commandLine` and `output`, @ is replaced by the word as typed.
 struct Word
 {
     std::string commandLine;

@@ -104,7 +104,7 @@ TEST_F(InstallPackages, AddsNoForeignArchitectureForNativePackages)
     EXPECT_THAT(install({"build", "packages", "amd64"}), Not(HasSubstr("--add-architecture")));
 }
 
-// dpkg-buildpackage requires it without being told so by the package.
+// dpkg-buildpackage requires build-essential, although the package does not list it.
 TEST_F(InstallPackages, InstallsWhatEveryDebianPackageNeedsToBeBuilt)
 {
     EXPECT_THAT(install({"build", "packages"}), HasSubstr(" build-essential "));
